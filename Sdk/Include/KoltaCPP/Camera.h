@@ -1,0 +1,71 @@
+#ifndef KOLTACPP_CAMERA_H
+#define KOLTACPP_CAMERA_H
+
+#include "KoltaCPP/Feature.h"
+#include "KoltaCPP/KoltaTypes.h"
+#include "KoltaCPP/SharedPtr.h"
+
+#include <vector>
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// Something that has features.
+class FeatureContainer
+{
+public:
+    struct Impl;
+
+    virtual ~FeatureContainer();
+
+    FeatureContainer(const FeatureContainer&) = delete;
+    FeatureContainer& operator=(const FeatureContainer&) = delete;
+
+    /// All features, in the order of the camera's description. With a null array the call stores their number, with
+    /// an array it expects the array's length in \a count; both see the same list. A closed camera gives -5.
+    KltErrorType GetFeatures(FeaturePtr* features, unsigned int& count);
+
+    /// The feature of this name; -3 when there is none, -5 for a closed camera. \a feature is unchanged after an error.
+    KltErrorType GetFeatureByName(const char* name, FeaturePtr& feature);
+
+protected:
+    /// For the library: takes over \a impl.
+    explicit FeatureContainer(Impl* impl);
+
+    Impl* m_impl;
+};
+
+/// One camera. Calls may come from any thread; a call that talks to the camera waits for those before it.
+class Camera : public FeatureContainer
+{
+public:
+    /// For the library: takes over \a impl.
+    explicit Camera(Impl* impl);
+
+    /// Closes the camera if it is open.
+    virtual ~Camera();
+
+    /// The camera's name for people, usually its model; read like `Feature::GetName`.
+    KltErrorType GetName(char* name, unsigned int& length) const;
+
+    /// What tells this camera from all others; never empty. Read like `Feature::GetName`.
+    KltErrorType GetSerialNumber(char* serialNumber, unsigned int& length) const;
+
+    /// Opens the camera and reads its description. Errors: -3 it is gone, -6 another program controls it or it is
+    /// open already, -7 an unknown access mode, -12 it does not answer.
+    virtual KltErrorType Open(KltAccessModeType accessMode);
+
+    /// Closes the camera. Its features keep answering for name, category, type, flags and entries.
+    virtual KltErrorType Close();
+};
+
+/// Handle of a camera.
+typedef shared_ptr<Camera> CameraPtr;
+typedef std::vector<CameraPtr> CameraPtrVector;
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif

@@ -1,0 +1,30 @@
+#ifndef KOLTACPP_ICAMERALISTOBSERVER_H
+#define KOLTACPP_ICAMERALISTOBSERVER_H
+
+#include "KoltaCPP/Camera.h"
+#include "KoltaCPP/KoltaTypes.h"
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// Is told when the list of cameras changes.
+class ICameraListObserver
+{
+public:
+    virtual ~ICameraListObserver() {}
+
+    /// Called once for every camera that came or went, on a thread of the library and never after
+    /// `KoltaSystem::Shutdown` has returned. Hand over and return: nothing is scanned meanwhile, and `Shutdown` waits.
+    /// \param camera the camera that came or went
+    /// \param reason which of the two
+    virtual void CameraListChanged(CameraPtr camera, UpdateTriggerType reason) = 0;
+};
+
+typedef shared_ptr<ICameraListObserver> ICameraListObserverPtr;
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif

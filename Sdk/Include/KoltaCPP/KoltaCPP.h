@@ -1,0 +1,16 @@
+#ifndef KOLTACPP_KOLTACPP_H
+#define KOLTACPP_KOLTACPP_H
+
+/// \file
+/// The whole SDK.
+
+#include "KoltaCPP/Camera.h"
+#include "KoltaCPP/EnumEntry.h"
+#include "KoltaCPP/Feature.h"
+#include "KoltaCPP/ICameraListObserver.h"
+#include "KoltaCPP/KoltaSystem.h"
+#include "KoltaCPP/KoltaTypes.h"
+#include "KoltaCPP/Mutex.h"
+#include "KoltaCPP/SharedPtr.h"
+
+#endif

@@ -1,0 +1,36 @@
+#ifndef KOLTACPP_MUTEX_H
+#define KOLTACPP_MUTEX_H
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// A mutex that is not recursive. Any thread may lock it; the thread that did must unlock it.
+class Mutex
+{
+public:
+    /// \param initLock whether the calling thread holds the mutex from the start
+    explicit Mutex(bool initLock);
+
+    /// The mutex must not be locked by anybody.
+    ~Mutex();
+
+    Mutex(const Mutex&) = delete;
+    Mutex& operator=(const Mutex&) = delete;
+
+    /// Waits until the calling thread holds the mutex.
+    void Lock();
+
+    /// Gives up the mutex.
+    void Unlock();
+
+private:
+    struct Impl;
+    Impl* m_impl;
+};
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif
