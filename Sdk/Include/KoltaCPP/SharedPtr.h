@@ -74,14 +74,16 @@ public:
 
     /// Takes over \a object, which may be of a derived class; it is destroyed as what it is here.
     template <class U>
-    explicit shared_ptr(U* object) : m_count(Counter(object)), m_object(object)
+    explicit shared_ptr(U* object) : m_count(Counter(object)),
+                                     m_object(object)
     {
     }
 
     shared_ptr(const shared_ptr& other) : m_count(other.m_count), m_object(other.m_object) { Share(); }
 
     template <class U>
-    shared_ptr(const shared_ptr<U>& other) : m_count(other.m_count), m_object(other.m_object)
+    shared_ptr(const shared_ptr<U>& other) : m_count(other.m_count),
+                                             m_object(other.m_object)
     {
         Share();
     }
