@@ -1,0 +1,11 @@
+#include "ClassGeneratorBase.h"
+
+QString ClassGeneratorBase::CameraName() const
+{
+    return m_cameraName;
+}
+
+void ClassGeneratorBase::SetCameraName(const char* name)
+{
+    m_cameraName = QString::fromLatin1(name);
+}

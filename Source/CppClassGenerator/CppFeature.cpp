@@ -1,0 +1,41 @@
+#include "CppFeature.h"
+
+#include "CppClassGenerator.h"
+
+namespace
+{
+
+CppMethod Method(CppMethod::Kind kind, const QString& name, const QString& type)
+{
+    const CppMethod method = {kind, name, QLatin1String(" (") + type + QLatin1String(" value)")};
+    return method;
+}
+
+} // namespace
+
+QList<CppMethod> CppFeature::ValueMethods() const
+{
+    QList<CppMethod> methods;
+    if (dataType == KltFeatureDataEnum)
+    {
+        methods.append(Method(CppMethod::EnumGetter, names.getter, names.enumType + QLatin1String(" &")));
+        if (writable)
+            methods.append(Method(CppMethod::EnumSetter, names.setter, names.enumType));
+        return methods;
+    }
+    if (dataType == KltFeatureDataCommand)
+    {
+        const CppMethod command = {CppMethod::Command, names.identifier, QLatin1String(" ()")};
+        methods.append(command);
+        return methods;
+    }
+    const auto type = CppClassGenerator::SimpleFeatureTypeMap.find(dataType);
+    if (type == CppClassGenerator::SimpleFeatureTypeMap.end())
+        return methods;
+    // Every feature can be asked for its value, also where the camera says that it cannot be read: the SDK's error is
+    // the better answer than a missing method.
+    methods.append(Method(CppMethod::SimpleGetter, names.getter, QLatin1String(type->second.getterType)));
+    if (writable)
+        methods.append(Method(CppMethod::SimpleSetter, names.setter, QLatin1String(type->second.setterType)));
+    return methods;
+}

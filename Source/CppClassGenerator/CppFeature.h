@@ -1,0 +1,48 @@
+#ifndef CPPFEATURE_H
+#define CPPFEATURE_H
+
+#include <KoltaCPP/KoltaTypes.h>
+#include <QList>
+#include <QString>
+
+/// The names that one feature gets in the generated class.
+struct CppFeatureNames
+{
+    QString identifier; ///< The feature's own name; a command's method.
+    QString getter;
+    QString setter;
+    QString accessor; ///< The method that hands out the feature's handle.
+    QString enumType;
+    QString member; ///< The cached handle.
+};
+
+/// One method of the generated class that reads, writes or runs a feature.
+struct CppMethod
+{
+    enum Kind
+    {
+        SimpleGetter,
+        SimpleSetter,
+        EnumGetter,
+        EnumSetter,
+        Command
+    };
+
+    Kind kind;
+    QString name;
+    QString arguments; ///< In parentheses, with the blank before them.
+};
+
+/// What the generator knows of one feature when it writes its methods.
+struct CppFeature
+{
+    CppFeatureNames names;
+    KltFeatureDataType dataType;
+    bool writable;
+
+    /// The methods for the feature's value, in the order in which they are written; empty for a data type that has no
+    /// C++ counterpart. The feature accessor is not among them.
+    QList<CppMethod> ValueMethods() const;
+};
+
+#endif

@@ -1,0 +1,56 @@
+#include "FileChooserWidget.h"
+
+#include "PathColor.h"
+
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QIcon>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStringList>
+
+namespace
+{
+
+/// Qt separates the patterns of a filter by blanks only; two semicolons separate filters.
+QString DialogFilter(const QString& filter)
+{
+    QStringList filters = filter.split(QLatin1String(";;"));
+    filters.replaceInStrings(QLatin1String(";"), QLatin1String(" "));
+    return filters.join(QLatin1String(";;"));
+}
+
+} // namespace
+
+FileChooserWidget::FileChooserWidget(QWidget* parent)
+    : QWidget(parent),
+      m_layout(new QHBoxLayout(this)),
+      m_lineEdit(new QLineEdit(this)),
+      m_browseButton(new QPushButton(this)),
+      m_caption(QLatin1String("Select File"))
+{
+    m_layout->setContentsMargins(0, 0, 0, 0);
+    m_layout->setObjectName(QLatin1String("horizontalLayout"));
+    // The name of the destination edit of the main window, too: style sheets address both by it.
+    m_lineEdit->setObjectName(QLatin1String("m_editDestinationFolder"));
+    m_layout->addWidget(m_lineEdit);
+    m_browseButton->setObjectName(QLatin1String("m_btnBrowse"));
+    m_browseButton->setIcon(QIcon(QLatin1String(":/KoltaClassGenerator/Resources/BrowseFolder_16.png")));
+    m_layout->addWidget(m_browseButton);
+
+    connect(m_browseButton, SIGNAL(clicked()), this, SLOT(OnBrowseClicked()));
+    connect(m_lineEdit, SIGNAL(textChanged(QString)), this, SLOT(OnTextChanged(QString)));
+}
+
+void FileChooserWidget::OnTextChanged(const QString& text)
+{
+    ColorByExistence(m_lineEdit, text);
+    emit filePathChanged(text);
+}
+
+void FileChooserWidget::OnBrowseClicked()
+{
+    const QString path = QFileDialog::getOpenFileName(this, m_caption, m_lineEdit->text(), DialogFilter(m_filter));
+    if (!path.isEmpty())
+        m_lineEdit->setText(path);
+}

@@ -1,0 +1,43 @@
+#ifndef JAVACLASSGENERATOR_H
+#define JAVACLASSGENERATOR_H
+
+#include "ClassGeneratorBase.h"
+
+class QFormLayout;
+class QLabel;
+class QLineEdit;
+class QVBoxLayout;
+
+/// The options of a generator of Java classes. Abstract: a generator that derives from it only has to implement Run.
+class JavaClassGenerator : public ClassGeneratorBase
+{
+    Q_OBJECT
+
+public:
+    JavaClassGenerator();
+
+    const char* LanguageName() const override;
+    void SetupUi(QWidget* parent) override;
+    QWidget* Widget() const override;
+    bool OptionsValid() const override;
+
+    /// Names the class after the camera, as it is. \a name is Latin-1.
+    void SetCameraName(const char* name) override;
+
+private slots:
+    void OnOptionsTextChanged(const QString& text);
+    void OnClassNameEditingFinished();
+
+private:
+    void AddRow(int row, QLabel*& label, QLineEdit*& edit, const char* name, bool enabled);
+
+    QVBoxLayout* verticalLayout;
+    QWidget* widget;
+    QFormLayout* formLayout;
+    QLabel* m_lblClassName;
+    QLineEdit* m_editClassName;
+    QLabel* m_lblClassFileName;
+    QLineEdit* m_editClassFileName;
+};
+
+#endif

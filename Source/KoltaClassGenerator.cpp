@@ -1,0 +1,340 @@
+#include "KoltaClassGenerator.h"
+
+#include "CameraObserver.h"
+#include "ClassGeneratorBase.h"
+#include "CppClassGenerator.h"
+#include "KoltaHelper.h"
+#include "QtCompat.h"
+#include "SdkReads.h"
+#include "TextEditIoDevice.h"
+
+#include <KoltaCPP/KoltaSystem.h>
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QSettings>
+#include <QVariant>
+#include <QtDebug>
+
+#include <stdexcept>
+
+using namespace OPX::KltAPI;
+
+namespace
+{
+
+const char DestinationFolderKey[] = "DestinationFolder";
+const char OverwriteFilesKey[] = "OverwriteFiles";
+
+} // namespace
+
+KoltaClassGenerator::KoltaClassGenerator(QWidget* parent, Qt::WindowFlags flags)
+    : QMainWindow(parent, flags),
+      m_system(KoltaSystem::GetInstance()),
+      m_cameraObserver(nullptr)
+{
+    try
+    {
+        BuildWindow();
+        SetIdentity();
+        RunSession();
+    }
+    catch (...)
+    {
+        qDeleteAll(m_generators);
+        throw;
+    }
+}
+
+KoltaClassGenerator::~KoltaClassGenerator()
+{
+    WriteSettings();
+    m_system.Shutdown();
+    // Before the widgets die: one that loses the focus then must not reach a generator whose messages go nowhere.
+    qDeleteAll(m_generators);
+}
+
+void KoltaClassGenerator::BuildWindow()
+{
+    m_generators.append(new CppClassGenerator);
+    m_ui.setupUi(this);
+    AddOptionsTabs();
+
+    TextEditIoDevice* device = new TextEditIoDevice(this, m_ui.m_messages);
+    device->open(QIODevice::WriteOnly | QIODevice::Text);
+    m_logStream.setDevice(device);
+    WriteUtf8(m_logStream);
+}
+
+void KoltaClassGenerator::AddOptionsTabs()
+{
+    m_ui.m_twOptions->clear();
+    const QList<ClassGeneratorBase*>& generators = m_generators;
+    for (ClassGeneratorBase* generator : generators)
+    {
+        generator->SetupUi(m_ui.m_twOptions);
+        generator->Widget()->setAutoFillBackground(true);
+        m_ui.m_twOptions->addTab(generator->Widget(), QString::fromLatin1(generator->LanguageName()));
+    }
+    m_ui.m_twOptions->setCurrentIndex(0);
+
+    // The pages came last; Run and the messages come after them.
+    setTabOrder(previousInFocusChain(), m_ui.m_btnRun);
+    setTabOrder(m_ui.m_btnRun, m_ui.m_messages);
+}
+
+void KoltaClassGenerator::SetIdentity()
+{
+    QCoreApplication::setOrganizationName(QLatin1String("OPX"));
+    QCoreApplication::setOrganizationDomain(QLatin1String("opx.example"));
+    QCoreApplication::setApplicationName(QLatin1String("KoltaClassGenerator"));
+    QCoreApplication::setApplicationVersion(QLatin1String("1.0.6"));
+    QCoreApplication* application = QCoreApplication::instance();
+    application->setProperty(
+        "Description", tr("KoltaClassGenerator is a tool to create camera helper classes for any of the Kolta APIs."));
+    application->setProperty("Copyright", tr("Copyright (C) 2026 OPX"));
+}
+
+void KoltaClassGenerator::RunSession()
+{
+    try
+    {
+        StartSdk();
+        MakeConnections();
+        ReadSettings();
+        UpdateCameraList();
+    }
+    catch (...)
+    {
+        // The destructor does not run for a window that was never finished.
+        m_system.Shutdown();
+        throw;
+    }
+}
+
+void KoltaClassGenerator::StartSdk()
+{
+    KltErrorType result = m_system.Startup();
+    if (result == KltErrorSuccess)
+    {
+        m_cameraObserver = new CameraObserver;
+        result = m_system.RegisterCameraListObserver(shared_ptr<ICameraListObserver>(m_cameraObserver));
+    }
+    if (result == KltErrorSuccess)
+        return;
+    // Without the observer the tool is of no use either, and users know this message.
+    const QString message = tr("Cannot start Kolta!\nReason: ") + KoltaHelper::ReturnCodeToString(result);
+    throw std::runtime_error(message.toLatin1().constData());
+}
+
+void KoltaClassGenerator::MakeConnections()
+{
+    connect(m_ui.m_actionExit, SIGNAL(triggered()), this, SLOT(OnActionExit()));
+    connect(m_ui.m_actionAbout, SIGNAL(triggered()), this, SLOT(OnActionAbout()));
+    connect(m_ui.m_actionAbout_Qt, SIGNAL(triggered()), this, SLOT(OnActionAboutQt()));
+    connect(m_ui.m_btnRefresh, SIGNAL(clicked()), this, SLOT(OnCamerasRefreshClicked()));
+    connect(m_ui.m_listBoxCameras, SIGNAL(itemSelectionChanged()), this, SLOT(OnCameraSelected()));
+    connect(m_ui.m_btnBrowse, SIGNAL(clicked()), this, SLOT(OnDestinationFolderBrowseClicked()));
+    connect(m_ui.m_editDestinationFolder, SIGNAL(textChanged(QString)), this,
+        SLOT(OnDestinationFolderTextChanged(QString)));
+    connect(m_ui.m_twOptions, SIGNAL(currentChanged(int)), this, SLOT(OnOptionsTabChanged(int)));
+    connect(m_ui.m_btnRun, SIGNAL(clicked()), this, SLOT(OnRunClicked()));
+    const QList<ClassGeneratorBase*>& generators = m_generators;
+    for (ClassGeneratorBase* generator : generators)
+    {
+        connect(generator, SIGNAL(LogMessage(QString)), this, SLOT(OnLogMessage(QString)));
+        connect(generator, SIGNAL(OptionsChanged()), this, SLOT(OnLanguageOptionsChanged()));
+    }
+    connect(m_cameraObserver, SIGNAL(CameraListChangedSignal(UpdateTriggerType)), this,
+        SLOT(OnCameraListChanged(UpdateTriggerType)));
+}
+
+void KoltaClassGenerator::ReadSettings()
+{
+    QSettings settings;
+    m_ui.m_editDestinationFolder->setText(settings.value(QLatin1String(DestinationFolderKey)).toString());
+    m_ui.m_cbOverwriteFiles->setChecked(settings.value(QLatin1String(OverwriteFilesKey), false).toBool());
+    const QList<ClassGeneratorBase*>& generators = m_generators;
+    for (ClassGeneratorBase* generator : generators)
+        generator->ReadSettings();
+}
+
+void KoltaClassGenerator::WriteSettings() const
+{
+    QSettings settings;
+    settings.setValue(QLatin1String(DestinationFolderKey), m_ui.m_editDestinationFolder->text());
+    settings.setValue(QLatin1String(OverwriteFilesKey), m_ui.m_cbOverwriteFiles->isChecked());
+    for (const ClassGeneratorBase* generator : m_generators)
+        generator->WriteSettings();
+}
+
+void KoltaClassGenerator::OnActionExit()
+{
+    close();
+}
+
+void KoltaClassGenerator::OnActionAbout()
+{
+    const QString site = tr("www.") + QCoreApplication::organizationDomain();
+    const QVariant description = QCoreApplication::instance()->property("Description");
+    const QVariant copyright = QCoreApplication::instance()->property("Copyright");
+    QMessageBox::about(this, tr("About KoltaClassGenerator"),
+        QLatin1String("<h2><b>KoltaClassGenerator</b></h2><br><br>") + description.toString() +
+            QLatin1String("<br><br>") + tr("Version: ") + QCoreApplication::applicationVersion() +
+            QLatin1String("<br><br>") + QCoreApplication::organizationName() + QLatin1String("<br>") +
+            copyright.toString() + QLatin1String("<br>") + tr("<a href=") + QLatin1Char('"') + site +
+            QLatin1String("\">") + site + QLatin1String("</a>"));
+}
+
+void KoltaClassGenerator::OnActionAboutQt()
+{
+    QMessageBox::aboutQt(this, tr("About Qt"));
+}
+
+void KoltaClassGenerator::OnCamerasRefreshClicked()
+{
+    UpdateCameraList();
+}
+
+void KoltaClassGenerator::OnCameraListChanged(UpdateTriggerType reason)
+{
+    if (CameraObserver::ConcernsList(reason))
+        UpdateCameraList();
+}
+
+void KoltaClassGenerator::OnCameraSelected()
+{
+    qDebug("void KoltaClassGenerator::OnCameraSelected()");
+    const int row = m_ui.m_listBoxCameras->currentRow();
+    const bool known = row >= 0 && static_cast<std::size_t>(row) < m_cameras.size();
+    const CameraPtr camera = known ? m_cameras[static_cast<std::size_t>(row)] : CameraPtr();
+    if (camera.get() == nullptr)
+    {
+        UpdateControls();
+        return;
+    }
+    const KltErrorType opened = camera->Open(KltAccessModeFull);
+    if (opened != KltErrorSuccess)
+    {
+        Log(tr("Unable to open camera! Reason: ") + KoltaHelper::ReturnCodeToString(opened));
+        return;
+    }
+    std::string name;
+    ReadString(*camera, &Camera::GetName, name);
+    const bool read = ReadFeatures(camera, name);
+    camera->Close();
+    if (!read)
+        return;
+    const QList<ClassGeneratorBase*>& generators = m_generators;
+    for (ClassGeneratorBase* generator : generators)
+        generator->SetCameraName(name.c_str());
+    UpdateControls();
+}
+
+void KoltaClassGenerator::OnDestinationFolderTextChanged(const QString& text)
+{
+    Q_UNUSED(text);
+    UpdateControls();
+}
+
+void KoltaClassGenerator::OnDestinationFolderBrowseClicked()
+{
+    const QString folder = QFileDialog::getExistingDirectory(
+        this, QLatin1String("Select Destination Folder"), m_ui.m_editDestinationFolder->text());
+    if (folder.isEmpty())
+        return;
+    m_ui.m_editDestinationFolder->setText(folder);
+    UpdateControls();
+}
+
+void KoltaClassGenerator::OnOptionsTabChanged(int tabIndex)
+{
+    Q_UNUSED(tabIndex);
+    UpdateControls();
+}
+
+void KoltaClassGenerator::OnLogMessage(const QString& message)
+{
+    Log(message);
+}
+
+void KoltaClassGenerator::OnLanguageOptionsChanged()
+{
+    qDebug("void KoltaClassGenerator::OnLanguageOptionsChanged()");
+    UpdateControls();
+}
+
+void KoltaClassGenerator::OnRunClicked()
+{
+    ClassGeneratorBase* generator = CurrentGenerator();
+    if (generator == nullptr)
+        return;
+    const QByteArray destinationFolder = m_ui.m_editDestinationFolder->text().toLocal8Bit();
+    generator->Run(destinationFolder.constData(), m_ui.m_cbOverwriteFiles->isChecked(), m_featureInfos);
+}
+
+void KoltaClassGenerator::UpdateCameraList()
+{
+    // A plain clear() would report the selected row as selected once more, and the camera would be read again.
+    m_ui.m_listBoxCameras->setCurrentRow(-1);
+    m_ui.m_listBoxCameras->clear();
+    const KltErrorType result = ReadList(m_system, &KoltaSystem::GetCameras, m_cameras);
+    if (result != KltErrorSuccess)
+    {
+        Log(tr("Unable to get camera list! Reason: ") + KoltaHelper::ReturnCodeToString(result));
+        return;
+    }
+    Log(QString::number(m_cameras.size()) + tr(" cameras found."));
+    for (const CameraPtr& camera : m_cameras)
+        if (camera.get() != nullptr)
+            AddCameraRow(*camera);
+    UpdateControls();
+}
+
+void KoltaClassGenerator::AddCameraRow(const Camera& camera)
+{
+    std::string name = "[NoName]";
+    ReadString(camera, &Camera::GetName, name);
+    std::string serialNumber;
+    // A camera without a serial number cannot be told from others: it is counted, but gets no row.
+    if (ReadString(camera, &Camera::GetSerialNumber, serialNumber))
+        m_ui.m_listBoxCameras->addItem(QString::fromUtf8((name + " (" + serialNumber + ")").c_str()));
+}
+
+bool KoltaClassGenerator::ReadFeatures(const CameraPtr& camera, const std::string& name)
+{
+    Log(tr("Reading features of camera '") + QString::fromUtf8(name.c_str()) + QLatin1String("' ..."));
+    const int result = m_featureInfos.Create(camera);
+    if (result != KltErrorSuccess)
+    {
+        Log(tr("Unable to read camera features! Reason: ") + KoltaHelper::ReturnCodeToString(result));
+        return false;
+    }
+    Log(tr("... done, ") + QString::number(m_featureInfos.FeatureCount()) + QLatin1String(" features in ") +
+        QString::number(m_featureInfos.Categories().size()) + QLatin1String(" categories and ") +
+        QString::number(m_featureInfos.Enums().size()) + QLatin1String(" enums found."));
+    return true;
+}
+
+void KoltaClassGenerator::UpdateControls()
+{
+    const bool cameraSelected = !m_ui.m_listBoxCameras->selectedItems().isEmpty();
+    const QString destinationFolder = m_ui.m_editDestinationFolder->text();
+    const bool destinationExists = QFile::exists(destinationFolder);
+    const ClassGeneratorBase* generator = CurrentGenerator();
+    const bool optionsValid = generator != nullptr && generator->OptionsValid();
+    m_ui.m_btnRun->setEnabled(cameraSelected && !destinationFolder.isEmpty() && !m_featureInfos.Categories().empty() &&
+                              destinationExists && optionsValid);
+}
+
+ClassGeneratorBase* KoltaClassGenerator::CurrentGenerator() const
+{
+    return m_generators.value(m_ui.m_twOptions->currentIndex(), nullptr);
+}
+
+void KoltaClassGenerator::Log(const QString& message)
+{
+    m_logStream << message;
+    m_logStream.flush();
+}

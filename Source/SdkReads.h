@@ -1,0 +1,68 @@
+#ifndef SDKREADS_H
+#define SDKREADS_H
+
+/// \file
+/// The SDK hands out texts and lists in two calls: the first tells the size, the second delivers.
+
+#include <KoltaCPP/KoltaTypes.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+/// Reads a text of \a object through one of its getters, for example `ReadString(feature, &Feature::GetName, name)`.
+/// \return whether both calls succeeded; if not, \a text is unchanged
+template <class T>
+bool ReadString(const T& object, KltErrorType (T::*getter)(char*, unsigned int&) const, std::string& text)
+{
+    unsigned int length = 0;
+    if ((object.*getter)(nullptr, length) != KltErrorSuccess)
+        return false;
+    if (length == 0)
+    {
+        text.clear();
+        return true;
+    }
+    // One byte more than asked for: the SDK does not say whether it counts a terminating zero.
+    std::string buffer(static_cast<std::size_t>(length) + 1, '\0');
+    if ((object.*getter)(&buffer[0], length) != KltErrorSuccess)
+        return false;
+    text = buffer.c_str();
+    return true;
+}
+
+/// Reads a list of \a object through one of its getters, for example `ReadList(camera, &Camera::GetFeatures, list)`.
+/// \return the SDK's code, or -14 when there is no memory for the list; unless it is 0, \a list is unchanged
+template <class T, class Container, class Item>
+KltErrorType ReadList(T& object, KltErrorType (Container::*getter)(Item*, unsigned int&), std::vector<Item>& list)
+{
+    unsigned int count = 0;
+    KltErrorType result = (object.*getter)(nullptr, count);
+    if (result != KltErrorSuccess)
+        return result;
+    try
+    {
+        std::vector<Item> items(count);
+        if (count > 0)
+            result = (object.*getter)(items.data(), count);
+        if (result != KltErrorSuccess)
+            return result;
+        // The list may have become shorter between the two calls.
+        items.resize(std::min<std::size_t>(items.size(), count));
+        list.swap(items);
+    }
+    catch (const std::bad_alloc&)
+    {
+        return KltErrorResources;
+    }
+    catch (const std::length_error&)
+    {
+        return KltErrorResources;
+    }
+    return KltErrorSuccess;
+}
+
+#endif

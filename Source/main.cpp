@@ -1,0 +1,36 @@
+#include "KoltaClassGenerator.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+#include <exception>
+
+namespace
+{
+
+void ShowError(const std::exception& error)
+{
+    QMessageBox box(QMessageBox::Critical, QLatin1String("Error"), QString::fromLatin1(error.what()));
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(box.addButton(QLatin1String("Exit"), QMessageBox::AcceptRole));
+    box.exec();
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QApplication application(argc, argv);
+    try
+    {
+        KoltaClassGenerator window;
+        window.show();
+        return application.exec();
+    }
+    catch (const std::exception& error)
+    {
+        ShowError(error);
+        return -1;
+    }
+}
