@@ -70,8 +70,7 @@ void KoltaClassGenerator::BuildWindow()
 void KoltaClassGenerator::AddOptionsTabs()
 {
     m_ui.m_twOptions->clear();
-    const QList<ClassGeneratorBase*>& generators = m_generators;
-    for (ClassGeneratorBase* generator : generators)
+    foreach (ClassGeneratorBase* generator, m_generators)
     {
         generator->SetupUi(m_ui.m_twOptions);
         generator->Widget()->setAutoFillBackground(true);
@@ -140,8 +139,7 @@ void KoltaClassGenerator::MakeConnections()
         SLOT(OnDestinationFolderTextChanged(QString)));
     connect(m_ui.m_twOptions, SIGNAL(currentChanged(int)), this, SLOT(OnOptionsTabChanged(int)));
     connect(m_ui.m_btnRun, SIGNAL(clicked()), this, SLOT(OnRunClicked()));
-    const QList<ClassGeneratorBase*>& generators = m_generators;
-    for (ClassGeneratorBase* generator : generators)
+    foreach (ClassGeneratorBase* generator, m_generators)
     {
         connect(generator, SIGNAL(LogMessage(QString)), this, SLOT(OnLogMessage(QString)));
         connect(generator, SIGNAL(OptionsChanged()), this, SLOT(OnLanguageOptionsChanged()));
@@ -155,8 +153,7 @@ void KoltaClassGenerator::ReadSettings()
     QSettings settings;
     m_ui.m_editDestinationFolder->setText(settings.value(QLatin1String(DestinationFolderKey)).toString());
     m_ui.m_cbOverwriteFiles->setChecked(settings.value(QLatin1String(OverwriteFilesKey), false).toBool());
-    const QList<ClassGeneratorBase*>& generators = m_generators;
-    for (ClassGeneratorBase* generator : generators)
+    foreach (ClassGeneratorBase* generator, m_generators)
         generator->ReadSettings();
 }
 
@@ -165,7 +162,7 @@ void KoltaClassGenerator::WriteSettings() const
     QSettings settings;
     settings.setValue(QLatin1String(DestinationFolderKey), m_ui.m_editDestinationFolder->text());
     settings.setValue(QLatin1String(OverwriteFilesKey), m_ui.m_cbOverwriteFiles->isChecked());
-    for (const ClassGeneratorBase* generator : m_generators)
+    foreach (const ClassGeneratorBase* generator, m_generators)
         generator->WriteSettings();
 }
 
@@ -226,8 +223,7 @@ void KoltaClassGenerator::OnCameraSelected()
     camera->Close();
     if (!read)
         return;
-    const QList<ClassGeneratorBase*>& generators = m_generators;
-    for (ClassGeneratorBase* generator : generators)
+    foreach (ClassGeneratorBase* generator, m_generators)
         generator->SetCameraName(name.c_str());
     UpdateControls();
 }

@@ -14,7 +14,7 @@
 #include <vector>
 
 /// Reads a text of \a object through one of its getters, for example `ReadString(feature, &Feature::GetName, name)`.
-/// \return whether both calls succeeded; if not, \a text is unchanged
+/// \return whether both calls succeeded and there was memory for the text; if not, \a text is unchanged
 template <class T>
 bool ReadString(const T& object, KltErrorType (T::*getter)(char*, unsigned int&) const, std::string& text)
 {
@@ -26,12 +26,19 @@ bool ReadString(const T& object, KltErrorType (T::*getter)(char*, unsigned int&)
         text.clear();
         return true;
     }
-    // One byte more than asked for: the SDK does not say whether it counts a terminating zero.
-    std::string buffer(static_cast<std::size_t>(length) + 1, '\0');
-    if ((object.*getter)(&buffer[0], length) != KltErrorSuccess)
+    try
+    {
+        // One byte more than asked for: the SDK does not say whether it counts a terminating zero.
+        std::string buffer(static_cast<std::size_t>(length) + 1, '\0');
+        if ((object.*getter)(&buffer[0], length) != KltErrorSuccess)
+            return false;
+        text = buffer.c_str();
+        return true;
+    }
+    catch (const std::bad_alloc&)
+    {
         return false;
-    text = buffer.c_str();
-    return true;
+    }
 }
 
 /// Reads a list of \a object through one of its getters, for example `ReadList(camera, &Camera::GetFeatures, list)`.

@@ -95,8 +95,7 @@ void CppClassGenerator::ReadSettings()
 {
     QSettings settings;
     settings.beginGroup(QLatin1String(SettingsGroup));
-    const QList<Setting> all = Settings(m_ui);
-    for (const Setting& setting : all)
+    foreach (const Setting& setting, Settings(m_ui))
         setting.edit->setText(settings.value(QLatin1String(setting.key), setting.defaultText).toString());
 }
 
@@ -104,8 +103,7 @@ void CppClassGenerator::WriteSettings() const
 {
     QSettings settings;
     settings.beginGroup(QLatin1String(SettingsGroup));
-    const QList<Setting> all = Settings(m_ui);
-    for (const Setting& setting : all)
+    foreach (const Setting& setting, Settings(m_ui))
         settings.setValue(QLatin1String(setting.key), setting.edit->text());
 }
 

@@ -81,6 +81,8 @@ public:
 
     shared_ptr(const shared_ptr& other) : m_count(other.m_count), m_object(other.m_object) { Share(); }
 
+    shared_ptr(shared_ptr&& other) noexcept : m_count(NULL), m_object(NULL) { swap(other); }
+
     template <class U>
     shared_ptr(const shared_ptr<U>& other) : m_count(other.m_count),
                                              m_object(other.m_object)
@@ -94,9 +96,9 @@ public:
             m_count->dec();
     }
 
-    shared_ptr& operator=(const shared_ptr& other)
+    shared_ptr& operator=(shared_ptr other) noexcept
     {
-        shared_ptr(other).swap(*this);
+        swap(other);
         return *this;
     }
 
@@ -110,7 +112,7 @@ public:
         shared_ptr(object).swap(*this);
     }
 
-    void swap(shared_ptr& other)
+    void swap(shared_ptr& other) noexcept
     {
         ref_count_base* count = m_count;
         m_count = other.m_count;
