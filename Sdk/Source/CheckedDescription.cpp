@@ -1,0 +1,170 @@
+#include "CheckedDescription.h"
+
+#include "ReferenceGraph.h"
+
+#include <arv.h>
+#include <libxml/parser.h>
+#include <libxml/tree.h>
+#include <libxml/xmlerror.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <mutex>
+
+namespace OPX
+{
+namespace KltAPI
+{
+namespace
+{
+
+/// Far above the largest descriptions that cameras have (some megabytes).
+const std::size_t MaximumSize = 64u << 20;
+
+typedef std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> DocumentPtr;
+
+std::string Attribute(xmlNode* node, const char* name)
+{
+    xmlChar* value = xmlGetProp(node, reinterpret_cast<const xmlChar*>(name));
+    const std::string text = value == nullptr ? std::string() : reinterpret_cast<const char*>(value);
+    xmlFree(value);
+    return text;
+}
+
+std::string LastXmlError()
+{
+    const xmlError* error = xmlGetLastError();
+    if (error == nullptr || error->message == nullptr)
+        return "it is not well-formed XML";
+    std::string message = error->message;
+    message.erase(message.find_last_not_of("\r\n .") + 1);
+    return "line " + std::to_string(error->line) + ": " + message;
+}
+
+DocumentPtr Parse(const std::string& xml)
+{
+    // No network, no entities of other files, and nothing printed: the caller reports. XML_PARSE_HUGE only lifts the
+    // limit on long texts; documents with a DTD, where entities could grow, are refused.
+    const int options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE;
+    xmlResetLastError();
+    return DocumentPtr(xmlReadMemory(xml.data(), static_cast<int>(xml.size()), nullptr, nullptr, options), &xmlFreeDoc);
+}
+
+bool IsZip(const std::string& content)
+{
+    return content.compare(0, 2, "PK") == 0;
+}
+
+/// The first .xml file of a zip archive.
+std::string Unzip(const std::string& content, std::string& problem)
+{
+    std::string xml;
+    problem = "the archive holds no description";
+    ArvZip* zip = arv_zip_new(content.data(), content.size());
+    for (const GSList* file = arv_zip_get_file_list(zip); file != nullptr; file = file->next)
+    {
+        ArvZipFile* zipFile = static_cast<ArvZipFile*>(file->data);
+        const std::string name = arv_zip_file_get_name(zipFile);
+        if (std::filesystem::path(name).extension() != ".xml")
+            continue;
+        if (arv_zip_file_get_uncompressed_size(zipFile) > MaximumSize)
+        {
+            problem = "the description in the archive is too large";
+            break;
+        }
+        std::size_t size = 0;
+        void* data = arv_zip_get_file(zip, name.c_str(), &size);
+        if (data != nullptr)
+        {
+            xml.assign(static_cast<const char*>(data), size);
+            problem.clear();
+        }
+        g_free(data);
+        break;
+    }
+    arv_zip_free(zip);
+    return xml;
+}
+
+/// Checks the parsed document; fills in the name.
+std::string ProblemOf(xmlDoc* document, CheckedDescription& description)
+{
+    if (document == nullptr)
+        return LastXmlError();
+    xmlNode* root = xmlDocGetRootElement(document);
+    if (root == nullptr || std::strcmp(reinterpret_cast<const char*>(root->name), "RegisterDescription") != 0)
+        return "its root element is not RegisterDescription";
+    if (xmlGetIntSubset(document) != nullptr)
+        return "it has a document type declaration";
+    const std::string modelName = WithoutControls(Attribute(root, "ModelName"));
+    if (!modelName.empty())
+        description.modelName = modelName;
+    return ProblemOfReferences(root);
+}
+
+} // namespace
+
+CheckedDescription CheckDescription(const std::string& content, const std::string& fallbackName)
+{
+    static std::once_flag initialised;
+    std::call_once(initialised, xmlInitParser);
+
+    CheckedDescription description;
+    description.modelName = fallbackName;
+    description.xml = IsZip(content) ? Unzip(content, description.problem) : content;
+    if (!description.problem.empty())
+        return description;
+    // Some tools put a line of their own before the document.
+    description.xml.erase(0, description.xml.find('<'));
+    if (description.xml.empty())
+        description.problem = "it holds no XML";
+    else if (description.xml.size() > MaximumSize)
+        description.problem = "it is too large";
+    else
+        description.problem = ProblemOf(Parse(description.xml).get(), description);
+    return description;
+}
+
+CheckedDescription ReadDescription(const std::string& path)
+{
+    CheckedDescription description;
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    if (!error && size > MaximumSize)
+    {
+        description.problem = "it is too large";
+        return description;
+    }
+    errno = 0;
+    std::ifstream file(path, std::ios::binary);
+    std::string content((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
+    if (error || !file)
+    {
+        description.problem = std::strerror(errno != 0 ? errno : EIO);
+        return description;
+    }
+    return CheckDescription(content, WithoutControls(std::filesystem::path(path).stem().string()));
+}
+
+std::string WithoutControls(std::string text)
+{
+    for (std::size_t i = 0; i < text.size(); ++i)
+    {
+        const unsigned char byte = static_cast<unsigned char>(text[i]);
+        const unsigned char next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0;
+        if (byte < 0x20 || byte == 0x7F)
+            text[i] = '_';
+        else if (byte == 0xC2 && next >= 0x80 && next < 0xA0)
+            text.replace(i, 2, "_"); // The second set of control characters: two bytes in UTF-8.
+        else if (byte == 0xE2 && next == 0x80 && i + 2 < text.size() &&
+                 (static_cast<unsigned char>(text[i + 2]) & 0xFE) == 0xA8)
+            text.replace(i, 3, "_"); // Line and paragraph separator.
+    }
+    return text;
+}
+
+} // namespace KltAPI
+} // namespace OPX

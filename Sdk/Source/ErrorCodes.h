@@ -1,0 +1,19 @@
+#ifndef ERRORCODES_H
+#define ERRORCODES_H
+
+#include "KoltaCPP/KoltaTypes.h"
+
+#include <glib.h>
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// The SDK's code for an error of GLib or Aravis; success for none.
+KltErrorType CodeOf(const GError* error);
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif

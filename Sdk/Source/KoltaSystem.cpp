@@ -1,0 +1,137 @@
+#include "KoltaCPP/KoltaSystem.h"
+
+#include "CameraList.h"
+#include "Scanner.h"
+#include "Transport.h"
+#include "TwoCalls.h"
+
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace OPX
+{
+namespace KltAPI
+{
+namespace
+{
+
+/// What the calling thread was told the length of, until it has asked for the content.
+thread_local std::optional<CameraPtrVector> g_counted;
+
+/// Set while the calling thread is in an observer.
+thread_local bool g_notifying = false;
+
+} // namespace
+
+struct KoltaSystem::Impl
+{
+    void Notify(const CameraList::Changes& changes);
+
+    std::mutex sessionMutex; ///< Around start and shutdown.
+    int starts = 0;
+    std::unique_ptr<Scanner> scanner;
+
+    std::mutex mutex; ///< Around what follows.
+    bool running = false;
+    std::vector<ICameraListObserverPtr> observers;
+
+    CameraList cameras;
+};
+
+void KoltaSystem::Impl::Notify(const CameraList::Changes& changes)
+{
+    std::vector<ICameraListObserverPtr> told;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        told = observers;
+    }
+    g_notifying = true;
+    for (const CameraList::Changes::value_type& change : changes)
+        for (const ICameraListObserverPtr& observer : told)
+            observer->CameraListChanged(change.first, change.second);
+    g_notifying = false;
+}
+
+KoltaSystem::KoltaSystem() : m_impl(new Impl)
+{
+}
+
+KoltaSystem::~KoltaSystem()
+{
+    delete m_impl;
+}
+
+KoltaSystem& KoltaSystem::GetInstance()
+{
+    static KoltaSystem instance;
+    return instance;
+}
+
+KltErrorType KoltaSystem::Startup()
+{
+    if (g_notifying)
+        return KltErrorInvalidCall;
+    const std::lock_guard<std::mutex> session(m_impl->sessionMutex);
+    if (m_impl->starts == 0)
+    {
+        Transports transports = ChosenTransports();
+        if (transports.empty())
+            return KltErrorNoTransportLayer;
+        m_impl->scanner = std::make_unique<Scanner>(std::move(transports), m_impl->cameras,
+            [this](const CameraList::Changes& changes) { m_impl->Notify(changes); });
+        const std::lock_guard<std::mutex> lock(m_impl->mutex);
+        m_impl->running = true;
+    }
+    ++m_impl->starts;
+    return KltErrorSuccess;
+}
+
+KltErrorType KoltaSystem::Shutdown()
+{
+    if (g_notifying)
+        return KltErrorInvalidCall;
+    const std::lock_guard<std::mutex> session(m_impl->sessionMutex);
+    if (m_impl->starts == 0 || --m_impl->starts > 0)
+        return KltErrorSuccess;
+    // Observers may do as they like when they are destroyed: no lock is held then.
+    std::vector<ICameraListObserverPtr> observers;
+    {
+        const std::lock_guard<std::mutex> lock(m_impl->mutex);
+        m_impl->running = false;
+        m_impl->observers.swap(observers);
+    }
+    m_impl->scanner.reset();
+    m_impl->cameras.Clear();
+    return KltErrorSuccess;
+}
+
+KltErrorType KoltaSystem::RegisterCameraListObserver(const shared_ptr<ICameraListObserver>& observer)
+{
+    if (observer.get() == nullptr)
+        return KltErrorBadParameter;
+    const std::lock_guard<std::mutex> lock(m_impl->mutex);
+    if (!m_impl->running)
+        return KltErrorApiNotStarted;
+    m_impl->observers.push_back(observer);
+    return KltErrorSuccess;
+}
+
+KltErrorType KoltaSystem::GetCameras(CameraPtr* cameras, unsigned int& count)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_impl->mutex);
+        if (!m_impl->running)
+            return KltErrorApiNotStarted;
+    }
+    if (cameras == nullptr || !g_counted)
+        g_counted = m_impl->cameras.Cameras();
+    const KltErrorType result = DeliverList(*g_counted, cameras, count);
+    if (cameras != nullptr && result == KltErrorSuccess)
+        g_counted.reset();
+    return result;
+}
+
+} // namespace KltAPI
+} // namespace OPX

@@ -1,0 +1,52 @@
+#ifndef TRANSPORT_H
+#define TRANSPORT_H
+
+#include "Session.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// A camera as a scan finds it.
+struct CameraRecord
+{
+    std::string id; ///< Stays the same from scan to scan, and is no other camera's.
+    std::string name;
+    std::string serialNumber;
+    Connector connect;
+};
+
+/// A way in which cameras are reached. Called by one thread at a time.
+class Transport
+{
+public:
+    virtual ~Transport() = default;
+
+    /// The cameras that are there now.
+    virtual std::vector<CameraRecord> Scan() = 0;
+
+    /// How often in a row a camera may be missed before it counts as gone.
+    virtual int ToleratedMisses() const = 0;
+
+    /// Whether a scan is a matter of milliseconds.
+    virtual bool IsQuick() const = 0;
+};
+
+typedef std::vector<std::unique_ptr<Transport>> Transports;
+
+/// The transports that the environment variable KOLTA_TRANSPORTS names, all if it names none. Words that name no
+/// transport are reported.
+Transports ChosenTransports();
+
+/// Writes one line to the standard error output.
+void Report(const std::string& message);
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif
