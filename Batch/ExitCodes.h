@@ -1,0 +1,28 @@
+#ifndef EXITCODES_H
+#define EXITCODES_H
+
+#include <stdexcept>
+#include <string>
+
+/// How the program ends.
+enum ExitCode
+{
+    ExitDone = 0,
+    ExitUsage = 2,
+    ExitCamera = 3, ///< The camera or its description cannot be used.
+    ExitFile = 4
+};
+
+/// Ends a command. The text says what is wrong and what to do.
+class CommandError : public std::runtime_error
+{
+public:
+    CommandError(ExitCode code, const std::string& text) : std::runtime_error(text), m_code(code) {}
+
+    ExitCode Code() const { return m_code; }
+
+private:
+    ExitCode m_code;
+};
+
+#endif

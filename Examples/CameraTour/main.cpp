@@ -1,0 +1,59 @@
+// A walk through one camera with its generated class: the first camera that the SDK finds.
+
+#include "KoltaMonoCamera.h"
+
+#include <KoltaCPP/KoltaCPP.h>
+
+#include <iostream>
+#include <string>
+#include <vector>
+
+using namespace OPX::KltAPI;
+
+static CameraPtr FirstCamera()
+{
+    unsigned int count = 0;
+    std::vector<CameraPtr> cameras;
+    if (KoltaSystem::GetInstance().GetCameras(NULL, count) == KltErrorSuccess && count > 0)
+    {
+        cameras.resize(count);
+        KoltaSystem::GetInstance().GetCameras(&cameras[0], count);
+    }
+    return cameras.empty() ? CameraPtr() : cameras[0];
+}
+
+static bool Tour(KoltaMonoCamera& camera)
+{
+    std::string model;
+    KltInt64_t width = 0;
+    double exposureTime = 0;
+    if (camera.GetDeviceModelName(model) != KltErrorSuccess || camera.GetWidth(width) != KltErrorSuccess ||
+        camera.GetExposureTime(exposureTime) != KltErrorSuccess)
+        return false;
+    std::cout << model << ": " << width << " pixels wide, exposed for " << exposureTime << " us\n";
+
+    PixelFormatEnum format = PixelFormat_Mono8;
+    if (camera.SetWidth(width / 2) != KltErrorSuccess || camera.SetPixelFormat(PixelFormat_Mono12) != KltErrorSuccess ||
+        camera.AcquisitionStart() != KltErrorSuccess || camera.GetWidth(width) != KltErrorSuccess ||
+        camera.GetPixelFormat(format) != KltErrorSuccess)
+        return false;
+    std::cout << "Now " << width << " pixels wide, format " << (format == PixelFormat_Mono12 ? "Mono12" : "other")
+              << ", acquiring\n";
+    return camera.AcquisitionStop() == KltErrorSuccess;
+}
+
+int main()
+{
+    if (KoltaSystem::GetInstance().Startup() != KltErrorSuccess)
+        return 1;
+    const CameraPtr camera = FirstCamera();
+    bool done = false;
+    if (camera.get() != NULL && camera->Open(KltAccessModeFull) == KltErrorSuccess)
+    {
+        KoltaMonoCamera mono(camera);
+        done = Tour(mono);
+        camera->Close();
+    }
+    KoltaSystem::GetInstance().Shutdown();
+    return done ? 0 : 1;
+}
