@@ -1,0 +1,113 @@
+#include "FileChooserWidget.h"
+#include "FolderChooserWidget.h"
+#include "QtCompat.h"
+#include "TextEditIoDevice.h"
+
+#include <QDir>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTextBlock>
+#include <QtTest>
+
+#include <memory>
+
+namespace
+{
+
+const char Green[] = "QLineEdit { background-color: rgb(100,255,100);}";
+const char Red[] = "QLineEdit { background-color: rgb(255,100,100);}";
+
+QStringList Paragraphs(const QTextEdit& edit)
+{
+    QStringList paragraphs;
+    for (QTextBlock block = edit.document()->begin(); block.isValid(); block = block.next())
+        paragraphs.append(block.text());
+    return paragraphs;
+}
+
+} // namespace
+
+class WidgetsTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void AFileChooserTellsWhetherSomethingIsThere()
+    {
+        FileChooserWidget chooser;
+        QCOMPARE(chooser.m_lineEdit->objectName(), QStringLiteral("m_editDestinationFolder"));
+        QCOMPARE(chooser.m_browseButton->objectName(), QStringLiteral("m_btnBrowse"));
+        QCOMPARE(chooser.m_layout->objectName(), QStringLiteral("horizontalLayout"));
+        QCOMPARE(chooser.m_caption, QStringLiteral("Select File"));
+        QVERIFY(!chooser.m_browseButton->icon().isNull() && chooser.m_browseButton->text().isEmpty());
+        QVERIFY(chooser.m_filter.isEmpty() && chooser.m_lineEdit->styleSheet().isEmpty());
+
+        QSignalSpy changed(&chooser, SIGNAL(filePathChanged(QString)));
+        QTest::keyClicks(chooser.m_lineEdit, QStringLiteral("/tmpx"));
+        QCOMPARE(changed.size(), 5);
+        QCOMPARE(changed.last().at(0).toString(), QStringLiteral("/tmpx"));
+        QCOMPARE(chooser.m_lineEdit->styleSheet(), QLatin1String(Red));
+        for (const QString& path : {QDir::tempPath(), QCoreApplication::applicationFilePath()})
+        {
+            chooser.m_lineEdit->setText(path);
+            QCOMPARE(chooser.m_lineEdit->styleSheet(), QLatin1String(Green));
+        }
+        chooser.m_lineEdit->clear();
+        QCOMPARE(chooser.m_lineEdit->styleSheet(), QLatin1String(Red));
+        QCOMPARE(changed.size(), 8);
+        chooser.m_lineEdit->setText(QString());
+        QCOMPARE(changed.size(), 8);
+    }
+
+    void AFolderChooserTellsWhetherSomethingIsThere()
+    {
+        FolderChooserWidget chooser;
+        QVERIFY(chooser.m_lineEdit->styleSheet().isEmpty());
+        chooser.m_lineEdit->setText(QStringLiteral("/"));
+        QCOMPARE(chooser.m_lineEdit->styleSheet(), QLatin1String(Green));
+        chooser.m_lineEdit->setText(QStringLiteral("/nothing there"));
+        QCOMPARE(chooser.m_lineEdit->styleSheet(), QLatin1String(Red));
+    }
+
+    void EveryMessageIsOneParagraphOfPlainText()
+    {
+        QTextEdit edit;
+        TextEditIoDevice device(nullptr, &edit);
+        QVERIFY(device.open(QIODevice::WriteOnly | QIODevice::Text));
+        QTextStream stream(&device);
+        WriteUtf8(stream);
+        const QStringList messages = {QStringLiteral("a < b > c"), QStringLiteral("<b>%1</b> & co"),
+            QString::fromUtf8("\xc3\x84\xe2\x82\xac\xf0\x9f\x93\xb7"), QString(20000, QLatin1Char('x')),
+            QStringLiteral("  blanks  ")};
+        for (const QString& message : messages)
+        {
+            stream << message;
+            stream.flush();
+            stream.flush();
+        }
+        QCOMPARE(Paragraphs(edit), messages);
+        stream << QStringLiteral("one\ntwo\r\nthree");
+        stream.flush();
+        QCOMPARE(Paragraphs(edit).last().split(QChar(QChar::LineSeparator)).join(QLatin1String("|")),
+            QStringLiteral("one|two|three"));
+    }
+
+    void TheDeviceReportsSuccessWhateverHappens()
+    {
+        std::unique_ptr<QTextEdit> edit(new QTextEdit);
+        TextEditIoDevice device(nullptr, edit.get());
+        QCOMPARE(device.writeData("abc", 3), qint64(3));
+        QCOMPARE(device.writeData("de\0f", 4), qint64(4));
+        QCOMPARE(device.writeData("ghij", 2), qint64(2));
+        QCOMPARE(Paragraphs(*edit).join(QLatin1String("|")), QStringLiteral("abc|de|gh"));
+        char byte = 0;
+        QCOMPARE(device.readData(&byte, 1), qint64(0));
+        edit.reset();
+        QCOMPARE(device.writeData("abc", 3), qint64(3));
+    }
+};
+
+QTEST_MAIN(WidgetsTest)
+#include "WidgetsTest.moc"
