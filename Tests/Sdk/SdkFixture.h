@@ -1,0 +1,131 @@
+#ifndef SDKFIXTURE_H
+#define SDKFIXTURE_H
+
+#include <KoltaCPP/KoltaCPP.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <thread>
+#include <vector>
+
+/// The SDK over a folder of descriptions of its own.
+class SdkTest : public testing::Test
+{
+protected:
+    SdkTest()
+    {
+        std::string pattern = (std::filesystem::temp_directory_path() / "kolta-XXXXXX").string();
+        m_folder = mkdtemp(pattern.data());
+        setenv("KOLTA_CAMERA_PATH", m_folder.c_str(), 1);
+    }
+
+    ~SdkTest() override
+    {
+        m_camera.reset();
+        System().Shutdown();
+        unsetenv("KOLTA_CAMERA_PATH");
+        setenv("KOLTA_TRANSPORTS", "simulated", 1);
+        std::filesystem::remove_all(m_folder);
+    }
+
+    static OPX::KltAPI::KoltaSystem& System() { return OPX::KltAPI::KoltaSystem::GetInstance(); }
+
+    void Write(const std::string& file, const std::string& content)
+    {
+        // In one step: the scanner must not see half of it.
+        std::ofstream(m_folder / "unfinished", std::ios::binary) << content;
+        std::filesystem::rename(m_folder / "unfinished", m_folder / file);
+    }
+
+    /// A description with these nodes, all of them features unless they begin with '#'.
+    static std::string Description(const std::vector<std::string>& names, const std::string& nodes)
+    {
+        std::string links;
+        for (const std::string& name : names)
+            links += "<pFeature>" + name + "</pFeature>";
+        return "<?xml version='1.0'?><RegisterDescription ModelName='Model' VendorName='V' SchemaMajorVersion='1' "
+               "SchemaMinorVersion='1' SchemaSubMinorVersion='0' MajorVersion='1' MinorVersion='0' "
+               "SubMinorVersion='0'><Category Name='Root'><pFeature>Cat</pFeature></Category><Category Name='Cat'>" +
+               links + "</Category>" + nodes + "<Port Name='Device'/></RegisterDescription>";
+    }
+
+    static OPX::KltAPI::CameraPtrVector Cameras()
+    {
+        unsigned int count = 0;
+        EXPECT_EQ(System().GetCameras(nullptr, count), 0);
+        OPX::KltAPI::CameraPtrVector cameras(count);
+        if (count > 0)
+        {
+            EXPECT_EQ(System().GetCameras(cameras.data(), count), 0);
+        }
+        return cameras;
+    }
+
+    template <class Object, class Getter>
+    static std::string Text(const Object& object, Getter getter)
+    {
+        unsigned int length = 0;
+        EXPECT_EQ((object.*getter)(nullptr, length), 0);
+        std::string text(length, '\0');
+        EXPECT_EQ((object.*getter)(text.data(), length), 0);
+        return text;
+    }
+
+    static OPX::KltAPI::CameraPtr Find(const std::string& serialNumber)
+    {
+        for (const OPX::KltAPI::CameraPtr& camera : Cameras())
+            if (Text(*camera, &OPX::KltAPI::Camera::GetSerialNumber) == serialNumber)
+                return camera;
+        return OPX::KltAPI::CameraPtr();
+    }
+
+    /// Starts the SDK and opens a camera.
+    void Open(const std::string& serialNumber)
+    {
+        ASSERT_EQ(System().Startup(), 0);
+        m_camera = Find(serialNumber);
+        ASSERT_NE(m_camera.get(), nullptr);
+        ASSERT_EQ(m_camera->Open(1), 0);
+    }
+
+    OPX::KltAPI::FeaturePtr Feature(const std::string& name)
+    {
+        OPX::KltAPI::FeaturePtr feature;
+        EXPECT_EQ(m_camera->GetFeatureByName(name.c_str(), feature), 0) << name;
+        return feature;
+    }
+
+    OPX::KltAPI::FeaturePtrVector Features()
+    {
+        unsigned int count = 0;
+        EXPECT_EQ(m_camera->GetFeatures(nullptr, count), 0);
+        OPX::KltAPI::FeaturePtrVector features(count);
+        if (count > 0)
+        {
+            EXPECT_EQ(m_camera->GetFeatures(features.data(), count), 0);
+        }
+        return features;
+    }
+
+    template <class Condition>
+    static bool WaitFor(Condition condition, std::chrono::seconds limit = std::chrono::seconds(5))
+    {
+        const auto end = std::chrono::steady_clock::now() + limit;
+        while (!condition())
+        {
+            if (std::chrono::steady_clock::now() > end)
+                return false;
+            std::this_thread::sleep_for(std::chrono::milliseconds(10));
+        }
+        return true;
+    }
+
+    std::filesystem::path m_folder;
+    OPX::KltAPI::CameraPtr m_camera;
+};
+
+#endif
