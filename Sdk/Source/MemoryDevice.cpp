@@ -59,7 +59,6 @@ extern "C"
     };
 }
 
-
 G_DEFINE_TYPE(KoltaMemoryDevice, kolta_memory_device, ARV_TYPE_DEVICE)
 
 namespace

@@ -131,7 +131,11 @@ private slots:
             QVERIFY(button->text().isEmpty() && !button->icon().isNull());
             QVERIFY(!button->toolTip().isEmpty() && !button->accessibleName().isEmpty());
         }
-        QCOMPARE(m_window->findChildren<QMenu*>().size(), 2);
+        QStringList menus;
+        foreach (const QAction* menu, m_window->menuBar()->actions())
+            foreach (const QAction* action, menu->menu()->actions())
+                menus.append(menu->text() + "/" + action->text() + " " + action->shortcut().toString());
+        QCOMPARE(menus, QStringList({"&File/E&xit ", "&Help/&About F1", "&Help/About &Qt Ctrl+F1"}));
         foreach (const QLabel* label, m_window->findChildren<QLabel*>())
             QVERIFY2(label->buddy() != nullptr, qPrintable(label->objectName()));
         QCOMPARE(Child<QPushButton>("m_btnRefresh")->layoutDirection(), Qt::RightToLeft);
