@@ -3,6 +3,7 @@
 #include "CheckedDescription.h"
 #include "ErrorCodes.h"
 #include "ParserLock.h"
+#include "UsbPermissions.h"
 
 #include <arv.h>
 
@@ -32,6 +33,14 @@ std::string Text(const char* text)
     return text == nullptr ? std::string() : WithoutControls(text);
 }
 
+/// Aravis has parsed the description, but nothing was evaluated yet.
+std::string ProblemOfDescription(ArvDevice* device)
+{
+    std::size_t size = 0;
+    const char* xml = arv_device_get_genicam_xml(device, &size);
+    return xml == nullptr ? "there is none" : CheckDescription(std::string(xml, size), std::string()).problem;
+}
+
 KltErrorType Connect(const std::string& deviceId, Connection& connection)
 {
     const std::lock_guard<std::mutex> lock(ParserLock());
@@ -44,8 +53,12 @@ KltErrorType Connect(const std::string& deviceId, Connection& connection)
         !arv_gv_device_is_controller(ARV_GV_DEVICE(connection.device.get())))
         return KltErrorInvalidAccess;
     ArvGc* description = arv_device_get_genicam(connection.device.get());
-    if (description == nullptr)
+    const std::string problem = ProblemOfDescription(connection.device.get());
+    if (description == nullptr || !problem.empty())
+    {
+        Report("The description of " + deviceId + " cannot be used: " + problem);
         return KltErrorOther;
+    }
     connection.description.reset(ARV_GC(g_object_ref(description)));
     return KltErrorSuccess;
 }
@@ -69,7 +82,7 @@ CameraRecord RecordOf(unsigned int index)
 
 } // namespace
 
-AravisTransport::AravisTransport(bool gige, bool usb3)
+AravisTransport::AravisTransport(bool gige, bool usb3) : m_warnsOfUsb(usb3)
 {
     // Aravis' own fake device is always there unless it is switched off.
     for (unsigned int i = 0; i < arv_get_n_interfaces(); ++i)
@@ -80,6 +93,12 @@ AravisTransport::AravisTransport(bool gige, bool usb3)
 
 std::vector<CameraRecord> AravisTransport::Scan()
 {
+    if (m_warnsOfUsb && IsUsbCameraOutOfReach())
+    {
+        Report("A USB3 Vision camera is plugged in, but you may not use it. Install 70-kolta-cameras.rules into "
+               "/etc/udev/rules.d and plug it in again.");
+        m_warnsOfUsb = false;
+    }
     arv_update_device_list();
     std::vector<CameraRecord> records;
     const unsigned int count = arv_get_n_devices();

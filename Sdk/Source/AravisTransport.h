@@ -20,6 +20,9 @@ public:
     /// Answers get lost in a network.
     int ToleratedMisses() const override { return 1; }
     bool IsQuick() const override { return false; }
+
+private:
+    bool m_warnsOfUsb; ///< Until it was said once.
 };
 
 } // namespace KltAPI

@@ -3,6 +3,7 @@
 #include "CheckedDescription.h"
 #include "MemoryDevice.h"
 #include "ParserLock.h"
+#include "StartValues.h"
 
 #include <dlfcn.h>
 
@@ -47,7 +48,10 @@ KltErrorType Connect(const fs::path& path, Connection& connection)
     connection.device = NewMemoryDevice();
     const std::lock_guard<std::mutex> lock(ParserLock());
     connection.description.reset(arv_gc_new(connection.device.get(), description.xml.data(), description.xml.size()));
-    return connection.description ? KltErrorSuccess : KltErrorOther;
+    if (!connection.description)
+        return KltErrorOther;
+    ApplyStartValues(connection.description.get(), path);
+    return KltErrorSuccess;
 }
 
 std::string Unique(const std::string& name, std::set<std::string>& taken)

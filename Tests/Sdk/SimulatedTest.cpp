@@ -210,6 +210,30 @@ TEST_F(Simulated, CamerasComeAndGoWithTheirFiles)
     EXPECT_EQ(camera->Open(1), KltErrorNotFound);
 }
 
+TEST_F(Simulated, StartValuesStandBesideTheDescription)
+{
+    Write("Zoo.values", "# comment\n\n I = 14 \nS=a = b\nRo=9\nE = Big\nnonsense\nNobody = 1\n");
+    testing::internal::CaptureStderr();
+    OpenZoo();
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_NE(said.find("Zoo.values:7: there is no '='"), std::string::npos) << said;
+    EXPECT_NE(said.find("Zoo.values:8: there is no feature 'Nobody'"), std::string::npos) << said;
+    KltInt64_t value = 0;
+    std::string text;
+    EXPECT_TRUE(Feature("I")->GetValue(value) == 0 && value == 14);
+    EXPECT_TRUE(Feature("Ro")->GetValue(value) == 0 && value == 9);
+    EXPECT_TRUE(Feature("E")->GetValue(value) == 0 && value == 4294967296ll);
+    EXPECT_TRUE(Feature("S")->GetValue(text) == 0 && text == "a = b");
+}
+
+TEST_F(Simulated, ZippedDescriptionsAreUnpacked)
+{
+    Write("Inside.xml", Description(Names, Nodes));
+    ASSERT_EQ(std::system(("cd '" + m_folder.string() + "' && zip -qm Zipped.zip Inside.xml").c_str()), 0);
+    Open("Zipped");
+    EXPECT_EQ(Features().size(), 12u);
+}
+
 TEST_F(Simulated, TheSystemHasToBeStarted)
 {
     unsigned int count = 0;

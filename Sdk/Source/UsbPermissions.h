@@ -1,0 +1,16 @@
+#ifndef USBPERMISSIONS_H
+#define USBPERMISSIONS_H
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// Whether a USB3 Vision camera is plugged in that this user may not open. Such a camera is in no list, and nothing
+/// else tells why.
+bool IsUsbCameraOutOfReach();
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif
