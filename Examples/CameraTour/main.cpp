@@ -4,26 +4,28 @@
 
 #include <KoltaCPP/KoltaCPP.h>
 
+#include <chrono>
 #include <iostream>
 #include <string>
+#include <thread>
 #include <vector>
 
 using namespace OPX::KltAPI;
 
+/// Cameras in a network take a second or two to be found.
 static CameraPtr FirstCamera()
 {
     unsigned int count = 0;
-    std::vector<CameraPtr> cameras;
-    if (KoltaSystem::GetInstance().GetCameras(NULL, count) == KltErrorSuccess && count > 0)
-    {
-        cameras.resize(count);
-        KoltaSystem::GetInstance().GetCameras(&cameras[0], count);
-    }
-    return cameras.empty() ? CameraPtr() : cameras[0];
+    for (int i = 0; i < 30 && KoltaSystem::GetInstance().GetCameras(NULL, count) == KltErrorSuccess && count == 0; ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    std::vector<CameraPtr> cameras(count + 1);
+    KoltaSystem::GetInstance().GetCameras(&cameras[0], count);
+    return cameras[0];
 }
 
-static bool Tour(KoltaMonoCamera& camera)
+static bool Tour(const CameraPtr& opened)
 {
+    KoltaMonoCamera camera(opened);
     std::string model;
     KltInt64_t width = 0;
     double exposureTime = 0;
@@ -47,13 +49,10 @@ int main()
     if (KoltaSystem::GetInstance().Startup() != KltErrorSuccess)
         return 1;
     const CameraPtr camera = FirstCamera();
-    bool done = false;
-    if (camera.get() != NULL && camera->Open(KltAccessModeFull) == KltErrorSuccess)
-    {
-        KoltaMonoCamera mono(camera);
-        done = Tour(mono);
+    const bool opened = camera.get() != NULL && camera->Open(KltAccessModeFull) == KltErrorSuccess;
+    const bool done = opened && Tour(camera);
+    if (opened)
         camera->Close();
-    }
     KoltaSystem::GetInstance().Shutdown();
     return done ? 0 : 1;
 }
