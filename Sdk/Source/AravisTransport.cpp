@@ -34,11 +34,14 @@ std::string Text(const char* text)
 }
 
 /// Aravis has parsed the description, but nothing was evaluated yet.
-std::string ProblemOfDescription(ArvDevice* device)
+std::string TakeDescription(Connection& connection)
 {
     std::size_t size = 0;
-    const char* xml = arv_device_get_genicam_xml(device, &size);
-    return xml == nullptr ? "there is none" : CheckDescription(std::string(xml, size), std::string()).problem;
+    const char* xml = arv_device_get_genicam_xml(connection.device.get(), &size);
+    if (xml == nullptr)
+        return "there is none";
+    connection.xml.assign(xml, size);
+    return CheckDescription(connection.xml, std::string()).problem;
 }
 
 KltErrorType Connect(const std::string& deviceId, Connection& connection)
@@ -53,7 +56,7 @@ KltErrorType Connect(const std::string& deviceId, Connection& connection)
         !arv_gv_device_is_controller(ARV_GV_DEVICE(connection.device.get())))
         return KltErrorInvalidAccess;
     ArvGc* description = arv_device_get_genicam(connection.device.get());
-    const std::string problem = ProblemOfDescription(connection.device.get());
+    const std::string problem = TakeDescription(connection);
     if (description == nullptr || !problem.empty())
     {
         Report("The description of " + deviceId + " cannot be used: " + problem);
@@ -76,6 +79,8 @@ CameraRecord RecordOf(unsigned int index)
         record.serialNumber = Text(arv_get_device_physical_id(index));
     if (record.serialNumber.empty())
         record.serialNumber = Text(deviceId.c_str());
+    record.transport = std::string(arv_get_device_protocol(index)) == Usb3Vision ? "usb3" : "gige";
+    record.address = Text(arv_get_device_address(index));
     record.connect = [deviceId](Connection& connection) { return Connect(deviceId, connection); };
     return record;
 }

@@ -53,6 +53,23 @@ KltErrorType Camera::GetSerialNumber(char* serialNumber, unsigned int& length) c
     return DeliverText(m_impl->serialNumber, serialNumber, length);
 }
 
+KltErrorType Camera::GetTransport(char* transport, unsigned int& length) const
+{
+    return DeliverText(m_impl->transport, transport, length);
+}
+
+KltErrorType Camera::GetAddress(char* address, unsigned int& length) const
+{
+    return DeliverText(m_impl->address, address, length);
+}
+
+KltErrorType Camera::GetDescription(char* description, unsigned int& length) const
+{
+    std::string xml;
+    const KltErrorType result = m_impl->session->GetDescription(xml);
+    return result == KltErrorSuccess ? DeliverText(xml, description, length) : result;
+}
+
 KltErrorType Camera::Open(KltAccessModeType accessMode)
 {
     if (accessMode != KltAccessModeFull)

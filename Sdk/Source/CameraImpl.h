@@ -16,6 +16,8 @@ struct FeatureContainer::Impl
 {
     std::string name;
     std::string serialNumber;
+    std::string transport;
+    std::string address;
     std::shared_ptr<Session> session;
 };
 

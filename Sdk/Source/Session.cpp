@@ -63,6 +63,15 @@ KltErrorType Session::GetFeature(const std::string& name, FeaturePtr& feature)
     return KltErrorSuccess;
 }
 
+KltErrorType Session::GetDescription(std::string& xml)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (!m_connection.description)
+        return KltErrorDeviceNotOpen;
+    xml = m_connection.xml;
+    return KltErrorSuccess;
+}
+
 KltErrorType Session::EnsureListed()
 {
     if (!m_connection.description)

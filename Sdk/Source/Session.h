@@ -22,6 +22,7 @@ struct Connection
 {
     ObjectPtr<ArvDevice> device;
     ObjectPtr<ArvGc> description;
+    std::string xml; ///< What the description was made from.
 };
 
 /// Connects to one camera.
@@ -41,6 +42,8 @@ public:
 
     /// The features, read from the camera at the first call after Open. The same handles until Close.
     KltErrorType GetFeatures(FeaturePtrVector& features);
+
+    KltErrorType GetDescription(std::string& xml);
 
     /// The feature of this name; -3 if there is none.
     KltErrorType GetFeature(const std::string& name, FeaturePtr& feature);

@@ -50,6 +50,7 @@ KltErrorType Connect(const fs::path& path, Connection& connection)
     connection.description.reset(arv_gc_new(connection.device.get(), description.xml.data(), description.xml.size()));
     if (!connection.description)
         return KltErrorOther;
+    connection.xml = description.xml;
     ApplyStartValues(connection.description.get(), path);
     return KltErrorSuccess;
 }
@@ -94,8 +95,8 @@ std::vector<CameraRecord> SimulatedTransport::Scan()
         const std::string id = path.string() + ":" + std::to_string(file->time.time_since_epoch().count()) + ":" +
                                std::to_string(file->size);
         const std::string serialNumber = Unique(WithoutControls(path.stem().string()), taken);
-        records.push_back(
-            {id, file->modelName, serialNumber, [path](Connection& connection) { return Connect(path, connection); }});
+        records.push_back({id, file->modelName, serialNumber, "simulated", path.string(),
+            [path](Connection& connection) { return Connect(path, connection); }});
     }
     m_known.swap(known);
     return records;

@@ -18,6 +18,8 @@ struct CameraRecord
     std::string id; ///< Stays the same from scan to scan, and is no other camera's.
     std::string name;
     std::string serialNumber;
+    std::string transport; ///< One of the words of KOLTA_TRANSPORTS.
+    std::string address;
     Connector connect;
 };
 

@@ -211,6 +211,21 @@ KltErrorType Camera::GetSerialNumber(char* serialNumber, unsigned int& length) c
     return Text("Camera::GetSerialNumber", m_impl->data.name, m_impl->data.serialNumber, serialNumber, length);
 }
 
+KltErrorType Camera::GetTransport(char* transport, unsigned int& length) const
+{
+    return Text("Camera::GetTransport", m_impl->data.name, "scripted", transport, length);
+}
+
+KltErrorType Camera::GetAddress(char* address, unsigned int& length) const
+{
+    return Text("Camera::GetAddress", m_impl->data.name, "", address, length);
+}
+
+KltErrorType Camera::GetDescription(char* description, unsigned int& length) const
+{
+    return Text("Camera::GetDescription", m_impl->data.name, "", description, length);
+}
+
 KltErrorType Camera::Open(KltAccessModeType accessMode)
 {
     TheScript().sessions.push_back("Open " + m_impl->data.name);

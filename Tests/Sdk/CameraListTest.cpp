@@ -23,7 +23,7 @@ std::vector<CameraRecord> Found(const std::vector<std::string>& ids)
 {
     std::vector<CameraRecord> records;
     for (const std::string& id : ids)
-        records.push_back({id, "Name", id, Connector()});
+        records.push_back({id, "Name", id, "gige", "address", Connector()});
     return records;
 }
 

@@ -232,6 +232,9 @@ TEST_F(Simulated, ZippedDescriptionsAreUnpacked)
     ASSERT_EQ(std::system(("cd '" + m_folder.string() + "' && zip -qm Zipped.zip Inside.xml").c_str()), 0);
     Open("Zipped");
     EXPECT_EQ(Features().size(), 12u);
+    EXPECT_EQ(Text(*m_camera, &Camera::GetDescription), Description(Names, Nodes));
+    EXPECT_EQ(Text(*m_camera, &Camera::GetTransport), "simulated");
+    EXPECT_EQ(Text(*m_camera, &Camera::GetAddress), (m_folder / "Zipped.zip").string());
 }
 
 TEST_F(Simulated, TheSystemHasToBeStarted)

@@ -53,6 +53,16 @@ public:
     /// What tells this camera from all others; never empty. Read like `Feature::GetName`.
     KltErrorType GetSerialNumber(char* serialNumber, unsigned int& length) const;
 
+    /// How the camera is reached: "simulated", "gige" or "usb3". Read like `Feature::GetName`.
+    KltErrorType GetTransport(char* transport, unsigned int& length) const;
+
+    /// Where the camera is: an address in the network or on the bus, or the description file of a simulated one. Read
+    /// like `Feature::GetName`.
+    KltErrorType GetAddress(char* address, unsigned int& length) const;
+
+    /// The camera's own description (GenICam XML), unpacked. A closed camera gives -5. Read like `Feature::GetName`.
+    KltErrorType GetDescription(char* description, unsigned int& length) const;
+
     /// Opens the camera and reads its description. Errors: -3 it is gone, -6 another program controls it or it is
     /// open already, -7 an unknown access mode, -12 it does not answer.
     virtual KltErrorType Open(KltAccessModeType accessMode);
