@@ -21,21 +21,12 @@ namespace
 const std::chrono::milliseconds TimeToAppear(4000);
 const std::chrono::milliseconds TimeBetweenLooks(50);
 
-std::string TextOf(int code)
+const char TransportsVariable[] = "KOLTA_TRANSPORTS";
+const char PathVariable[] = "KOLTA_CAMERA_PATH";
+
+std::string Reason(int code)
 {
     return KoltaHelper::ReturnCodeToString(code).toStdString();
-}
-
-/// Has the SDK simulate this file, and look for no other cameras.
-void Simulate(const std::string& file)
-{
-    std::error_code error;
-    if (!fs::is_regular_file(file, error))
-        throw CommandError(ExitCamera, "There is no description file '" + file + "'. Check the path.");
-    if (file.find(':') != std::string::npos)
-        throw CommandError(ExitCamera, "The path '" + file + "' holds a colon. Copy the file to a path without one.");
-    setenv("KOLTA_TRANSPORTS", "simulated", 1);
-    setenv("KOLTA_CAMERA_PATH", file.c_str(), 1);
 }
 
 /// The serial number that the SDK gives the camera it simulates from this file.
@@ -44,7 +35,33 @@ std::string SerialNumberFor(const std::string& file)
     return fs::path(file).stem().string();
 }
 
+bool OnlySimulated()
+{
+    const char* transports = std::getenv(TransportsVariable);
+    return transports != nullptr && std::string(transports) == "simulated";
+}
+
+void CheckFile(const std::string& file)
+{
+    std::error_code error;
+    if (!fs::is_regular_file(file, error))
+        throw CommandError(ExitCamera, "There is no description file '" + file + "'. Check the path.");
+    if (file.find(':') != std::string::npos)
+        throw CommandError(ExitCamera, "The path '" + file + "' holds a colon. Copy the file to a path without one.");
+}
+
 } // namespace
+
+CameraChoice CameraChoice::FromText(const std::string& text)
+{
+    CameraChoice choice;
+    std::error_code error;
+    if (fs::exists(text, error))
+        choice.descriptionFile = text;
+    else
+        choice.serialNumber = text;
+    return choice;
+}
 
 SdkSession::SdkSession()
 {
@@ -54,7 +71,25 @@ SdkSession::SdkSession()
 SdkSession::SdkSession(const CameraChoice& choice)
 {
     if (!choice.descriptionFile.empty())
-        Simulate(choice.descriptionFile);
+    {
+        CheckFile(choice.descriptionFile);
+        for (const char* variable : {TransportsVariable, PathVariable})
+            if (const char* value = std::getenv(variable))
+                m_environment[variable] = value;
+        setenv(TransportsVariable, "simulated", 1);
+        setenv(PathVariable, choice.descriptionFile.c_str(), 1);
+        try
+        {
+            Start();
+        }
+        catch (...)
+        {
+            Restore();
+            throw;
+        }
+        Restore();
+        return;
+    }
     Start();
 }
 
@@ -67,7 +102,20 @@ void SdkSession::Start()
 {
     const KltErrorType result = KoltaSystem::GetInstance().Startup();
     if (result != KltErrorSuccess)
-        throw CommandError(ExitCamera, "Cannot start Kolta: " + TextOf(result) + " Check KOLTA_TRANSPORTS.");
+        throw CommandError(ExitCamera, "Cannot start Kolta: " + Reason(result) + " Check KOLTA_TRANSPORTS.");
+}
+
+void SdkSession::Restore()
+{
+    // The SDK looks at them when it is started.
+    for (const char* variable : {TransportsVariable, PathVariable})
+    {
+        const auto before = m_environment.find(variable);
+        if (before == m_environment.end())
+            unsetenv(variable);
+        else
+            setenv(variable, before->second.c_str(), 1);
+    }
 }
 
 std::vector<CameraPtr> SdkSession::Cameras() const
@@ -75,8 +123,15 @@ std::vector<CameraPtr> SdkSession::Cameras() const
     std::vector<CameraPtr> cameras;
     const KltErrorType result = ReadList(KoltaSystem::GetInstance(), &KoltaSystem::GetCameras, cameras);
     if (result != KltErrorSuccess)
-        throw CommandError(ExitCamera, "Unable to get camera list: " + TextOf(result));
+        throw CommandError(ExitCamera, "Unable to get camera list: " + Reason(result));
     return cameras;
+}
+
+std::vector<CameraPtr> SdkSession::AllCameras() const
+{
+    if (!OnlySimulated())
+        std::this_thread::sleep_for(TimeToAppear);
+    return Cameras();
 }
 
 CameraPtr SdkSession::Find(const CameraChoice& choice) const
@@ -87,37 +142,38 @@ CameraPtr SdkSession::Find(const CameraChoice& choice) const
     do
     {
         for (const CameraPtr& camera : Cameras())
-            if (SerialNumberOf(*camera) == serialNumber)
+            if (TextOf(*camera, &Camera::GetSerialNumber) == serialNumber)
                 return camera;
         if (simulated)
             throw CommandError(ExitCamera, "The description '" + choice.descriptionFile + "' cannot be used.");
+        if (OnlySimulated())
+            break;
         std::this_thread::sleep_for(TimeBetweenLooks);
     } while (std::chrono::steady_clock::now() < end);
     throw CommandError(
         ExitCamera, "There is no camera with the serial number '" + serialNumber + "'. See 'kolta-classgen list'.");
 }
 
-std::string NameOf(const Camera& camera)
+std::string TextOf(const Camera& camera, KltErrorType (Camera::*getter)(char*, unsigned int&) const)
 {
-    std::string name;
-    ReadString(camera, &Camera::GetName, name);
-    return name;
+    std::string text;
+    ReadString(camera, getter, text);
+    return text;
 }
 
-std::string SerialNumberOf(const Camera& camera)
+ReadCamera Read(const CameraChoice& choice)
 {
-    std::string serialNumber;
-    ReadString(camera, &Camera::GetSerialNumber, serialNumber);
-    return serialNumber;
-}
-
-void ReadCatalogue(const CameraPtr& camera, FeatureInfos& features)
-{
+    const SdkSession session(choice);
+    const CameraPtr camera = session.Find(choice);
+    ReadCamera read;
+    read.name = TextOf(*camera, &Camera::GetName);
     const KltErrorType opened = camera->Open(KltAccessModeFull);
     if (opened != KltErrorSuccess)
-        throw CommandError(ExitCamera, "Unable to open camera '" + NameOf(*camera) + "': " + TextOf(opened));
-    const int read = features.Create(camera);
+        throw CommandError(ExitCamera, "Unable to open camera '" + read.name + "': " + Reason(opened));
+    const int listed = read.features.Create(camera);
+    read.description = TextOf(*camera, &Camera::GetDescription);
     camera->Close();
-    if (read != KltErrorSuccess)
-        throw CommandError(ExitCamera, "Unable to read the features of '" + NameOf(*camera) + "': " + TextOf(read));
+    if (listed != KltErrorSuccess)
+        throw CommandError(ExitCamera, "Unable to read the features of '" + read.name + "': " + Reason(listed));
+    return read;
 }

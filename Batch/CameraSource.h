@@ -5,6 +5,7 @@
 
 #include <KoltaCPP/Camera.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,9 @@ struct CameraChoice
 {
     std::string serialNumber;
     std::string descriptionFile; ///< Goes before the serial number.
+
+    /// A text that is either: the path of a file that exists, or a serial number.
+    static CameraChoice FromText(const std::string& text);
 };
 
 /// The SDK, for as long as a command runs.
@@ -24,26 +28,40 @@ public:
 
     /// Starts the SDK so that the camera of this choice will be found.
     explicit SdkSession(const CameraChoice& choice);
+
+    /// Also undoes what the choice of a camera changed for the SDK.
     ~SdkSession();
 
     SdkSession(const SdkSession&) = delete;
     SdkSession& operator=(const SdkSession&) = delete;
 
-    /// All cameras, in the SDK's order.
-    std::vector<OPX::KltAPI::CameraPtr> Cameras() const;
+    /// All cameras, in the SDK's order. Waits for those that take a moment to answer.
+    std::vector<OPX::KltAPI::CameraPtr> AllCameras() const;
 
     /// Throws CommandError if the camera is not there.
     OPX::KltAPI::CameraPtr Find(const CameraChoice& choice) const;
 
 private:
     void Start();
+    void Restore();
+    std::vector<OPX::KltAPI::CameraPtr> Cameras() const;
+
+    std::map<std::string, std::string> m_environment; ///< As it was before.
 };
 
-/// Name and serial number of a camera.
-std::string NameOf(const OPX::KltAPI::Camera& camera);
-std::string SerialNumberOf(const OPX::KltAPI::Camera& camera);
+/// A text of a camera, for example `TextOf(camera, &Camera::GetName)`; empty if it cannot be read.
+std::string TextOf(
+    const OPX::KltAPI::Camera& camera, KltErrorType (OPX::KltAPI::Camera::*getter)(char*, unsigned int&) const);
 
-/// Opens the camera, reads its features and closes it. Throws CommandError if that fails.
-void ReadCatalogue(const OPX::KltAPI::CameraPtr& camera, FeatureInfos& features);
+/// What a command needs of one camera.
+struct ReadCamera
+{
+    std::string name;
+    std::string description; ///< The camera's own, as XML.
+    FeatureInfos features;
+};
+
+/// Finds the camera, opens it, reads it and closes it again. Throws CommandError if that fails.
+ReadCamera Read(const CameraChoice& choice);
 
 #endif

@@ -8,9 +8,11 @@
 enum ExitCode
 {
     ExitDone = 0,
+    ExitDiffers = 1, ///< What was compared is not the same.
     ExitUsage = 2,
     ExitCamera = 3, ///< The camera or its description cannot be used.
-    ExitFile = 4
+    ExitFile = 4,
+    ExitNames = 5 ///< The class would not compile.
 };
 
 /// Ends a command. The text says what is wrong and what to do.

@@ -1,19 +1,15 @@
 #include "GenerateCommand.h"
 
-#include "CppClassGenerator.h"
-#include "ExitCodes.h"
-#include "FileChooserWidget.h"
+#include "FilePair.h"
+#include "HiddenPage.h"
+#include "NameCheck.h"
 
-#include <QByteArray>
-#include <QCoreApplication>
 #include <QDir>
-#include <QFile>
-#include <QLineEdit>
+#include <QProcess>
+#include <QSaveFile>
 #include <QTemporaryDir>
-#include <QWidget>
 
 #include <cstdio>
-#include <memory>
 
 namespace
 {
@@ -23,115 +19,112 @@ QString FromArgument(const std::string& text)
     return QString::fromUtf8(text.c_str());
 }
 
-std::string ToMessage(const QString& text)
+void Print(const QStringList& problems, const char* kind)
 {
-    return text.toUtf8().toStdString();
+    for (const QString& problem : problems)
+        std::fprintf(stderr, "kolta-classgen: %s: %s\n", kind, problem.toUtf8().constData());
 }
 
-/// The generator with its options page, which is never shown.
-class HiddenPage
+/// The page, filled in, and the catalogue.
+struct Prepared
 {
-public:
-    HiddenPage()
+    explicit Prepared(const GenerateOptions& options) : camera(Read(options.camera))
     {
-        m_generator.SetupUi(&m_page);
-        QObject::connect(
-            &m_generator, &ClassGeneratorBase::LogMessage, [this](const QString& message) { Print(message); });
+        page.Fill(options, camera.name);
+        if (!page.Generator().OptionsValid())
+            throw CommandError(ExitFile, "A name is empty or a template does not exist. Check the options.");
+        if (page.HeaderName() == page.SourceName())
+            throw CommandError(ExitUsage, "Header and source have the same name. Give them different ones.");
     }
 
-    /// Messages about files in \a folder tell of \a shown instead, where the files end up.
-    void ShowInstead(const QString& folder, const QString& shown)
-    {
-        m_folder = folder;
-        m_shown = shown;
-    }
-
-    CppClassGenerator& Generator() { return m_generator; }
-
-    QLineEdit* Edit(const char* name) { return m_page.findChild<QLineEdit*>(QLatin1String(name)); }
-
-    QLineEdit* Chooser(const char* name)
-    {
-        return m_page.findChild<FileChooserWidget*>(QLatin1String(name))->m_lineEdit;
-    }
-
-private:
-    void Print(QString message) const
-    {
-        if (!m_folder.isEmpty())
-            message.replace(m_folder, m_shown);
-        std::fprintf(stderr, "%s\n", message.toUtf8().constData());
-    }
-
-    QWidget m_page;
-    CppClassGenerator m_generator;
-    QString m_folder;
-    QString m_shown;
+    ReadCamera camera;
+    HiddenPage page;
 };
 
-void Fill(HiddenPage& page, const GenerateOptions& options, const std::string& cameraName)
+void CheckNamesOf(Prepared& prepared, bool force)
 {
-    page.Edit("m_editGetterPrefix")->setText(QLatin1String("Get"));
-    page.Edit("m_editSetterPrefix")->setText(QLatin1String("Set"));
-    const QString templates = QCoreApplication::applicationDirPath() + QLatin1String("/Templates/CppTemplate");
-    page.Chooser("m_headerTemplateFileChooser")
-        ->setText(
-            options.headerTemplate.empty() ? templates + QLatin1String(".h") : FromArgument(options.headerTemplate));
-    page.Chooser("m_sourceTemplateFileChooser")
-        ->setText(
-            options.sourceTemplate.empty() ? templates + QLatin1String(".cpp") : FromArgument(options.sourceTemplate));
-    page.Generator().SetCameraName(cameraName.c_str());
-    const auto className = options.texts.find("m_editClassName");
-    if (className != options.texts.end())
-    {
-        page.Edit("m_editClassName")->setText(FromArgument(className->second));
-        QMetaObject::invokeMethod(&page.Generator(), "OnClassNameEditingFinished");
-    }
-    for (const auto& text : options.texts)
-        if (text.first != "m_editClassName")
-            page.Edit(text.first.c_str())->setText(FromArgument(text.second));
+    const NameProblems problems =
+        CheckNames(prepared.page.Generator(), prepared.page.ClassName(), prepared.camera.features);
+    Print(problems.warnings, "warning");
+    Print(problems.errors, "error");
+    if (!problems.errors.isEmpty() && !force)
+        throw CommandError(ExitNames,
+            "The class would not compile, so nothing was written. Change prefixes or suffixes, or use --force.");
 }
 
-/// Replaces the file at \a target by the one at \a source in one step, unless they are the same.
-void Replace(const QString& source, const QString& target)
+/// Runs the generator into \a folder, telling of \a shown instead.
+void RunInto(Prepared& prepared, const QString& folder, const QString& shown)
 {
-    QFile fresh(source);
-    if (!fresh.open(QIODevice::ReadOnly))
-        throw CommandError(ExitFile, "'" + ToMessage(target) + "' was not generated. See the messages above.");
-    QFile old(target);
-    if (old.open(QIODevice::ReadOnly) && old.readAll() == fresh.readAll())
-        return;
-    if (std::rename(QFile::encodeName(source).constData(), QFile::encodeName(target).constData()) != 0)
-        throw CommandError(ExitFile, "'" + ToMessage(target) + "' cannot be written. Check the folder.");
+    prepared.page.ShowInstead(folder, shown);
+    prepared.page.Generator().Run(folder.toLocal8Bit().constData(), true, prepared.camera.features);
+    if (!prepared.page.IsComplete(folder, prepared.camera.features))
+        throw CommandError(ExitFile, "The files could not be written whole. See the messages above; is the disk full?");
+}
+
+QByteArray EscapedForMake(const QString& path)
+{
+    return path.toUtf8().replace("$", "$$").replace("#", "\\#").replace(" ", "\\ ");
+}
+
+void WriteDepfile(const GenerateOptions& options, const HiddenPage& page)
+{
+    const QString folder = FromArgument(options.outputFolder) + QLatin1Char('/');
+    QByteArray rule =
+        EscapedForMake(folder + page.HeaderName()) + " " + EscapedForMake(folder + page.SourceName()) + ":";
+    if (!options.camera.descriptionFile.empty())
+        rule += " " + EscapedForMake(FromArgument(options.camera.descriptionFile));
+    rule += " " + EscapedForMake(page.HeaderTemplate()) + " " + EscapedForMake(page.SourceTemplate()) + "\n";
+    QSaveFile file(FromArgument(options.depfile));
+    if (!file.open(QIODevice::WriteOnly) || file.write(rule) < 0 || !file.commit())
+        throw CommandError(ExitFile, "'" + options.depfile + "' cannot be written. Check the folder.");
+}
+
+/// \return whether the two differ
+bool PrintDifference(const QString& present, const QString& expected)
+{
+    if (HaveSameContent(present, expected))
+        return false;
+    QProcess diff;
+    diff.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    diff.start(QLatin1String("diff"),
+        {"-u", "-N", "--label", present, "--label", present + " (as generated)", present, expected});
+    diff.waitForFinished(-1);
+    std::fputs(diff.readAllStandardOutput().constData(), stdout);
+    return true;
 }
 
 } // namespace
 
 void Generate(const GenerateOptions& options)
 {
-    FeatureInfos features;
-    std::string cameraName;
-    {
-        const SdkSession session(options.camera);
-        const OPX::KltAPI::CameraPtr camera = session.Find(options.camera);
-        cameraName = NameOf(*camera);
-        ReadCatalogue(camera, features);
-    }
-    HiddenPage page;
-    Fill(page, options, cameraName);
-    if (!page.Generator().OptionsValid())
-        throw CommandError(ExitFile, "The names are empty or the templates do not exist. Check the options.");
-
+    Prepared prepared(options);
+    CheckNamesOf(prepared, options.force);
     const QString folder = FromArgument(options.outputFolder);
     if (!QDir().mkpath(folder))
-        throw CommandError(ExitFile, "The folder '" + options.outputFolder + "' cannot be made.");
+        throw CommandError(ExitFile, "The folder '" + options.outputFolder + "' cannot be made. Check the path.");
     // On the same file system, so that the files can be moved into their place.
     const QTemporaryDir fresh(folder + QLatin1String("/.kolta-classgen-XXXXXX"));
     if (!fresh.isValid())
-        throw CommandError(ExitFile, "Nothing can be written into '" + options.outputFolder + "'.");
-    page.ShowInstead(fresh.path(), QDir::cleanPath(folder));
-    page.Generator().Run(fresh.path().toUtf8().constData(), true, features);
-    for (const char* name : {"m_editHeaderFileName", "m_editSourceFileName"})
-        Replace(fresh.path() + QLatin1Char('/') + page.Edit(name)->text(),
-            folder + QLatin1Char('/') + page.Edit(name)->text());
+        throw CommandError(ExitFile, "Nothing can be written into '" + options.outputFolder + "'. Check the folder.");
+    RunInto(prepared, fresh.path(), QDir::cleanPath(folder));
+    ReplacePair(fresh.path(), folder, prepared.page.HeaderName(), prepared.page.SourceName());
+    if (!options.depfile.empty())
+        WriteDepfile(options, prepared.page);
+}
+
+ExitCode Check(const GenerateOptions& options, const std::string& repair)
+{
+    Prepared prepared(options);
+    const QTemporaryDir fresh;
+    if (!fresh.isValid())
+        throw CommandError(ExitFile, "No temporary folder can be made. Check TMPDIR.");
+    prepared.page.BeQuiet();
+    RunInto(prepared, fresh.path(), FromArgument(options.outputFolder));
+    bool differs = false;
+    for (const QString& name : {prepared.page.HeaderName(), prepared.page.SourceName()})
+        differs |= PrintDifference(FromArgument(options.outputFolder) + QLatin1Char('/') + name, fresh.filePath(name));
+    if (!differs)
+        return ExitDone;
+    std::fprintf(stderr, "kolta-classgen: The files are not up to date. Run: %s\n", repair.c_str());
+    return ExitDiffers;
 }

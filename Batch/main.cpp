@@ -1,8 +1,5 @@
-#include "ExitCodes.h"
-#include "GenerateCommand.h"
-#include "ListCommands.h"
+#include "CommandLine.h"
 
-#include <CLI/CLI.hpp>
 #include <QApplication>
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 #include <QTextCodec>
@@ -13,32 +10,6 @@
 
 namespace
 {
-
-void AddText(CLI::App* command, GenerateOptions& options, const char* option, const char* edit, const char* what)
-{
-    command->add_option_function<std::string>(
-        option, [&options, edit](const std::string& text) { options.texts[edit] = text; }, what);
-}
-
-void AddGenerate(CLI::App& program, GenerateOptions& options)
-{
-    CLI::App* generate = program.add_subcommand("generate", "Generates the class of a camera");
-    CLI::Option_group* camera = generate->add_option_group("Camera");
-    camera->add_option("--camera", options.camera.serialNumber, "Serial number of the camera");
-    camera->add_option("--xml", options.camera.descriptionFile, "Description file of a camera that is not there");
-    camera->require_option(1);
-    generate->add_option("--output", options.outputFolder, "Folder for the two files")->required();
-    AddText(generate, options, "--class", "m_editClassName", "Name of the class");
-    AddText(generate, options, "--header", "m_editHeaderFileName", "Name of the header file");
-    AddText(generate, options, "--source", "m_editSourceFileName", "Name of the source file");
-    AddText(generate, options, "--getter-prefix", "m_editGetterPrefix", "Before the name in a getter");
-    AddText(generate, options, "--getter-suffix", "m_editGetterSuffix", "After the name in a getter");
-    AddText(generate, options, "--setter-prefix", "m_editSetterPrefix", "Before the name in a setter");
-    AddText(generate, options, "--setter-suffix", "m_editSetterSuffix", "After the name in a setter");
-    generate->add_option("--header-template", options.headerTemplate, "Template of the header");
-    generate->add_option("--source-template", options.sourceTemplate, "Template of the source");
-    generate->callback([&options] { Generate(options); });
-}
 
 void ShowOnlyFailures(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
@@ -53,33 +24,45 @@ void DoWithoutDisplay()
     qInstallMessageHandler(ShowOnlyFailures);
 }
 
-} // namespace
-
-int main(int argc, char* argv[])
+/// The same bytes in every locale.
+void WriteUtf8Everywhere()
 {
-    DoWithoutDisplay();
-    QApplication application(argc, argv);
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
-    // The same bytes in every locale.
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 #endif
-    CLI::App program("Generates C++ classes for the cameras of the Kolta SDK", "kolta-classgen");
-    program.require_subcommand(1);
-    GenerateOptions options;
-    AddGenerate(program, options);
-    program.add_subcommand("list", "Lists the cameras: serial number and name")->callback([] { ListCameras(); });
+}
+
+ExitCode Run(CommandLine& commandLine, int argc, char* argv[])
+{
     try
     {
-        program.parse(argc, argv);
-        return ExitDone;
+        return commandLine.Run(argc, argv);
     }
     catch (const CLI::ParseError& error)
     {
-        return program.exit(error) == 0 ? ExitDone : ExitUsage;
+        return commandLine.Exit(error);
     }
     catch (const CommandError& error)
     {
         std::fprintf(stderr, "kolta-classgen: %s\n", error.what());
         return error.Code();
     }
+    catch (const std::exception& error)
+    {
+        std::fprintf(stderr, "kolta-classgen: Unexpected: %s\n", error.what());
+        return ExitFile;
+    }
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    DoWithoutDisplay();
+    // Qt takes its own arguments out of the list it is given.
+    int noArguments = 1;
+    QApplication application(noArguments, argv);
+    WriteUtf8Everywhere();
+    CommandLine commandLine;
+    return Run(commandLine, argc, argv);
 }

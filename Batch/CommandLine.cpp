@@ -1,0 +1,141 @@
+#include "CommandLine.h"
+
+#include "CameraCommands.h"
+#include "SelfDescription.h"
+
+#include <cstdio>
+
+CommandLine::CommandLine() : m_program("Generates C++ classes for the cameras of the Kolta SDK", "kolta-classgen")
+{
+    m_program.require_subcommand(1);
+    m_program.set_version_flag("--version", KOLTA_VERSION, "Print the version and end");
+    m_program.footer("Exit codes: 0 done, 1 differs, 2 wrong usage, 3 camera or description not usable, 4 file error,\n"
+                     "5 the class would not compile. 'kolta-classgen COMMAND --help' tells more.");
+    AddLookups();
+    AddGenerate();
+    AddCheck();
+    AddComparisons();
+    AddSelf();
+}
+
+ExitCode CommandLine::Run(int argc, const char* const* argv)
+{
+    m_arguments.assign(argv, argv + argc);
+    m_program.parse(argc, argv);
+    return m_result;
+}
+
+ExitCode CommandLine::Exit(const CLI::ParseError& error) const
+{
+    return m_program.exit(error) == 0 ? ExitDone : ExitUsage;
+}
+
+CLI::App* CommandLine::Add(const char* name, const char* what, const char* example)
+{
+    return m_program.add_subcommand(name, what)->footer(std::string("Example: kolta-classgen ") + example);
+}
+
+void CommandLine::AddCamera(CLI::App* command)
+{
+    CLI::Option_group* camera = command->add_option_group("Camera", "Which camera");
+    camera->add_option("--camera", m_options.camera.serialNumber, "Its serial number")->type_name("SERIAL");
+    camera->add_option("--xml", m_options.camera.descriptionFile, "Its description, if it is not there")
+        ->type_name("FILE");
+    camera->require_option(1);
+}
+
+void CommandLine::AddText(CLI::App* command, const char* option, const char* edit, const char* what)
+{
+    command
+        ->add_option_function<std::string>(
+            option, [this, edit](const std::string& text) { m_options.texts[edit] = text; }, what)
+        ->type_name("TEXT");
+}
+
+void CommandLine::AddGeneration(CLI::App* command)
+{
+    AddCamera(command);
+    command->add_option("--output", m_options.outputFolder, "Folder of the two files")->required()->type_name("DIR");
+    AddText(command, "--class", "m_editClassName", "Name of the class; the camera's name if not given");
+    AddText(command, "--header", "m_editHeaderFileName", "Name of the header; the class's if not given");
+    AddText(command, "--source", "m_editSourceFileName", "Name of the source; the class's if not given");
+    command->add_option("--header-template", m_options.headerTemplate, "Template of the header")->type_name("FILE");
+    command->add_option("--source-template", m_options.sourceTemplate, "Template of the source")->type_name("FILE");
+    AddText(command, "--getter-prefix", "m_editGetterPrefix", "Before the name in a getter; Get if not given");
+    AddText(command, "--getter-suffix", "m_editGetterSuffix", "After the name in a getter");
+    AddText(command, "--setter-prefix", "m_editSetterPrefix", "Before the name in a setter; Set if not given");
+    AddText(command, "--setter-suffix", "m_editSetterSuffix", "After the name in a setter");
+}
+
+void CommandLine::AddGenerate()
+{
+    CLI::App* generate = Add(
+        "generate", "Generate the class of a camera", "generate --xml Camera.xml --output generated --class Camera");
+    AddGeneration(generate);
+    generate->add_option("--depfile", m_options.depfile, "Write what the files depend on, for make")->type_name("FILE");
+    generate->add_flag("--force", m_options.force, "Generate also a class that will not compile");
+    generate->callback([this] { Generate(m_options); });
+}
+
+void CommandLine::AddCheck()
+{
+    CLI::App* check = Add("check", "Tell whether the generated files are up to date; write nothing",
+        "check --xml Camera.xml --output generated --class Camera");
+    AddGeneration(check);
+    check->callback([this] { m_result = Check(m_options, RepairCommand()); });
+}
+
+void CommandLine::AddLookups()
+{
+    CLI::App* list = Add("list", "List the cameras: model, serial number, transport, address", "list --json");
+    list->add_flag("--json", m_json, "Print JSON");
+    list->callback([this] { ListCameras(m_json); });
+
+    CLI::App* features = Add("features", "List the features of a camera: category, name, type, access, entries",
+        "features --camera Sim1-Mono --match 'Exposure*'");
+    AddCamera(features);
+    features->add_option("--match", m_glob, "Only features whose name fits")->type_name("GLOB");
+    features->add_flag("--json", m_json, "Print JSON");
+    features->callback([this] { ListFeatures(m_options.camera, m_glob, m_json); });
+
+    CLI::App* dump = Add("dump-xml", "Store the description of a camera, to generate from later",
+        "dump-xml --camera Sim1-Mono --output Camera.xml");
+    dump->add_option("--camera", m_options.camera.serialNumber, "Its serial number")->required()->type_name("SERIAL");
+    dump->add_option("--output", m_file, "Where to; the terminal if not given")->type_name("FILE");
+    dump->callback([this] { DumpDescription(m_options.camera, m_file); });
+}
+
+void CommandLine::AddComparisons()
+{
+    CLI::App* diff = Add(
+        "diff", "Compare the features of two cameras, for example before and after an update", "diff Old.xml New.xml");
+    diff->add_option("A", m_before, "Serial number or description file")->required()->type_name("");
+    diff->add_option("B", m_after, "Serial number or description file")->required()->type_name("");
+    diff->callback(
+        [this] { m_result = CompareCameras(CameraChoice::FromText(m_before), CameraChoice::FromText(m_after)); });
+}
+
+void CommandLine::AddSelf()
+{
+    m_program.add_subcommand("man", "Print the manual page")
+        ->group("")
+        ->callback([this] { std::fputs(ManualPage(m_program).c_str(), stdout); });
+    m_program.add_subcommand("bash-completion", "Print the completion for bash")
+        ->group("")
+        ->callback([this] { std::fputs(BashCompletion(m_program).c_str(), stdout); });
+}
+
+std::string CommandLine::RepairCommand() const
+{
+    std::string command = "kolta-classgen generate";
+    for (std::size_t i = 2; i < m_arguments.size(); ++i)
+    {
+        std::string quoted = "'";
+        for (char character : m_arguments[i])
+            quoted += character == '\'' ? std::string("'\\''") : std::string(1, character);
+        const bool plain = m_arguments[i].find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"
+                                                            "0123456789_-./=") == std::string::npos;
+        command += " " + (plain && !m_arguments[i].empty() ? m_arguments[i] : quoted + "'");
+    }
+    return command;
+}

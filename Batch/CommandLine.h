@@ -1,0 +1,47 @@
+#ifndef COMMANDLINE_H
+#define COMMANDLINE_H
+
+#include "ExitCodes.h"
+#include "GenerateCommand.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+/// The commands and options of the program. Help, manual page and completion are made from this alone.
+class CommandLine
+{
+public:
+    CommandLine();
+
+    /// Carries out what the arguments say. Throws CLI::ParseError and CommandError.
+    ExitCode Run(int argc, const char* const* argv);
+
+    /// Prints what belongs to an error of the command line, or the help that was asked for.
+    ExitCode Exit(const CLI::ParseError& error) const;
+
+private:
+    CLI::App* Add(const char* name, const char* what, const char* example);
+    void AddCamera(CLI::App* command);
+    void AddGeneration(CLI::App* command);
+    void AddText(CLI::App* command, const char* option, const char* edit, const char* what);
+    void AddGenerate();
+    void AddCheck();
+    void AddLookups();
+    void AddComparisons();
+    void AddSelf();
+    std::string RepairCommand() const;
+
+    CLI::App m_program;
+    GenerateOptions m_options;
+    bool m_json = false;
+    std::string m_glob;
+    std::string m_file;
+    std::string m_before;
+    std::string m_after;
+    std::vector<std::string> m_arguments;
+    ExitCode m_result = ExitDone;
+};
+
+#endif

@@ -1,0 +1,140 @@
+#include "NameCheck.h"
+
+#include "CppClassGenerator.h"
+#include "SdkReads.h"
+
+#include <QMap>
+#include <QSet>
+#include <QSignalBlocker>
+
+using namespace OPX::KltAPI;
+
+namespace
+{
+
+bool IsKeyword(const QString& name)
+{
+    static const QSet<QString> keywords = []
+    {
+        const QString all = QLatin1String(
+            "alignas alignof and and_eq asm auto bitand bitor bool break case catch char char16_t char32_t char8_t "
+            "class "
+            "co_await co_return co_yield compl concept const const_cast consteval constexpr constinit continue "
+            "decltype "
+            "default delete do double dynamic_cast else enum explicit export extern false float for friend goto if "
+            "inline int long mutable namespace new noexcept not not_eq nullptr operator or or_eq private protected "
+            "public register reinterpret_cast requires return short signed sizeof static static_assert static_cast "
+            "struct switch template this thread_local throw true try typedef typeid typename union unsigned using "
+            "virtual void volatile wchar_t while xor xor_eq");
+        const QStringList list = all.split(QLatin1Char(' '));
+        return QSet<QString>(list.begin(), list.end());
+    }();
+    return keywords.contains(name);
+}
+
+/// Goes through the catalogue and gathers who makes which name.
+class Check
+{
+public:
+    Check(CppClassGenerator& generator, const QString& className) : m_generator(generator), m_className(className)
+    {
+        Take(m_types, className, QLatin1String("the class"), "the type");
+    }
+
+    void AddFeature(const Feature& feature)
+    {
+        std::string sdkName;
+        ReadString(feature, &Feature::GetName, sdkName);
+        KltFeatureDataType dataType = KltFeatureDataUnknown;
+        KltFeatureFlagsType flags = KltFeatureFlagsNone;
+        feature.GetDataType(dataType);
+        feature.GetFlags(flags);
+        const QString name = CppClassGenerator::tr(sdkName.c_str());
+        const CppFeature described = {
+            m_generator.FeatureNames(name), dataType, (flags & KltFeatureFlagsWrite) == KltFeatureFlagsWrite};
+        if (name.isEmpty())
+            m_problems.errors.append(QLatin1String("A feature has no name."));
+        else if (described.names.identifier != name)
+            m_problems.warnings.append(Quoted(name) + QLatin1String(" becomes ") + Quoted(described.names.identifier) +
+                                       QLatin1String(": the camera does not know it by that name at run time."));
+        Take(m_members, described.names.member, Quoted(name), "the member");
+        AddMethods(described, name);
+    }
+
+    void AddEnum(const QString& name, const std::vector<EnumEntry>& entries)
+    {
+        if (entries.empty())
+            m_problems.errors.append(QLatin1String("Enumeration ") + Quoted(name) +
+                                     QLatin1String(" has no entries, so its type does not exist."));
+        else
+            Take(m_types, m_generator.EnumTypeName(name), Quoted(name), "the type");
+        for (const EnumEntry& entry : entries)
+        {
+            std::string entryName;
+            ReadString(entry, &EnumEntry::GetName, entryName);
+            const QString entryText = CppClassGenerator::tr(entryName.c_str());
+            Take(m_types, m_generator.EnumEntryName(name, entryText), Quoted(name + QLatin1Char('_') + entryText),
+                "the enumerator");
+        }
+    }
+
+    const NameProblems& Problems() const { return m_problems; }
+
+private:
+    typedef QMap<QString, QString> Owners; ///< Who made a name.
+
+    static QString Quoted(const QString& name) { return QLatin1Char('\'') + name + QLatin1Char('\''); }
+
+    void AddMethods(const CppFeature& feature, const QString& name)
+    {
+        const QList<CppMethod> methods = feature.ValueMethods();
+        for (const CppMethod& method : methods)
+        {
+            // Methods of one name with different arguments are no problem.
+            Take(m_methods, method.name, Quoted(name), "the method", method.arguments);
+            if (method.name == m_className)
+                m_problems.errors.append(
+                    QLatin1String("The method for ") + Quoted(name) + QLatin1String(" has the name of the class."));
+        }
+        if (!methods.isEmpty())
+            Take(m_methods, feature.names.accessor, Quoted(name), "the method",
+                QLatin1String(" (OPX::KltAPI::FeaturePtr & feature)"));
+    }
+
+    void Take(Owners& owners, const QString& name, const QString& owner, const char* what,
+        const QString& arguments = QString())
+    {
+        const QString kind = QLatin1String(what) + QLatin1Char(' ');
+        if (IsKeyword(name))
+            m_problems.errors.append(
+                owner + QLatin1String(" ends in ") + kind + Quoted(name) + QLatin1String(", a keyword of C++."));
+        const auto taken = owners.constFind(name + arguments);
+        if (taken != owners.constEnd())
+            m_problems.errors.append(taken.value() + QLatin1String(" and ") + owner + QLatin1String(" both end in ") +
+                                     kind + Quoted(name) + QLatin1Char('.'));
+        else
+            owners.insert(name + arguments, owner);
+    }
+
+    CppClassGenerator& m_generator;
+    const QString m_className;
+    Owners m_methods;
+    Owners m_members;
+    Owners m_types; ///< Types and enumerators share one scope.
+    NameProblems m_problems;
+};
+
+} // namespace
+
+NameProblems CheckNames(CppClassGenerator& generator, const QString& className, const FeatureInfos& features)
+{
+    // The generator tells of every name that it changes; the run itself will do so.
+    const QSignalBlocker blocker(&generator);
+    Check check(generator, className);
+    for (const auto& category : features.Categories())
+        for (const FeaturePtr& feature : category.second)
+            check.AddFeature(*feature);
+    for (const auto& enumeration : features.Enums())
+        check.AddEnum(CppClassGenerator::tr(enumeration.first.c_str()), enumeration.second);
+    return check.Problems();
+}

@@ -1,0 +1,21 @@
+#ifndef NAMECHECK_H
+#define NAMECHECK_H
+
+#include "FeatureInfos.h"
+
+#include <QString>
+#include <QStringList>
+
+class CppClassGenerator;
+
+/// What is wrong with the names in a class that is yet to be generated.
+struct NameProblems
+{
+    QStringList errors;   ///< The class would not compile.
+    QStringList warnings; ///< It would, but something in it would not work.
+};
+
+/// Looks at all names of the class as a whole, as the generator makes them under its present options.
+NameProblems CheckNames(CppClassGenerator& generator, const QString& className, const FeatureInfos& features);
+
+#endif
