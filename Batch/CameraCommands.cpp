@@ -126,7 +126,7 @@ ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after)
 
 void DumpDescription(const CameraChoice& camera, const std::string& file)
 {
-    const std::string description = Read(camera).description;
+    const std::string description = ReadDescriptionOf(camera);
     if (file.empty())
     {
         std::fwrite(description.data(), 1, description.size(), stdout);

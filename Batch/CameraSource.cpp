@@ -41,6 +41,22 @@ bool OnlySimulated()
     return transports != nullptr && std::string(transports) == "simulated";
 }
 
+/// Calls \a use with the camera, which is open then. What it returns is an error code.
+template <class Use>
+void WithOpenCamera(const CameraChoice& choice, Use use)
+{
+    const SdkSession session(choice);
+    const CameraPtr camera = session.Find(choice);
+    const std::string name = TextOf(*camera, &Camera::GetName);
+    const int opened = camera->Open(KltAccessModeFull);
+    if (opened != KltErrorSuccess)
+        throw CommandError(ExitCamera, "Unable to open camera '" + name + "': " + Reason(opened));
+    const int used = use(camera);
+    camera->Close();
+    if (used != KltErrorSuccess)
+        throw CommandError(ExitCamera, "Unable to read camera '" + name + "': " + Reason(used));
+}
+
 void CheckFile(const std::string& file)
 {
     std::error_code error;
@@ -163,17 +179,20 @@ std::string TextOf(const Camera& camera, KltErrorType (Camera::*getter)(char*, u
 
 ReadCamera Read(const CameraChoice& choice)
 {
-    const SdkSession session(choice);
-    const CameraPtr camera = session.Find(choice);
     ReadCamera read;
-    read.name = TextOf(*camera, &Camera::GetName);
-    const KltErrorType opened = camera->Open(KltAccessModeFull);
-    if (opened != KltErrorSuccess)
-        throw CommandError(ExitCamera, "Unable to open camera '" + read.name + "': " + Reason(opened));
-    const int listed = read.features.Create(camera);
-    read.description = TextOf(*camera, &Camera::GetDescription);
-    camera->Close();
-    if (listed != KltErrorSuccess)
-        throw CommandError(ExitCamera, "Unable to read the features of '" + read.name + "': " + Reason(listed));
+    WithOpenCamera(choice,
+        [&read](const CameraPtr& camera)
+        {
+            read.name = TextOf(*camera, &Camera::GetName);
+            return read.features.Create(camera);
+        });
     return read;
+}
+
+std::string ReadDescriptionOf(const CameraChoice& choice)
+{
+    std::string description;
+    WithOpenCamera(choice, [&description](const CameraPtr& camera)
+        { return ReadString(*camera, &Camera::GetDescription, description) ? KltErrorSuccess : KltErrorOther; });
+    return description;
 }

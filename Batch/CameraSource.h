@@ -53,15 +53,17 @@ private:
 std::string TextOf(
     const OPX::KltAPI::Camera& camera, KltErrorType (OPX::KltAPI::Camera::*getter)(char*, unsigned int&) const);
 
-/// What a command needs of one camera.
+/// The features of a camera, and its name.
 struct ReadCamera
 {
     std::string name;
-    std::string description; ///< The camera's own, as XML.
     FeatureInfos features;
 };
 
-/// Finds the camera, opens it, reads it and closes it again. Throws CommandError if that fails.
+/// Finds the camera, opens it, reads its features and closes it again. Throws CommandError if that fails.
 ReadCamera Read(const CameraChoice& choice);
+
+/// The same for the camera's own description, as XML.
+std::string ReadDescriptionOf(const CameraChoice& choice);
 
 #endif

@@ -3,7 +3,7 @@
 #include "CppClassGenerator.h"
 #include "SdkReads.h"
 
-#include <QMap>
+#include <QHash>
 #include <QSet>
 #include <QSignalBlocker>
 
@@ -81,7 +81,7 @@ public:
     const NameProblems& Problems() const { return m_problems; }
 
 private:
-    typedef QMap<QString, QString> Owners; ///< Who made a name.
+    typedef QHash<QString, QString> Owners; ///< Who made a name.
 
     static QString Quoted(const QString& name) { return QLatin1Char('\'') + name + QLatin1Char('\''); }
 

@@ -2,12 +2,24 @@
 
 #include "CppClassGenerator.h"
 
+#include <algorithm>
+
+namespace
+{
+
+bool IsOutOfPlace(QChar character)
+{
+    return !character.isLetterOrNumber() && character != QLatin1Char('_');
+}
+
+} // namespace
+
 QString CppClassGenerator::GetValidIdentifierName(const QString& name)
 {
     QString result = name;
-    for (QChar& character : result)
-        if (!character.isLetterOrNumber() && character != QLatin1Char('_'))
-            character = QLatin1Char('_');
+    // Nearly all names are valid: those share their text with the result.
+    if (std::any_of(name.begin(), name.end(), IsOutOfPlace))
+        std::replace_if(result.begin(), result.end(), IsOutOfPlace, QChar(QLatin1Char('_')));
     if (!result.isEmpty() && result.at(0).isDigit())
         result.prepend(QLatin1Char('I'));
     if (result != name)
