@@ -1,5 +1,6 @@
 #include "CheckedDescription.h"
 
+#include "DocumentLimits.h"
 #include "ReferenceGraph.h"
 
 #include <arv.h>
@@ -20,9 +21,6 @@ namespace KltAPI
 {
 namespace
 {
-
-/// Far above the largest descriptions that cameras have (some megabytes).
-const std::size_t MaximumSize = 64u << 20;
 
 typedef std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> DocumentPtr;
 
@@ -46,8 +44,8 @@ std::string LastXmlError()
 
 DocumentPtr Parse(const std::string& xml)
 {
-    // No network, no entities of other files, and nothing printed: the caller reports. XML_PARSE_HUGE only lifts the
-    // limit on long texts; documents with a DTD, where entities could grow, are refused.
+    // No network, and nothing printed: the caller reports. XML_PARSE_HUGE lifts the limits of the parser, which long
+    // texts would meet; ours are checked before.
     const int options = XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE;
     xmlResetLastError();
     return DocumentPtr(xmlReadMemory(xml.data(), static_cast<int>(xml.size()), nullptr, nullptr, options), &xmlFreeDoc);
@@ -70,7 +68,7 @@ std::string Unzip(const std::string& content, std::string& problem)
         const std::string name = arv_zip_file_get_name(zipFile);
         if (std::filesystem::path(name).extension() != ".xml")
             continue;
-        if (arv_zip_file_get_uncompressed_size(zipFile) > MaximumSize)
+        if (arv_zip_file_get_uncompressed_size(zipFile) > MaximumDocumentSize)
         {
             problem = "the description in the archive is too large";
             break;
@@ -97,8 +95,6 @@ std::string ProblemOf(xmlDoc* document, CheckedDescription& description)
     xmlNode* root = xmlDocGetRootElement(document);
     if (root == nullptr || std::strcmp(reinterpret_cast<const char*>(root->name), "RegisterDescription") != 0)
         return "its root element is not RegisterDescription";
-    if (xmlGetIntSubset(document) != nullptr)
-        return "it has a document type declaration";
     const std::string modelName = WithoutControls(Attribute(root, "ModelName"));
     if (!modelName.empty())
         description.modelName = modelName;
@@ -121,9 +117,11 @@ CheckedDescription CheckDescription(const std::string& content, const std::strin
     description.xml.erase(0, description.xml.find('<'));
     if (description.xml.empty())
         description.problem = "it holds no XML";
-    else if (description.xml.size() > MaximumSize)
+    else if (description.xml.size() > MaximumDocumentSize)
         description.problem = "it is too large";
     else
+        description.problem = ProblemOfText(description.xml);
+    if (description.problem.empty())
         description.problem = ProblemOf(Parse(description.xml).get(), description);
     return description;
 }
@@ -132,12 +130,14 @@ CheckedDescription ReadDescription(const std::string& path)
 {
     CheckedDescription description;
     std::error_code error;
+    // A pipe would keep us waiting until somebody writes to it.
+    if (std::filesystem::exists(path, error) && !std::filesystem::is_regular_file(path, error))
+        description.problem = "it is not a file";
     const std::uintmax_t size = std::filesystem::file_size(path, error);
-    if (!error && size > MaximumSize)
-    {
+    if (!error && size > MaximumDocumentSize)
         description.problem = "it is too large";
+    if (!description.problem.empty())
         return description;
-    }
     errno = 0;
     std::ifstream file(path, std::ios::binary);
     std::string content((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());

@@ -3,6 +3,7 @@
 #include "ErrorCodes.h"
 #include "FeatureImpl.h"
 #include "GlibPtr.h"
+#include "RegisterLength.h"
 #include "Session.h"
 #include "TwoCalls.h"
 
@@ -17,9 +18,6 @@ namespace KltAPI
 {
 namespace
 {
-
-/// Registers are a few bytes long, sometimes a few kilobytes.
-const guint64 MaximumRaw = 64u << 20;
 
 /// Whether the feature can be read or written at all and in the camera's present state.
 KltErrorType CheckAccess(ArvGcFeatureNode* node, const FeatureData& data, KltFeatureFlagsType wanted)
@@ -111,6 +109,9 @@ KltErrorType WriteFloat(ArvGcFloat* node, double value)
 
 KltErrorType WriteString(ArvGcString* node, const char* value)
 {
+    const KltErrorType result = CheckLength(ARV_GC_FEATURE_NODE(node));
+    if (result != KltErrorSuccess)
+        return result;
     CallError error;
     const gint64 maximum = arv_gc_string_get_max_length(node, error.Out());
     if (error.Get() != nullptr)
@@ -118,12 +119,6 @@ KltErrorType WriteString(ArvGcString* node, const char* value)
     if (maximum > 0 && std::strlen(value) > static_cast<guint64>(maximum))
         return KltErrorInvalidValue;
     return Perform([&](GError** out) { arv_gc_string_set_value(node, value, out); });
-}
-
-KltErrorType LengthOf(ArvGcRegister* node, guint64& length)
-{
-    const KltErrorType result = Deliver([&](GError** out) { return arv_gc_register_get_length(node, out); }, length);
-    return result == KltErrorSuccess && length > MaximumRaw ? KltErrorResources : result;
 }
 
 } // namespace
@@ -194,6 +189,9 @@ KltErrorType Feature::GetValue(std::string& value) const
     return Use(*m_impl, m_impl->data.dataType == KltFeatureDataString, KltFeatureFlagsRead,
         [&](ArvGcFeatureNode* node)
         {
+            const KltErrorType result = CheckLength(node);
+            if (result != KltErrorSuccess)
+                return result;
             return Deliver(
                 [&](GError** error) -> std::string
                 {

@@ -13,9 +13,6 @@ namespace KltAPI
 namespace
 {
 
-/// A camera that dies while it is read costs 2.5 s for every register: nobody waits longer than this for all of them.
-const std::chrono::seconds TimeForAll(10);
-
 /// Cameras have three or four levels of categories.
 const int MaximumDepth = 32;
 
@@ -73,9 +70,9 @@ std::vector<std::string> LinksOf(ArvGcCategory* category)
 
 } // namespace
 
-FeatureReader::FeatureReader(ArvGc* description)
+FeatureReader::FeatureReader(ArvGc* description, std::chrono::steady_clock::duration patience)
     : m_description(description),
-      m_deadline(std::chrono::steady_clock::now() + TimeForAll)
+      m_deadline(std::chrono::steady_clock::now() + patience)
 {
 }
 

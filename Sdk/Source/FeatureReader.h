@@ -22,10 +22,11 @@ namespace KltAPI
 class FeatureReader
 {
 public:
-    explicit FeatureReader(ArvGc* description);
+    /// \param patience how long the reading may take
+    FeatureReader(ArvGc* description, std::chrono::steady_clock::duration patience);
 
-    /// All implemented features in the order of the categories. -12 when the camera stops answering; what was read
-    /// until then is of no use.
+    /// All implemented features in the order of the categories. -12 when the camera stops answering or takes too
+    /// long; what was read until then is of no use.
     KltErrorType Read(std::vector<FeatureData>& features);
 
 private:

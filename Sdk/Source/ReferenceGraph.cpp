@@ -1,9 +1,9 @@
 #include "ReferenceGraph.h"
 
 #include <algorithm>
-#include <cctype>
+#include <cstddef>
 #include <cstdlib>
-#include <cstring>
+#include <iterator>
 #include <unordered_map>
 #include <vector>
 
@@ -15,12 +15,18 @@ namespace
 {
 
 const std::size_t MaximumDepth = 200;
+const std::size_t MaximumSteps = 1000000;
 const long long MaximumLength = 64ll << 20;
+const int MaximumNesting = 16;
+
+/// One of these holds two kilobytes in Aravis.
+const std::size_t MaximumFormulas = 50000;
 
 struct Node
 {
     std::vector<std::string> references;
-    std::size_t depth = 0; ///< The longest chain of references from here, once done.
+    std::size_t depth = 1; ///< The longest chain of references from here, once done.
+    std::size_t steps = 1; ///< How many nodes are evaluated for the value of this one, once done.
     enum
     {
         Unseen,
@@ -31,27 +37,51 @@ struct Node
 
 typedef std::unordered_map<std::string, Node> Graph;
 
-std::string NameOf(const xmlNode* element)
+template <std::size_t Size>
+bool IsOneOf(const std::string& element, const char* const (&names)[Size])
 {
-    return reinterpret_cast<const char*>(element->name);
+    return std::find(std::begin(names), std::end(names), element) != std::end(names);
 }
 
-std::string TextOf(xmlNode* element)
+/// Elements that hold the name of another node, whose value is needed for that of the node they stand in.
+bool IsReference(const std::string& element)
 {
-    xmlChar* content = xmlNodeGetContent(element);
-    std::string text = content == nullptr ? std::string() : reinterpret_cast<const char*>(content);
-    xmlFree(content);
+    static const char* const names[] = {
+        "pValue", "pVariable", "pAddress", "pIndex", "pLength", "pValueIndexed", "pValueDefault"};
+    return IsOneOf(element, names);
+}
+
+bool HoldsFormula(const std::string& element)
+{
+    static const char* const names[] = {"SwissKnife", "IntSwissKnife", "Converter", "IntConverter"};
+    return IsOneOf(element, names);
+}
+
+/// Of these Aravis fetches the whole register, however long it is, as soon as a value is needed.
+bool IsNumericRegister(const std::string& element)
+{
+    static const char* const names[] = {"IntReg", "MaskedIntReg", "FloatReg", "StructReg"};
+    return IsOneOf(element, names);
+}
+
+std::string ToString(const xmlChar* text)
+{
+    return text == nullptr ? std::string() : reinterpret_cast<const char*>(text);
+}
+
+std::string Trimmed(const std::string& text)
+{
     const std::size_t begin = text.find_first_not_of(" \t\r\n");
     const std::size_t end = text.find_last_not_of(" \t\r\n");
     return begin == std::string::npos ? std::string() : text.substr(begin, end - begin + 1);
 }
 
-/// Elements such as pValue hold the name of another node whose value is needed. Links between features are of no
-/// account: nothing is evaluated through them.
-bool IsReference(const std::string& element)
+std::string TextOf(xmlNode* node)
 {
-    return element.size() > 1 && element[0] == 'p' && std::isupper(static_cast<unsigned char>(element[1])) != 0 &&
-           element != "pFeature" && element != "pSelected" && element != "pInvalidator" && element != "pPort";
+    xmlChar* content = xmlNodeGetContent(node);
+    const std::string text = Trimmed(ToString(content));
+    xmlFree(content);
+    return text;
 }
 
 bool IsAbsurdLength(const std::string& text)
@@ -60,31 +90,86 @@ bool IsAbsurdLength(const std::string& text)
     return length < 0 || length > MaximumLength;
 }
 
-/// Gathers the references of all named nodes. \a owner is the named node that \a parent is or stands in.
-std::string Gather(xmlNode* parent, const std::string& owner, int depth, Graph& graph)
+/// Collects the references of all nodes of a document.
+class Gatherer
 {
-    if (depth > 16)
-        return "its elements are nested too deeply";
-    for (xmlNode* child = parent->children; child != nullptr; child = child->next)
+public:
+    /// \return what is wrong, empty if nothing is
+    std::string Gather(xmlNode* parent, const std::string& owner, int nesting)
     {
-        if (child->type != XML_ELEMENT_NODE)
-            continue;
-        const std::string element = NameOf(child);
-        if (IsReference(element))
-            graph[owner].references.push_back(TextOf(child));
-        else if (element == "Length" && IsAbsurdLength(TextOf(child)))
-            return "the length of " + owner + " is absurd";
-        xmlChar* name = xmlGetProp(child, reinterpret_cast<const xmlChar*>("Name"));
-        // Entries have names as well, but belong to their enumeration.
-        const bool ownsReferences = name != nullptr && element != "EnumEntry" && !IsReference(element);
-        const std::string next = ownsReferences ? reinterpret_cast<const char*>(name) : owner;
-        xmlFree(name);
-        const std::string problem = Gather(child, next, depth + 1, graph);
-        if (!problem.empty())
-            return problem;
+        for (xmlNode* child = parent->children; child != nullptr && m_problem.empty(); child = child->next)
+            if (child->type == XML_ELEMENT_NODE)
+                GatherElement(child, ToString(parent->name), owner, nesting);
+        return m_problem;
     }
-    return std::string();
-}
+
+    Graph graph;
+
+private:
+    void GatherElement(xmlNode* element, const std::string& parentKind, const std::string& owner, int nesting)
+    {
+        const std::string kind = ToString(element->name);
+        if (nesting > MaximumNesting)
+            m_problem = "its elements are nested too deeply";
+        else if (kind == "Length" && IsAbsurdLength(TextOf(element)))
+            m_problem = "the length of " + owner + " is absurd";
+        else if (kind == "pLength" && IsNumericRegister(parentKind))
+            m_problem = "the length of " + owner + " is not constant";
+        else if (HoldsFormula(kind) && ++m_formulas > MaximumFormulas)
+            m_problem = "it has too many formulas";
+        else if (IsReference(kind))
+            GatherReference(element, owner);
+        else if (kind != "Constant" && kind != "Expression") // Their names are known in the formula only.
+            Gather(element, KeyOf(element, kind, owner), nesting + 1);
+    }
+
+    void GatherReference(xmlNode* element, const std::string& owner)
+    {
+        std::vector<std::string>& references = graph[owner].references;
+        references.push_back(TextOf(element));
+        for (const xmlAttr* attribute = element->properties; attribute != nullptr; attribute = attribute->next)
+            if (ToString(attribute->name) == "pOffset")
+                references.push_back(TextOf(attribute->children));
+    }
+
+    /// The node that an element stands for: one of its own, or the one it stands in.
+    std::string KeyOf(xmlNode* element, const std::string& kind, const std::string& owner)
+    {
+        // Entries often have the name of a feature.
+        std::string key = kind == "EnumEntry" ? std::string() : NameOf(element);
+        if (key.empty() && !HoldsFormula(kind) && kind != "StructReg")
+            return owner;
+        if (key.empty())
+            key = "a nameless " + kind + " in line " + std::to_string(element->line) + " (" +
+                  std::to_string(++m_nameless) + ")";
+        if (kind == "StructEntry")
+            graph[key].references.push_back(owner);
+        else if (!owner.empty())
+            graph[owner].references.push_back(key);
+        graph[key];
+        return key;
+    }
+
+    std::string NameOf(xmlNode* element)
+    {
+        std::string name;
+        int count = 0;
+        for (const xmlAttr* attribute = element->properties; attribute != nullptr; attribute = attribute->next)
+            if (ToString(attribute->name) == "Name")
+            {
+                name = TextOf(attribute->children);
+                ++count;
+            }
+        // In two namespaces. Who reads the document next may take the other one.
+        if (count > 1)
+            m_problem = name + " has two names";
+        return name;
+    }
+
+    std::string m_problem;
+    std::size_t m_formulas = 0;
+    std::size_t m_nameless = 0;
+};
 
 /// Follows all references from one node, without recursion: the description decides how deep they go.
 std::string Follow(Graph& graph, Graph::iterator start)
@@ -102,25 +187,27 @@ std::string Follow(Graph& graph, Graph::iterator start)
         Node& node = step.node->second;
         if (step.next == node.references.size())
         {
-            const std::size_t depth = node.depth + 1;
             node.state = Node::Done;
+            if (node.depth > MaximumDepth)
+                return "the value of " + step.node->first + " depends on too many others in a row";
+            if (node.steps > MaximumSteps)
+                return "the value of " + step.node->first + " takes too many steps";
             path.pop_back();
-            if (depth > MaximumDepth)
-                return "the value of " + start->first + " depends on too many others in a row";
-            if (!path.empty())
-                path.back().node->second.depth = std::max(path.back().node->second.depth, depth);
             continue;
         }
-        const Graph::iterator target = graph.find(node.references[step.next++]);
-        if (target == graph.end())
+        const Graph::iterator target = graph.find(node.references[step.next]);
+        if (target == graph.end() || target->second.state == Node::Done)
+        {
+            ++step.next;
+            if (target == graph.end())
+                continue;
+            node.depth = std::max(node.depth, target->second.depth + 1);
+            node.steps += target->second.steps;
             continue;
+        }
         if (target->second.state == Node::OnPath)
             return "the value of " + target->first + " depends on itself";
-        if (target->second.state == Node::Done)
-        {
-            node.depth = std::max(node.depth, target->second.depth + 1);
-            continue;
-        }
+        // Looked at again when it is done.
         target->second.state = Node::OnPath;
         path.push_back(Step{target, 0});
     }
@@ -131,8 +218,11 @@ std::string Follow(Graph& graph, Graph::iterator start)
 
 std::string ProblemOfReferences(xmlNode* root)
 {
-    Graph graph;
-    std::string problem = Gather(root, std::string(), 0, graph);
+    Gatherer gatherer;
+    std::string problem = gatherer.Gather(root, std::string(), 0);
+    Graph& graph = gatherer.graph;
+    // What stands outside of all nodes belongs to none.
+    graph.erase(std::string());
     for (Graph::iterator node = graph.begin(); problem.empty() && node != graph.end(); ++node)
         if (node->second.state == Node::Unseen)
             problem = Follow(graph, node);

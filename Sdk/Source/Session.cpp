@@ -79,7 +79,7 @@ KltErrorType Session::EnsureListed()
     if (m_listed)
         return KltErrorSuccess;
     std::vector<FeatureData> read;
-    const KltErrorType result = FeatureReader(m_connection.description.get()).Read(read);
+    const KltErrorType result = FeatureReader(m_connection.description.get(), m_connection.patience).Read(read);
     if (result != KltErrorSuccess)
         return result;
     for (FeatureData& data : read)

@@ -6,6 +6,7 @@
 
 #include <arv.h>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -23,6 +24,10 @@ struct Connection
     ObjectPtr<ArvDevice> device;
     ObjectPtr<ArvGc> description;
     std::string xml; ///< What the description was made from.
+
+    /// How long the listing of all features may take. A camera that dies meanwhile costs 2.5 s for every register:
+    /// nobody waits longer than this for all of them.
+    std::chrono::seconds patience{10};
 };
 
 /// Connects to one camera.

@@ -46,6 +46,7 @@ KltErrorType Connect(const fs::path& path, Connection& connection)
         return KltErrorNotFound;
     }
     connection.device = NewMemoryDevice();
+    connection.patience = std::chrono::seconds(4); // Memory is quick: only a hostile description takes longer.
     const std::lock_guard<std::mutex> lock(ParserLock());
     connection.description.reset(arv_gc_new(connection.device.get(), description.xml.data(), description.xml.size()));
     if (!connection.description)

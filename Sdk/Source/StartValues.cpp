@@ -1,6 +1,7 @@
 #include "StartValues.h"
 
 #include "GlibPtr.h"
+#include "RegisterLength.h"
 #include "Transport.h"
 
 #include <fstream>
@@ -30,6 +31,8 @@ std::string Apply(ArvGc* description, const std::string& line)
     ArvGcNode* node = arv_gc_get_node(description, name.c_str());
     if (!ARV_IS_GC_FEATURE_NODE(node))
         return "there is no feature '" + name + "'";
+    if (CheckLength(ARV_GC_FEATURE_NODE(node)) != KltErrorSuccess)
+        return "the length of '" + name + "' is absurd";
     CallError error;
     arv_gc_feature_node_set_value_from_string(
         ARV_GC_FEATURE_NODE(node), Trimmed(line.substr(equals + 1)).c_str(), error.Out());

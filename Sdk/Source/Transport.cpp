@@ -1,6 +1,7 @@
 #include "Transport.h"
 
 #include "AravisTransport.h"
+#include "CheckedDescription.h"
 #include "SimulatedTransport.h"
 
 #include <cstdio>
@@ -52,8 +53,8 @@ Transports ChosenTransports()
 
 void Report(const std::string& message)
 {
-    // In one call, so that the lines of several threads do not mix.
-    std::fprintf(stderr, "KoltaCPP: %s\n", message.c_str());
+    // Names come from files and cameras. In one call, so that the lines of several threads do not mix.
+    std::fprintf(stderr, "KoltaCPP: %.1000s\n", WithoutControls(message).c_str());
 }
 
 } // namespace KltAPI

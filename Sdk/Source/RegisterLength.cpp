@@ -1,0 +1,35 @@
+#include "RegisterLength.h"
+
+#include "ErrorCodes.h"
+#include "GlibPtr.h"
+
+namespace OPX
+{
+namespace KltAPI
+{
+namespace
+{
+
+/// Registers are a few bytes long, sometimes a few kilobytes.
+const guint64 MaximumLength = 64u << 20;
+
+} // namespace
+
+KltErrorType LengthOf(ArvGcRegister* node, guint64& length)
+{
+    CallError error;
+    length = arv_gc_register_get_length(node, error.Out());
+    if (error.Get() != nullptr)
+        return CodeOf(error.Get());
+    return length > MaximumLength ? KltErrorResources : KltErrorSuccess;
+}
+
+KltErrorType CheckLength(ArvGcFeatureNode* node)
+{
+    guint64 length = 0;
+    return ARV_IS_GC_REGISTER(node) ? LengthOf(ARV_GC_REGISTER(node), length)
+                                    : static_cast<KltErrorType>(KltErrorSuccess);
+}
+
+} // namespace KltAPI
+} // namespace OPX
