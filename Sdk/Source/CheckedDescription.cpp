@@ -2,8 +2,8 @@
 
 #include "DocumentLimits.h"
 #include "ReferenceGraph.h"
+#include "Unzip.h"
 
-#include <arv.h>
 #include <libxml/parser.h>
 #include <libxml/tree.h>
 #include <libxml/xmlerror.h>
@@ -51,42 +51,6 @@ DocumentPtr Parse(const std::string& xml)
     return DocumentPtr(xmlReadMemory(xml.data(), static_cast<int>(xml.size()), nullptr, nullptr, options), &xmlFreeDoc);
 }
 
-bool IsZip(const std::string& content)
-{
-    return content.compare(0, 2, "PK") == 0;
-}
-
-/// The first .xml file of a zip archive.
-std::string Unzip(const std::string& content, std::string& problem)
-{
-    std::string xml;
-    problem = "the archive holds no description";
-    ArvZip* zip = arv_zip_new(content.data(), content.size());
-    for (const GSList* file = arv_zip_get_file_list(zip); file != nullptr; file = file->next)
-    {
-        ArvZipFile* zipFile = static_cast<ArvZipFile*>(file->data);
-        const std::string name = arv_zip_file_get_name(zipFile);
-        if (std::filesystem::path(name).extension() != ".xml")
-            continue;
-        if (arv_zip_file_get_uncompressed_size(zipFile) > MaximumDocumentSize)
-        {
-            problem = "the description in the archive is too large";
-            break;
-        }
-        std::size_t size = 0;
-        void* data = arv_zip_get_file(zip, name.c_str(), &size);
-        if (data != nullptr)
-        {
-            xml.assign(static_cast<const char*>(data), size);
-            problem.clear();
-        }
-        g_free(data);
-        break;
-    }
-    arv_zip_free(zip);
-    return xml;
-}
-
 /// Checks the parsed document; fills in the name.
 std::string ProblemOf(xmlDoc* document, CheckedDescription& description)
 {
@@ -110,7 +74,7 @@ CheckedDescription CheckDescription(const std::string& content, const std::strin
 
     CheckedDescription description;
     description.modelName = fallbackName;
-    description.xml = IsZip(content) ? Unzip(content, description.problem) : content;
+    description.xml = IsZip(content) ? UnzipDescription(content, description.problem) : content;
     if (!description.problem.empty())
         return description;
     // Some tools put a line of their own before the document.

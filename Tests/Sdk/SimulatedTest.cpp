@@ -228,9 +228,15 @@ TEST_F(Simulated, StartValuesStandBesideTheDescription)
 
 TEST_F(Simulated, ZippedDescriptionsAreUnpacked)
 {
-    Write("Inside.xml", Description(Names, Nodes));
-    ASSERT_EQ(std::system(("cd '" + m_folder.string() + "' && zip -qm Zipped.zip Inside.xml").c_str()), 0);
+    Write("In\xc3\xa4side.xml", Description(Names, Nodes));
+    const std::string zip = "cd '" + m_folder.string() +
+                            "' && touch Readme.txt && zip -qm Zipped.zip Readme.txt In*side.xml"
+                            " && head -c 70000000 /dev/zero >Bomb.xml && zip -qm1 Bomb.zip Bomb.xml";
+    ASSERT_EQ(std::system(zip.c_str()), 0);
+    testing::internal::CaptureStderr();
     Open("Zipped");
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_NE(said.find("Bomb.zip: the description in the archive is too large"), std::string::npos) << said;
     EXPECT_EQ(Features().size(), 12u);
     EXPECT_EQ(Text(*m_camera, &Camera::GetDescription), Description(Names, Nodes));
     EXPECT_EQ(Text(*m_camera, &Camera::GetTransport), "simulated");
