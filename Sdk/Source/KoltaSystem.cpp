@@ -92,11 +92,11 @@ KltErrorType KoltaSystem::Shutdown()
 {
     if (g_notifying)
         return KltErrorInvalidCall;
+    // Observers may do as they like when they are destroyed: declared before the lock, they outlive it.
+    std::vector<ICameraListObserverPtr> observers;
     const std::lock_guard<std::mutex> session(m_impl->sessionMutex);
     if (m_impl->starts == 0 || --m_impl->starts > 0)
         return KltErrorSuccess;
-    // Observers may do as they like when they are destroyed: no lock is held then.
-    std::vector<ICameraListObserverPtr> observers;
     {
         const std::lock_guard<std::mutex> lock(m_impl->mutex);
         m_impl->running = false;

@@ -1,5 +1,6 @@
 #include "SdkFixture.h"
 
+#include <algorithm>
 #include <atomic>
 #include <map>
 #include <mutex>
@@ -14,6 +15,9 @@ class Observer : public ICameraListObserver
 {
 public:
     explicit Observer(std::atomic<int>& came, std::atomic<int>& went) : m_came(came), m_went(went) {}
+
+    /// Nothing is locked while observers die.
+    ~Observer() override { EXPECT_EQ(KoltaSystem::GetInstance().Shutdown(), 0); }
 
     void CameraListChanged(CameraPtr camera, UpdateTriggerType reason) override
     {
@@ -212,12 +216,17 @@ TEST_F(Simulated, CamerasComeAndGoWithTheirFiles)
 
 TEST_F(Simulated, StartValuesStandBesideTheDescription)
 {
-    Write("Zoo.values", "# comment\n\n I = 14 \nS=a = b\nRo=9\nE = Big\nnonsense\nNobody = 1\n");
+    Write("Zoo.values", "# comment\n\n I = 14 \nS=a = b\nRo=9\nE = Big\nnonsense\nNobody = 1\n"
+                        "I = 21\nI = four\nR = 01 0203\nR = 01 02\nR = 1 02 fe FF\n");
     testing::internal::CaptureStderr();
     OpenZoo();
     const std::string said = testing::internal::GetCapturedStderr();
-    EXPECT_NE(said.find("Zoo.values:7: there is no '='"), std::string::npos) << said;
-    EXPECT_NE(said.find("Zoo.values:8: there is no feature 'Nobody'"), std::string::npos) << said;
+    for (const char* line : {"7: there is no '='", "8: there is no feature 'Nobody'",
+             "9: ", "10: ", "11: '0203' is no byte", "12: these are 2 of 4 bytes"})
+        EXPECT_NE(said.find(std::string("Zoo.values:") + line), std::string::npos) << line << "\n" << said;
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 6) << said;
+    UcharVector bytes;
+    EXPECT_TRUE(Feature("R")->GetValue(bytes) == 0 && bytes == (UcharVector{1, 2, 0xFE, 0xFF}));
     KltInt64_t value = 0;
     std::string text;
     EXPECT_TRUE(Feature("I")->GetValue(value) == 0 && value == 14);
