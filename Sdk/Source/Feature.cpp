@@ -196,7 +196,7 @@ KltErrorType Feature::GetValue(std::string& value) const
                 [&](GError** error) -> std::string
                 {
                     const char* text = arv_gc_string_get_value(ARV_GC_STRING(node), error);
-                    return text == nullptr ? std::string() : text;
+                    return text == nullptr || *error != nullptr ? std::string() : text;
                 },
                 value);
         });
@@ -226,7 +226,8 @@ KltErrorType Feature::GetValue(UcharVector& value) const
                 [&](GError** error)
                 {
                     UcharVector bytes(length);
-                    arv_gc_register_get(ARV_GC_REGISTER(node), bytes.data(), length, error);
+                    if (length > 0)
+                        arv_gc_register_get(ARV_GC_REGISTER(node), bytes.data(), length, error);
                     return bytes;
                 },
                 value);
@@ -281,7 +282,7 @@ KltErrorType Feature::SetValue(const UcharVector& value)
             const KltErrorType result = LengthOf(ARV_GC_REGISTER(node), length);
             if (result != KltErrorSuccess)
                 return result;
-            if (value.size() != length)
+            if (value.size() != length || length == 0)
                 return static_cast<KltErrorType>(KltErrorInvalidValue);
             return Perform(
                 [&](GError** error) { arv_gc_register_set(ARV_GC_REGISTER(node), value.data(), length, error); });

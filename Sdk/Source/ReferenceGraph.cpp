@@ -84,10 +84,10 @@ std::string TextOf(xmlNode* node)
     return text;
 }
 
-bool IsAbsurdLength(const std::string& text)
+bool IsAbsurdLength(const std::string& text, bool ofNumber)
 {
     const long long length = std::strtoll(text.c_str(), nullptr, 0);
-    return length < 0 || length > MaximumLength;
+    return length < (ofNumber ? 1 : 0) || length > MaximumLength;
 }
 
 /// Collects the references of all nodes of a document.
@@ -111,7 +111,7 @@ private:
         const std::string kind = ToString(element->name);
         if (nesting > MaximumNesting)
             m_problem = "its elements are nested too deeply";
-        else if (kind == "Length" && IsAbsurdLength(TextOf(element)))
+        else if (kind == "Length" && IsAbsurdLength(TextOf(element), IsNumericRegister(parentKind)))
             m_problem = "the length of " + owner + " is absurd";
         else if (kind == "pLength" && IsNumericRegister(parentKind))
             m_problem = "the length of " + owner + " is not constant";

@@ -27,8 +27,10 @@ KltErrorType LengthOf(ArvGcRegister* node, guint64& length)
 KltErrorType CheckLength(ArvGcFeatureNode* node)
 {
     guint64 length = 0;
-    return ARV_IS_GC_REGISTER(node) ? LengthOf(ARV_GC_REGISTER(node), length)
-                                    : static_cast<KltErrorType>(KltErrorSuccess);
+    if (!ARV_IS_GC_REGISTER(node))
+        return KltErrorSuccess;
+    const KltErrorType result = LengthOf(ARV_GC_REGISTER(node), length);
+    return result == KltErrorSuccess && length == 0 ? KltErrorInvalidValue : result;
 }
 
 } // namespace KltAPI

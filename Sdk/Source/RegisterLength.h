@@ -14,7 +14,9 @@ namespace KltAPI
 /// as a whole, and the process ends if the memory does not suffice. \return -14 for an absurd length
 KltErrorType LengthOf(ArvGcRegister* node, guint64& length);
 
-/// Whether the feature's value can be fetched: that it is in no register, or in one of a sound length.
+/// Whether the feature's value can be fetched: that it is in no register, or in one of a sound length. Of a register
+/// without a byte Aravis delivers memory that nobody has written. \return -11 for such a register, -14 for an absurd
+/// one
 KltErrorType CheckLength(ArvGcFeatureNode* node);
 
 } // namespace KltAPI

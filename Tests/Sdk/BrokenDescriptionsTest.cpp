@@ -50,6 +50,7 @@ TEST_F(BrokenDescriptions, AreReportedOnceAndTheOthersStillWork)
              {"A"}, "<IntReg Name='A'><IntSwissKnife><pVariable Name='V'>A</pVariable></IntSwissKnife></IntReg>"),
             "depends on itself"},
         {Description({"A"}, "<IntReg Name='A'><pLength>B</pLength></IntReg>"), "length of A is not constant"},
+        {Description({"A"}, "<IntReg Name='A'><Length>0</Length></IntReg>"), "length of A is absurd"},
         {Description({"N0"}, chain), "too many others"},
         {Description({"R"}, "<Register Name='R'><Address>0</Address><Length>1099511627776</Length></Register>"),
             "length of R is absurd"},
@@ -109,7 +110,8 @@ TEST_F(BrokenDescriptions, AreNotThoseWhoseFeaturesLimitEachOther)
     std::string nodes =
         "<StringReg "
         "Name='Text'><Address>0</Address><pLength>Long</pLength><AccessMode>RW</AccessMode><pPort>Device</pPort>"
-        "</StringReg><Integer Name='Long'><Value>1099511627776</Value></Integer>"
+        "</StringReg><StringReg Name='None'><Address>0</Address><Length>0</Length><AccessMode>RW"
+        "</AccessMode><pPort>Device</pPort></StringReg><Integer Name='Long'><Value>1099511627776</Value></Integer>"
         "<Enumeration Name='Mode'><EnumEntry Name='Mode'><Value>1</Value></EnumEntry><Value>1</Value>"
         "</Enumeration>";
     for (const char* limit : {"pMin", "pMax", "pInc", "pIsLocked", "pIsAvailable", "pIsImplemented", "pAlias"})
@@ -122,11 +124,11 @@ TEST_F(BrokenDescriptions, AreNotThoseWhoseFeaturesLimitEachOther)
                      "</pVariable><Formula>V</Formula></IntSwissKnife>";
         }
     Write("Circles.xml", Description({"ApMin", "ApMax", "ApInc", "ApIsLocked", "ApIsAvailable", "ApIsImplemented",
-                                         "ApAlias", "Mode", "Text"},
+                                         "ApAlias", "Mode", "Text", "None"},
                              nodes));
     Open("Circles");
     const FeaturePtrVector features = Features();
-    ASSERT_EQ(features.size(), 9u);
+    ASSERT_EQ(features.size(), 10u);
     for (std::size_t i = 0; i < 8; ++i)
     {
         KltInt64_t value = 0;
@@ -136,4 +138,6 @@ TEST_F(BrokenDescriptions, AreNotThoseWhoseFeaturesLimitEachOther)
     std::string text;
     EXPECT_EQ(features[8]->GetValue(text), KltErrorResources);
     EXPECT_EQ(features[8]->SetValue("x"), KltErrorResources);
+    EXPECT_EQ(features[9]->GetValue(text), KltErrorInvalidValue);
+    EXPECT_EQ(features[9]->SetValue("x"), KltErrorInvalidValue);
 }
