@@ -100,6 +100,7 @@ std::vector<CameraRecord> SimulatedTransport::Scan()
             [path](Connection& connection) { return Connect(path, connection); }});
     }
     m_known.swap(known);
+    m_scanned = true;
     return records;
 }
 
@@ -139,13 +140,24 @@ const SimulatedTransport::KnownFile* SimulatedTransport::Examine(const fs::path&
 
     const auto known = m_known.find(path);
     if (known != m_known.end() && known->second.time == file.time && known->second.size == file.size)
+    {
+        ReportProblem(path, known->second);
         return &known->second;
+    }
     const CheckedDescription description = ReadDescription(path.string());
     file.modelName = description.modelName;
     file.usable = description.problem.empty();
-    if (!file.usable)
-        Report(path.string() + ": " + description.problem);
+    file.unreported = description.problem;
+    if (!m_scanned)
+        ReportProblem(path, file);
     return &(m_known[path] = file);
+}
+
+void SimulatedTransport::ReportProblem(const fs::path& path, KnownFile& file)
+{
+    if (!file.unreported.empty())
+        Report(path.string() + ": " + file.unreported);
+    file.unreported.clear();
 }
 
 } // namespace KltAPI

@@ -31,14 +31,20 @@ private:
         std::uintmax_t size = 0;
         std::string modelName;
         bool usable = false;
+        std::string unreported; ///< What is wrong with it, until that was said.
     };
 
     std::vector<std::filesystem::path> Files();
     const KnownFile* Examine(const std::filesystem::path& path);
 
+    /// Files that come while we are running are broken as long as they are being copied: to be called only for those
+    /// that have not changed since the last scan.
+    static void ReportProblem(const std::filesystem::path& path, KnownFile& file);
+
     std::vector<std::filesystem::path> m_places;
     std::set<std::filesystem::path> m_missing; ///< Places that were reported as missing.
     std::map<std::filesystem::path, KnownFile> m_known;
+    bool m_scanned = false;
 };
 
 } // namespace KltAPI

@@ -1,5 +1,6 @@
 #include "SdkFixture.h"
 
+#include <algorithm>
 #include <sys/stat.h>
 
 using namespace OPX::KltAPI;
@@ -102,6 +103,30 @@ TEST_F(BrokenDescriptions, AreReadAsFarAsTheyAreSound)
     std::string value;
     EXPECT_EQ(features[0]->GetValue(value), 0);
     EXPECT_EQ(value.size(), std::size_t(1) << 20);
+}
+
+TEST_F(BrokenDescriptions, AreNotThoseThatAreBeingCopied)
+{
+    ASSERT_EQ(System().Startup(), 0);
+    const std::string whole = Description({"A"}, "<Integer Name='A'><Value>1</Value></Integer>");
+    testing::internal::CaptureStderr();
+    {
+        std::ofstream file(m_folder / "Slow.xml");
+        for (const char character : whole.substr(0, 20))
+        {
+            file << character << std::flush;
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        }
+        file << whole.substr(20);
+    }
+    EXPECT_TRUE(WaitFor([] { return Find("Slow").get() != nullptr; }));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+    Write("Slow.xml", "broken");
+    testing::internal::CaptureStderr();
+    EXPECT_TRUE(WaitFor([] { return Find("Slow").get() == nullptr; }));
+    std::this_thread::sleep_for(std::chrono::milliseconds(1500));
+    const std::string said = testing::internal::GetCapturedStderr();
+    EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
 }
 
 /// Cameras do all this.
