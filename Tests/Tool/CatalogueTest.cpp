@@ -88,6 +88,17 @@ private slots:
             QCOMPARE(NamesIn(infos.Categories().at("/C")), expected);
     }
 
+    void NoFeatureComesBeforeAnotherOne()
+    {
+        const FeatureInfos infos =
+            Catalogue({MakeFeature("a", KltFeatureDataInt), MakeFeature("b", KltFeatureDataInt)});
+        const std::vector<FeaturePtr>& features = infos.Categories().at("/C");
+        TheScript().calls.clear();
+        QVERIFY(!FeatureInfos::SortFeaturesByName(features[0], features[1]));
+        QVERIFY(!FeatureInfos::SortFeaturesByName(features[1], features[0]));
+        QCOMPARE(TheScript().calls["Feature::GetName"], 8);
+    }
+
     void CategoriesAndEnumerationsStandInByteOrder()
     {
         const FeatureInfos infos = Catalogue({MakeFeature("b", KltFeatureDataEnum, ReadWrite, {}, "/b"),
@@ -189,17 +200,28 @@ private slots:
 
     void CodesAndTypesHaveTheirTexts()
     {
-        QCOMPARE(KoltaHelper::ReturnCodeToString(0), QStringLiteral("No error."));
-        QCOMPARE(
-            KoltaHelper::ReturnCodeToString(-6), QStringLiteral("Operation is invalid with the current access mode."));
-        QCOMPARE(KoltaHelper::ReturnCodeToString(-16), QStringLiteral("No transport layers were found."));
-        QCOMPARE(KoltaHelper::ReturnCodeToString(-19),
-            QStringLiteral("A multiple registers reads or writes was partially completed."));
+        const char* texts[] = {"No error.", "Unexpected fault in KltApi or driver.",
+            "KltStartup was not called before the current command.",
+            "The designated instance (camera, feature etc.) cannot be found.", "The given handle is not valid.",
+            "Device was not opened for usage.", "Operation is invalid with the current access mode.",
+            "One of the parameters was invalid (usually an illegal pointer).",
+            "The given struct size is not valid for this version of the API.",
+            "More data was returned in a string/list than space was provided.",
+            "The feature type for this access function was wrong.",
+            "The value was not valid; either out of bounds or not an increment of the minimum.", "Timeout during wait.",
+            "Other error.", "Resources not available (e.g memory).",
+            "Call is invalid in the current context (e.g callback).", "No transport layers were found.",
+            "API feature is not implemented.", "API feature is not supported.",
+            "A multiple registers reads or writes was partially completed."};
+        for (int code = 0; code > -20; --code)
+            QCOMPARE(KoltaHelper::ReturnCodeToString(code), QLatin1String(texts[-code]));
         for (int code : {-20, 1, INT_MIN, INT_MAX})
             QCOMPARE(KoltaHelper::ReturnCodeToString(code), QStringLiteral("<unknown>"));
-        QCOMPARE(KoltaHelper::DataTypeToString(0), QStringLiteral("KltFeatureDataUnknown"));
-        QCOMPARE(KoltaHelper::DataTypeToString(8), QStringLiteral("KltFeatureDataNone"));
-        QCOMPARE(KoltaHelper::DataTypeToString(9), QStringLiteral("<unknown>"));
+        QStringList types;
+        for (KltFeatureDataType type = 0; type < 10; ++type)
+            types.append(KoltaHelper::DataTypeToString(type).remove(QLatin1String("KltFeatureData")));
+        QCOMPARE(types.join(QLatin1String(" ")),
+            QStringLiteral("Unknown Int Float Enum String Bool Command Raw None <unknown>"));
     }
 
     void OnlyCamerasThatComeOrGoAreAnnounced()

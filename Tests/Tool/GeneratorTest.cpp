@@ -153,8 +153,11 @@ private slots:
         QVERIFY(m_generator->CameraName().isEmpty());
 
         Edit("m_editHeaderFileName")->setText("mine.h");
-        Edit("m_editClassName")->setText("a b");
-        QMetaObject::invokeMethod(m_generator.get(), "OnClassNameEditingFinished");
+        Edit("m_editClassName")->clear();
+        QTest::keyClicks(Edit("m_editClassName"), "a b");
+        QCOMPARE(Edit("m_editHeaderFileName")->text(), QString("mine.h"));
+        QFocusEvent leave(QEvent::FocusOut);
+        QCoreApplication::sendEvent(Edit("m_editClassName"), &leave);
         QCOMPARE(Edit("m_editHeaderFileName")->text(), QString("a_b.h"));
         changed.clear();
         for (const char* affix :
@@ -183,7 +186,9 @@ private slots:
             }
             Template(name)->setText(m_folder->path());
             QVERIFY2(m_generator->OptionsValid(), name);
+            QSignalSpy changed(m_generator.get(), SIGNAL(OptionsChanged()));
             Template(name)->setText(text);
+            QCOMPARE(changed.size(), 1);
         }
         for (const char* affix : {"m_editGetterPrefix", "m_editSetterPrefix"})
             Edit(affix)->clear();
@@ -192,24 +197,35 @@ private slots:
 
     void OptionsOutliveTheSession()
     {
-        QCOMPARE(Edit("m_editGetterPrefix")->text(), QString("Get"));
-        QCOMPARE(Edit("m_editSetterPrefix")->text(), QString("Set"));
-        QCOMPARE(Template("m_sourceTemplateFileChooser")->text(),
-            QCoreApplication::applicationDirPath() + "/Templates/CppTemplate.cpp");
-        Edit("m_editGetterPrefix")->clear();
-        Edit("m_editSetterSuffix")->setText("S");
-        Template("m_headerTemplateFileChooser")->setText("/h");
+        const QString templates = QCoreApplication::applicationDirPath() + "/Templates/CppTemplate";
+        const auto edits = [this]
+        {
+            return QList<QLineEdit*>({Edit("m_editGetterPrefix"), Edit("m_editGetterSuffix"),
+                Edit("m_editSetterPrefix"), Edit("m_editSetterSuffix"), Template("m_headerTemplateFileChooser"),
+                Template("m_sourceTemplateFileChooser")});
+        };
+        const QStringList keys = {"GetterPrefix", "GetterSuffix", "SetterPrefix", "SetterSuffix",
+            "HeaderTemplateFilePath", "SourceTemplateFilePath"};
+        const QStringList defaults = {"Get", "", "Set", "", templates + ".h", templates + ".cpp"};
+        const QStringList texts = {"", "g", "", "s", "/h, x", ""};
+        for (int i = 0; i < keys.size(); ++i)
+        {
+            QCOMPARE(edits().at(i)->text(), defaults.at(i));
+            edits().at(i)->setText(texts.at(i));
+        }
         m_generator->WriteSettings();
-        QCOMPARE(QSettings().value("CppClassGenerator/SetterSuffix").toString(), QString("S"));
         QCOMPARE(QSettings().allKeys().size(), 6);
 
         CppClassGenerator next;
         m_page.reset(new QWidget);
         next.SetupUi(m_page.get());
         next.ReadSettings();
-        QVERIFY(Edit("m_editGetterPrefix")->text().isEmpty() && Edit("m_editClassName")->text().isEmpty());
-        QCOMPARE(Edit("m_editSetterSuffix")->text(), QString("S"));
-        QCOMPARE(Template("m_headerTemplateFileChooser")->text(), QString("/h"));
+        QVERIFY(Edit("m_editClassName")->text().isEmpty());
+        for (int i = 0; i < keys.size(); ++i)
+        {
+            QCOMPARE(edits().at(i)->text(), texts.at(i));
+            QCOMPARE(QSettings().value("CppClassGenerator/" + keys.at(i)).toString(), texts.at(i));
+        }
     }
 
     void DeclarationsAreWrittenForEveryUsableType()
@@ -251,6 +267,22 @@ private slots:
         QVERIFY(members.startsWith(" OPX::KltAPI::FeaturePtr m_IFeature;\n OPX::KltAPI::FeaturePtr m_FFeature;\n"));
         QVERIFY(members.endsWith("m_NFeature;\n OPX::KltAPI::FeaturePtr m_UFeature;\n"));
         QVERIFY(messages.Take().isEmpty());
+    }
+
+    void WhatTheSdkDeliversCounts()
+    {
+        TheScript().Fail("Feature::GetFlags@F", -1);
+        TheScript().Fail("EnumEntry::GetValue@x", -1);
+        const std::vector<ScriptedSdk::FeatureData> features = {MakeFeature("F", KltFeatureDataInt),
+            MakeFeature("T", KltFeatureDataInt), MakeFeature("E", KltFeatureDataEnum, 0xfffffffe, {{"x", 7}})};
+        const FeatureInfos infos = Catalogue(features);
+        TheScript().Fail("Feature::GetDataType@T", -1);
+        QString text;
+        QTextStream stream(&text);
+        QCOMPARE(m_generator->WriteMethodDeclarations(stream, 0, infos), 2);
+        QVERIFY(text.contains("GetF (") && !text.contains("SetF (") && text.contains("SetE ("));
+        m_generator->WriteEnumDeclarations(stream, 0, infos);
+        QVERIFY(text.contains("E_x = 7\n"));
     }
 
     void EnumerationsAreWrittenWithTheirEntries()
@@ -317,11 +349,12 @@ private slots:
         // All names come first, also those of methods that are not written.
         Edit("m_editGetterSuffix")->setText(" g");
         Edit("m_editSetterPrefix")->setText("1");
+        Edit("m_editSetterSuffix")->setText("s");
         const QString text = Block(
             &CppClassGenerator::WriteMethodDeclarations, 0, {MakeFeature("a b", KltFeatureDataUnknown, ReadOnly)}, 0);
         QCOMPARE(
-            messages.Take(), QStringList({Notice("a b", "a_b"), Notice("Geta_b g", "Geta_b_g"), Notice("1a_b", "I1a_b"),
-                                 Notice("Geta_bFeature g", "Geta_bFeature_g"),
+            messages.Take(), QStringList({Notice("a b", "a_b"), Notice("Geta_b g", "Geta_b_g"),
+                                 Notice("1a_bs", "I1a_bs"), Notice("Geta_bFeature g", "Geta_bFeature_g"),
                                  "Unknown feature type KltFeatureDataUnknown detected! Feature a_b will be ignored."}));
         QVERIFY(text.isEmpty());
     }
@@ -348,6 +381,7 @@ private slots:
                                         << QByteArray("### class_name ### ###CLASS_NAME###\n");
         QTest::newRow("empty lines") << QByteArray("\n\nx\n\n") << QByteArray("\n\nx\n\n");
         QTest::newRow("no end") << QByteArray("x\r\ny") << QByteArray("x\ny\n");
+        QTest::newRow("carriage return inside") << QByteArray("x\ry\n") << QByteArray("xy\n");
         QTest::newRow("nothing") << QByteArray() << QByteArray();
     }
 
@@ -396,6 +430,10 @@ private slots:
         QCOMPARE(Output("Cam.cpp"), QByteArray("new\n"));
         Run("new\n");
         QCOMPARE(Output("Cam.h"), QByteArray("new\n"));
+        Edit("m_editHeaderFileName")->setText("folder");
+        QVERIFY(QDir(m_folder->path()).mkdir("folder"));
+        QCOMPARE(Run("", "", false).at(2),
+            QString("Error: header file 'D/folder' already exists and should not be overwritten!"));
     }
 
     void AFailureOfTheHeaderDoesNotStopTheSource()

@@ -3,12 +3,15 @@
 #include "QtCompat.h"
 #include "TextEditIoDevice.h"
 
+#include <QApplication>
 #include <QDir>
+#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTextBlock>
+#include <QTimer>
 #include <QtTest>
 
 #include <memory>
@@ -69,6 +72,47 @@ private slots:
         QCOMPARE(chooser.m_lineEdit->styleSheet(), QLatin1String(Green));
         chooser.m_lineEdit->setText(QStringLiteral("/nothing there"));
         QCOMPARE(chooser.m_lineEdit->styleSheet(), QLatin1String(Red));
+    }
+
+    void BrowsingSetsThePathUnlessItIsCancelled_data()
+    {
+        QTest::addColumn<bool>("folder");
+        QTest::newRow("file") << false;
+        QTest::newRow("folder") << true;
+    }
+
+    void BrowsingSetsThePathUnlessItIsCancelled()
+    {
+        QFETCH(bool, folder);
+        QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        FileChooserWidget fileChooser;
+        fileChooser.m_caption = QStringLiteral("Select Template File");
+        fileChooser.m_filter = QStringLiteral("Headers (*.h;*.hpp);;All files (*.*)");
+        FolderChooserWidget folderChooser;
+        QLineEdit* edit = folder ? folderChooser.m_lineEdit : fileChooser.m_lineEdit;
+        const QString start = folder ? QDir::tempPath() : QCoreApplication::applicationFilePath();
+        const QString chosen = folder ? QCoreApplication::applicationDirPath() : QFINDTESTDATA("WidgetsTest.cpp");
+        edit->setText(start);
+        for (bool accepted : {false, true})
+        {
+            QString seen;
+            QTimer::singleShot(200, this,
+                [&]
+                {
+                    QFileDialog* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+                    seen = dialog->windowTitle() + QLatin1Char('|') + dialog->directory().path() + QLatin1Char('|') +
+                           dialog->nameFilters().join(QLatin1String(";;"));
+                    dialog->setDirectory(QFileInfo(chosen).path());
+                    dialog->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(chosen);
+                    QMetaObject::invokeMethod(dialog, accepted ? "accept" : "reject");
+                });
+            QTest::mouseClick(folder ? folderChooser.m_browseButton : fileChooser.m_browseButton, Qt::LeftButton);
+            QVERIFY2(seen.startsWith(folder ? QStringLiteral("Select File|") + start
+                                            : QStringLiteral("Select Template File|") + QFileInfo(start).path()),
+                qPrintable(seen));
+            QVERIFY(folder || seen.endsWith(QLatin1String("Headers (*.h *.hpp);;All files (*.*)")));
+            QCOMPARE(edit->text(), accepted ? chosen : start);
+        }
     }
 
     void EveryMessageIsOneParagraphOfPlainText()

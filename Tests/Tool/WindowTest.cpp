@@ -1,9 +1,11 @@
+#include "FileChooserWidget.h"
 #include "KoltaClassGenerator.h"
 #include "TestData.h"
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QFileDialog>
+#include <QFormLayout>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QProcess>
@@ -139,6 +141,38 @@ private slots:
         foreach (const QLabel* label, m_window->findChildren<QLabel*>())
             QVERIFY2(label->buddy() != nullptr, qPrintable(label->objectName()));
         QCOMPARE(Child<QPushButton>("m_btnRefresh")->layoutDirection(), Qt::RightToLeft);
+        QCOMPARE(Child<QCheckBox>("m_cbOverwriteFiles")->text(), QString("Overwrite Files without Warning"));
+        QCOMPARE(tabs->elideMode(), Qt::ElideNone);
+        QCOMPARE(m_window->findChild<QLayout*>("verticalLayout")->contentsMargins().bottom(), 30);
+        QGridLayout* grid = m_window->findChild<QGridLayout*>("gridLayout_2");
+        QCOMPARE(grid->contentsMargins(), QMargins(11, 11, 11, 11));
+        QStringList cells;
+        for (int i = 0; i < grid->count(); ++i)
+        {
+            int at[4];
+            grid->getItemPosition(i, &at[0], &at[1], &at[2], &at[3]);
+            const QLayout* layout = grid->itemAt(i)->layout();
+            cells.append(QString("%1%2%3%4 ").arg(at[0]).arg(at[1]).arg(at[2]).arg(at[3]) +
+                         (layout ? layout->objectName() : grid->itemAt(i)->widget()->objectName()));
+        }
+        cells.sort();
+        QCOMPARE(cells, QStringList({"0022 verticalLayout_2", "0211 verticalLayout", "1211 verticalLayout_3",
+                            "2211 m_btnRun", "3013 verticalLayout_4"}));
+        QFormLayout* form = Child<QFormLayout>("formLayout");
+        QStringList rows;
+        for (int row = 0; row < form->rowCount(); ++row)
+            if (form->itemAt(row, QFormLayout::LabelRole))
+                rows.append(qobject_cast<QLabel*>(form->itemAt(row, QFormLayout::LabelRole)->widget())->text() +
+                            QString(" %1").arg(form->itemAt(row, QFormLayout::FieldRole)->widget()->minimumWidth()));
+        QCOMPARE(rows, QStringList({"Class Name 130", "Header File Name 130", "Source File Name 130",
+                           "Header Template 144", "Source Template 144"}));
+        for (const char* name : {"m_headerTemplateFileChooser", "m_sourceTemplateFileChooser"})
+        {
+            const FileChooserWidget* chooser = Child<FileChooserWidget>(name);
+            QCOMPARE(chooser->m_caption, QString("Select Template File"));
+            QCOMPARE(chooser->m_filter, name[2] == 'h' ? QString("C++ header files (*.h;*.hpp);;All files (*.*)")
+                                                       : QString("C++ source files (*.cpp);;All files (*.*)"));
+        }
     }
 
     void TabGoesThroughTheWindowFromTheListToTheMessages()
@@ -221,6 +255,14 @@ private slots:
         QCOMPARE(Rows(), QStringList("Cam (S1)"));
         QCOMPARE(Child<QLineEdit>("m_editClassName")->text(), QString("Typed"));
         QVERIFY(TheScript().sessions.empty());
+
+        // Reading the same camera again changes no option, and allows a run all the same.
+        Destination()->setText(m_folder->path());
+        List()->setCurrentRow(0);
+        QTest::mouseClick(Child<QPushButton>("m_btnRefresh"), Qt::LeftButton);
+        QVERIFY(!Run()->isEnabled());
+        List()->setCurrentRow(0);
+        QVERIFY(Run()->isEnabled());
     }
 
     void RowsAreMappedToCamerasByPosition()
@@ -262,9 +304,11 @@ private slots:
         Said();
         TheScript().sessions.clear();
         TheScript().Fail(call.toStdString(), -12, which == 1 ? First : Second);
+        QVERIFY(QDir().rmdir(m_folder->path()));
         List()->setCurrentRow(1);
         QCOMPARE(Said().last(), message);
         QVERIFY(Run()->isEnabled());
+        QVERIFY(QDir().mkdir(m_folder->path()));
         QCOMPARE(Child<QLineEdit>("m_editClassName")->text(), QString("CamCamera"));
         QCOMPARE(TheScript().sessions.back(), std::string(call == "Camera::Open" ? "Open Two" : "Close Two"));
         QTest::mouseClick(Run(), Qt::LeftButton);
