@@ -33,24 +33,28 @@ struct KoltaSystem::Impl
     int starts = 0;
     std::unique_ptr<Scanner> scanner;
 
+    /// In a second handle, so that no lock of the handle within is taken under one of ours: its owner holds that lock
+    /// while the observer dies.
+    typedef std::vector<std::shared_ptr<const ICameraListObserverPtr>> Observers;
+
     std::mutex mutex; ///< Around what follows.
     bool running = false;
-    std::vector<ICameraListObserverPtr> observers;
+    Observers observers;
 
     CameraList cameras;
 };
 
 void KoltaSystem::Impl::Notify(const CameraList::Changes& changes)
 {
-    std::vector<ICameraListObserverPtr> told;
+    Observers told;
     {
         const std::lock_guard<std::mutex> lock(mutex);
         told = observers;
     }
     g_notifying = true;
     for (const CameraList::Changes::value_type& change : changes)
-        for (const ICameraListObserverPtr& observer : told)
-            observer->CameraListChanged(change.first, change.second);
+        for (const Observers::value_type& observer : told)
+            (*observer)->CameraListChanged(change.first, change.second);
     g_notifying = false;
 }
 
@@ -93,7 +97,7 @@ KltErrorType KoltaSystem::Shutdown()
     if (g_notifying)
         return KltErrorInvalidCall;
     // Observers may do as they like when they are destroyed: declared before the lock, they outlive it.
-    std::vector<ICameraListObserverPtr> observers;
+    Impl::Observers observers;
     const std::lock_guard<std::mutex> session(m_impl->sessionMutex);
     if (m_impl->starts == 0 || --m_impl->starts > 0)
         return KltErrorSuccess;
@@ -111,10 +115,11 @@ KltErrorType KoltaSystem::RegisterCameraListObserver(const shared_ptr<ICameraLis
 {
     if (observer.get() == nullptr)
         return KltErrorBadParameter;
+    const auto shared = std::make_shared<const ICameraListObserverPtr>(observer);
     const std::lock_guard<std::mutex> lock(m_impl->mutex);
     if (!m_impl->running)
         return KltErrorApiNotStarted;
-    m_impl->observers.push_back(observer);
+    m_impl->observers.push_back(shared);
     return KltErrorSuccess;
 }
 

@@ -84,6 +84,13 @@ std::string TextOf(xmlNode* node)
     return text;
 }
 
+/// Anything else every reader understands in its own way.
+bool IsPlain(const xmlNode* element)
+{
+    const xmlNode* content = element->children;
+    return content == nullptr || (content->type == XML_TEXT_NODE && content->next == nullptr);
+}
+
 bool IsAbsurdLength(const std::string& text, bool ofNumber)
 {
     const long long length = std::strtoll(text.c_str(), nullptr, 0);
@@ -111,6 +118,8 @@ private:
         const std::string kind = ToString(element->name);
         if (nesting > MaximumNesting)
             m_problem = "its elements are nested too deeply";
+        else if ((IsReference(kind) || kind == "Length") && !IsPlain(element))
+            m_problem = "a " + kind + " of " + owner + " holds more than a text";
         else if (kind == "Length" && IsAbsurdLength(TextOf(element), IsNumericRegister(parentKind)))
             m_problem = "the length of " + owner + " is absurd";
         else if (kind == "pLength" && IsNumericRegister(parentKind))

@@ -51,6 +51,7 @@ TEST_F(BrokenDescriptions, AreReportedOnceAndTheOthersStillWork)
              {"A"}, "<IntReg Name='A'><IntSwissKnife><pVariable Name='V'>A</pVariable></IntSwissKnife></IntReg>"),
             "depends on itself"},
         {Description({"A"}, "<IntReg Name='A'><pLength>B</pLength></IntReg>"), "length of A is not constant"},
+        {Description({"A"}, "<Integer Name='A'><pValue>A<b>B</b></pValue></Integer>"), "holds more than a text"},
         {Description({"A"}, "<IntReg Name='A'><Length>0</Length></IntReg>"), "length of A is absurd"},
         {Description({"N0"}, chain), "too many others"},
         {Description({"R"}, "<Register Name='R'><Address>0</Address><Length>1099511627776</Length></Register>"),
