@@ -14,6 +14,9 @@ namespace
 
 bool IsKeyword(const QString& name)
 {
+    const int longest = 16;
+    if (name.size() > longest)
+        return false;
     static const QSet<QString> keywords = []
     {
         const QString all = QLatin1String(
@@ -38,7 +41,7 @@ class Check
 public:
     Check(CppClassGenerator& generator, const QString& className) : m_generator(generator), m_className(className)
     {
-        Take(m_types, className, QLatin1String("the class"), "the type");
+        Take(m_types, className, className, "the class");
     }
 
     void AddFeature(const Feature& feature)
@@ -57,7 +60,7 @@ public:
         else if (described.names.identifier != name)
             m_problems.warnings.append(Quoted(name) + QLatin1String(" becomes ") + Quoted(described.names.identifier) +
                                        QLatin1String(": the camera does not know it by that name at run time."));
-        Take(m_members, described.names.member, Quoted(name), "the member");
+        Take(m_members, described.names.member, name, "the member");
         AddMethods(described, name);
     }
 
@@ -67,7 +70,7 @@ public:
             m_problems.errors.append(QLatin1String("Enumeration ") + Quoted(name) +
                                      QLatin1String(" has no entries, so its type does not exist."));
         else
-            Take(m_types, m_generator.EnumTypeName(name), Quoted(name), "the type");
+            Take(m_types, m_generator.EnumTypeName(name), name, "the type");
         for (const EnumEntry& entry : entries)
         {
             std::string entryName;
@@ -91,29 +94,31 @@ private:
         for (const CppMethod& method : methods)
         {
             // Methods of one name with different arguments are no problem.
-            Take(m_methods, method.name, Quoted(name), "the method", method.arguments);
+            Take(m_methods, method.name, name, "the method", method.arguments);
             if (method.name == m_className)
                 m_problems.errors.append(
                     QLatin1String("The method for ") + Quoted(name) + QLatin1String(" has the name of the class."));
         }
         if (!methods.isEmpty())
-            Take(m_methods, feature.names.accessor, Quoted(name), "the method",
+            Take(m_methods, feature.names.accessor, name, "the method",
                 QLatin1String(" (OPX::KltAPI::FeaturePtr & feature)"));
     }
 
+    /// Notes that \a owner makes \a name. Methods are told apart by their arguments, too.
     void Take(Owners& owners, const QString& name, const QString& owner, const char* what,
         const QString& arguments = QString())
     {
-        const QString kind = QLatin1String(what) + QLatin1Char(' ');
         if (IsKeyword(name))
-            m_problems.errors.append(
-                owner + QLatin1String(" ends in ") + kind + Quoted(name) + QLatin1String(", a keyword of C++."));
-        const auto taken = owners.constFind(name + arguments);
-        if (taken != owners.constEnd())
-            m_problems.errors.append(taken.value() + QLatin1String(" and ") + owner + QLatin1String(" both end in ") +
-                                     kind + Quoted(name) + QLatin1Char('.'));
+            m_problems.errors.append(Quoted(owner) + QLatin1String(" ends in ") + QLatin1String(what) +
+                                     QLatin1Char(' ') + Quoted(name) + QLatin1String(", a keyword of C++."));
+        const QString key = name + arguments;
+        const auto taken = owners.constFind(key);
+        if (taken == owners.constEnd())
+            owners.insert(key, owner);
         else
-            owners.insert(name + arguments, owner);
+            m_problems.errors.append(Quoted(taken.value()) + QLatin1String(" and ") + Quoted(owner) +
+                                     QLatin1String(" both end in ") + QLatin1String(what) + QLatin1Char(' ') +
+                                     Quoted(name) + QLatin1Char('.'));
     }
 
     CppClassGenerator& m_generator;
