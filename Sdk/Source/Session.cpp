@@ -19,11 +19,21 @@ KltErrorType Session::Open()
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (m_connection.description)
         return KltErrorInvalidAccess;
+    if (m_closing.valid())
+        m_closing.get();
     Connection connection;
     const KltErrorType result = m_connect(connection);
     if (result == KltErrorSuccess)
         m_connection = std::move(connection);
+    else
+        CloseLater(std::move(connection));
     return result;
+}
+
+void Session::CloseLater(Connection connection)
+{
+    m_closing = std::async(std::launch::async,
+        [closing = std::move(connection)]() mutable { const Connection closed = std::move(closing); });
 }
 
 KltErrorType Session::Close()
@@ -33,8 +43,11 @@ KltErrorType Session::Close()
     const std::lock_guard<std::mutex> lock(m_mutex);
     if (!m_connection.description)
         return KltErrorDeviceNotOpen;
-    m_connection.description.reset();
-    m_connection.device.reset();
+    Connection connection;
+    std::swap(connection, m_connection);
+    if (m_silent)
+        CloseLater(std::move(connection));
+    m_silent = false;
     m_listed = false;
     m_features.swap(features);
     m_indices.clear();
@@ -80,6 +93,7 @@ KltErrorType Session::EnsureListed()
         return KltErrorSuccess;
     std::vector<FeatureData> read;
     const KltErrorType result = FeatureReader(m_connection.description.get(), m_connection.patience).Read(read);
+    m_silent = m_silent || result == KltErrorTimeout;
     if (result != KltErrorSuccess)
         return result;
     for (FeatureData& data : read)

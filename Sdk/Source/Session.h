@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <functional>
+#include <future>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -61,15 +62,25 @@ public:
         if (!m_connection.description)
             return KltErrorDeviceNotOpen;
         ArvGcNode* node = arv_gc_get_node(m_connection.description.get(), nodeName.c_str());
-        return ARV_IS_GC_FEATURE_NODE(node) ? access(ARV_GC_FEATURE_NODE(node)) : KltErrorNotFound;
+        if (!ARV_IS_GC_FEATURE_NODE(node))
+            return KltErrorNotFound;
+        const KltErrorType result = access(ARV_GC_FEATURE_NODE(node));
+        m_silent = m_silent || result == KltErrorTimeout;
+        return result;
     }
 
 private:
     KltErrorType EnsureListed();
 
+    /// A camera that is dead or does not listen to us is said goodbye for five seconds and more: nobody waits for that,
+    /// but who opens it again.
+    void CloseLater(Connection connection);
+
     const Connector m_connect;
     std::mutex m_mutex;
     Connection m_connection;
+    bool m_silent = false;       ///< The camera did not answer once.
+    std::future<void> m_closing; ///< The end of an earlier connection.
     bool m_listed = false;
     FeaturePtrVector m_features;
     std::unordered_map<std::string, std::size_t> m_indices; ///< Of the features, by name.

@@ -168,7 +168,10 @@ TEST_F(GigE, ACameraThatAnotherProgramControlsIsRefused)
     // For the camera, whoever has another socket is another program.
     ArvDevice* other = arv_open_device("Aravis-Fake-Taken", nullptr);
     ASSERT_NE(other, nullptr);
+    const auto start = steady_clock::now();
     EXPECT_EQ(m_camera->Open(1), KltErrorInvalidAccess);
+    EXPECT_LT(steady_clock::now() - start, seconds(5));
+    std::cout << "The refusal took " << (steady_clock::now() - start) / std::chrono::milliseconds(1) << " ms.\n";
     unsigned int count = 0;
     EXPECT_EQ(m_camera->GetFeatures(nullptr, count), KltErrorDeviceNotOpen);
     g_object_unref(other);
@@ -198,7 +201,9 @@ TEST_F(GigE, ACameraThatDiesWhileItIsReadCostsTenSecondsAtMost)
     const auto start = steady_clock::now();
     unsigned int count = 0;
     EXPECT_EQ(m_camera->GetFeatures(nullptr, count), KltErrorTimeout);
+    const auto closing = steady_clock::now();
     EXPECT_EQ(m_camera->Close(), 0);
+    EXPECT_LT(steady_clock::now() - closing, seconds(1));
     const auto duration = steady_clock::now() - start;
     murder.join();
     EXPECT_GT(duration, std::chrono::milliseconds(100));
