@@ -58,7 +58,8 @@ private:
     {
         m_window.reset(new KoltaClassGenerator);
         m_window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_window.get()));
+        m_window->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(m_window.get()));
     }
 
     QStringList Rows()
