@@ -57,7 +57,7 @@ void RunInto(Prepared& prepared, const QString& folder, const QString& shown)
 {
     prepared.page.ShowInstead(folder, shown);
     prepared.page.Generator().Run(folder.toLocal8Bit().constData(), true, prepared.camera.features);
-    if (!prepared.page.IsComplete(folder, prepared.camera.features))
+    if (!prepared.page.Generator().AllWritten())
         throw CommandError(ExitFile, "The files could not be written whole. See the messages above; is the disk full?");
 }
 

@@ -4,10 +4,7 @@
 #include "GenerateCommand.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QLineEdit>
-#include <QSignalBlocker>
-#include <QTextStream>
 
 #include <cstdio>
 
@@ -84,34 +81,6 @@ void HiddenPage::ShowInstead(const QString& folder, const QString& shown)
 {
     m_folder = folder;
     m_shown = shown;
-}
-
-bool HiddenPage::IsComplete(const QString& folder, const FeatureInfos& features)
-{
-    const QSignalBlocker blocker(&m_generator);
-    const QString names[] = {HeaderName(), SourceName()};
-    const QString templates[] = {HeaderTemplate(), SourceTemplate()};
-    for (int i = 0; i < 2; ++i)
-    {
-        QFile file(folder + QLatin1Char('/') + names[i]);
-        if (!file.open(QIODevice::ReadOnly) || file.readAll() != Render(templates[i], features))
-            return false;
-    }
-    return true;
-}
-
-QByteArray HiddenPage::Render(const QString& templatePath, const FeatureInfos& features)
-{
-    QByteArray rendered;
-    QTextStream output(&rendered, QIODevice::WriteOnly);
-    QFile file(templatePath);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return rendered;
-    QTextStream input(&file);
-    for (QString line = input.readLine(); !line.isNull(); line = input.readLine())
-        m_generator.Process(output, line, features);
-    output.flush();
-    return rendered;
 }
 
 QLineEdit* HiddenPage::Edit(const char* name) const

@@ -2,7 +2,6 @@
 #define HIDDENPAGE_H
 
 #include "CppClassGenerator.h"
-#include "FeatureInfos.h"
 
 #include <QString>
 #include <QWidget>
@@ -36,14 +35,9 @@ public:
     /// No more messages.
     void BeQuiet() { m_quiet = true; }
 
-    /// Whether both files in \a folder are there to their last byte. The generator does not look at what becomes of
-    /// its writing, so a full disk is only found by generating once more, into memory.
-    bool IsComplete(const QString& folder, const FeatureInfos& features);
-
 private:
     QLineEdit* Edit(const char* name) const;
     QLineEdit* Chooser(const char* name) const;
-    QByteArray Render(const QString& templatePath, const FeatureInfos& features);
     void Print(QString message) const;
 
     QWidget m_page;

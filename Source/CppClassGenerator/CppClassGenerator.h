@@ -45,6 +45,10 @@ public:
     /// Writes the header, then the source, whatever became of the header.
     void Run(const char* destinationFolder, bool overwrite, const FeatureInfos& features) override;
 
+    /// Whether the last run made both files to their last byte. The run itself does not look at what becomes of its
+    /// writing: who needs to know asks.
+    bool AllWritten() const;
+
     /// \name Names
     /// @{
 
@@ -114,6 +118,7 @@ private:
     Ui_CppOptionsWidget m_ui;
     FileChooserWidget* m_headerTemplateFileChooser;
     FileChooserWidget* m_sourceTemplateFileChooser;
+    bool m_allWritten;
 };
 
 #endif

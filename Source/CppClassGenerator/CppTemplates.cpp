@@ -11,6 +11,7 @@
 
 void CppClassGenerator::Run(const char* destinationFolder, bool overwrite, const FeatureInfos& features)
 {
+    m_allWritten = true;
     const QString folder = tr(destinationFolder) + QDir::separator();
     ProcessFile("header", QDir::cleanPath(folder + m_ui.m_editHeaderFileName->text()), overwrite,
         m_headerTemplateFileChooser->m_lineEdit->text(), features);
@@ -21,6 +22,8 @@ void CppClassGenerator::Run(const char* destinationFolder, bool overwrite, const
 void CppClassGenerator::ProcessFile(const char* kind, const QString& outputPath, bool overwrite,
     const QString& templatePath, const FeatureInfos& features)
 {
+    const bool allWrittenBefore = m_allWritten;
+    m_allWritten = false;
     const QString kindText = QLatin1String(kind);
     emit LogMessage(
         tr("Processing ") + kindText + QLatin1String(" template file '") + templatePath + QLatin1String("' ..."));
@@ -52,7 +55,14 @@ void CppClassGenerator::ProcessFile(const char* kind, const QString& outputPath,
     QTextStream input(&templateFile);
     for (QString line = input.readLine(); !line.isNull(); line = input.readLine())
         Process(output, line, features);
+    output.flush();
+    m_allWritten = allWrittenBefore && output.status() == QTextStream::Ok;
     emit LogMessage(tr("... done."));
+}
+
+bool CppClassGenerator::AllWritten() const
+{
+    return m_allWritten;
 }
 
 void CppClassGenerator::Process(QTextStream& output, QString line, const FeatureInfos& features)
