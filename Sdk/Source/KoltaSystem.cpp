@@ -29,9 +29,8 @@ struct KoltaSystem::Impl
 {
     void Notify(const CameraList::Changes& changes);
 
-    std::mutex sessionMutex; ///< Around start and shutdown.
+    std::mutex sessionMutex; ///< Around start and shutdown: starts and scanner.
     int starts = 0;
-    std::unique_ptr<Scanner> scanner;
 
     /// In a second handle, so that no lock of the handle within is taken under one of ours: its owner holds that lock
     /// while the observer dies.
@@ -42,6 +41,9 @@ struct KoltaSystem::Impl
     Observers observers;
 
     CameraList cameras;
+
+    /// Last, so that it is gone before what it works on: programs end without a shutdown, too.
+    std::unique_ptr<Scanner> scanner;
 };
 
 void KoltaSystem::Impl::Notify(const CameraList::Changes& changes)

@@ -81,3 +81,12 @@ TEST_F(Threads, ListOpenReadAndShutDownAtTheSameTime)
     for (std::thread& thread : threads)
         thread.join();
 }
+
+/// The program has to end all the same, also in the middle of a scan.
+TEST_F(Threads, EndWithAProgramThatForgetsToShutDown)
+{
+    for (int i = 0; i < 300; ++i)
+        Write("Many" + std::to_string(i) + ".xml", Description({}, ""));
+    for (int i = 0; i < 10; ++i)
+        EXPECT_EXIT(std::exit(System().Startup()), testing::ExitedWithCode(0), "");
+}
