@@ -42,9 +42,9 @@ public:
     OPX::KltAPI::CameraPtr Find(const CameraChoice& choice) const;
 
 private:
-    void Start();
+    static void Start();
     void Restore();
-    std::vector<OPX::KltAPI::CameraPtr> Cameras() const;
+    static std::vector<OPX::KltAPI::CameraPtr> Cameras();
 
     std::map<std::string, std::string> m_environment; ///< As it was before.
 };

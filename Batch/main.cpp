@@ -11,7 +11,7 @@
 namespace
 {
 
-void ShowOnlyFailures(QtMsgType type, const QMessageLogContext&, const QString& message)
+void ShowOnlyFailures(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message)
 {
     if (type == QtCriticalMsg || type == QtFatalMsg)
         std::fprintf(stderr, "%s\n", message.toUtf8().constData());

@@ -6,7 +6,8 @@
 
 using namespace OPX::KltAPI;
 
-int FeatureInfos::Create(shared_ptr<Camera> camera)
+// By value: the camera stays alive for as long as it is read, whatever becomes of the caller's handle.
+int FeatureInfos::Create(shared_ptr<Camera> camera) // NOLINT(performance-unnecessary-value-param)
 {
     m_categories.clear();
     m_enums.clear();

@@ -20,7 +20,7 @@ public:
     /// Names of the enumeration features in byte order, with their entries sorted by value.
     typedef std::map<std::string, std::vector<OPX::KltAPI::EnumEntry>> EnumMap;
 
-    virtual ~FeatureInfos() {}
+    virtual ~FeatureInfos() = default;
 
     /// Replaces the catalogue by the features of \a camera, which is open.
     /// \return 0, or the SDK's code when the features cannot be listed; the catalogue is empty then

@@ -31,8 +31,8 @@ const char OverwriteFilesKey[] = "OverwriteFiles";
 
 KoltaClassGenerator::KoltaClassGenerator(QWidget* parent, Qt::WindowFlags flags)
     : QMainWindow(parent, flags),
-      m_system(KoltaSystem::GetInstance()),
-      m_cameraObserver(nullptr)
+      m_system(KoltaSystem::GetInstance())
+
 {
     try
     {
@@ -61,7 +61,7 @@ void KoltaClassGenerator::BuildWindow()
     m_ui.setupUi(this);
     AddOptionsTabs();
 
-    TextEditIoDevice* device = new TextEditIoDevice(this, m_ui.m_messages);
+    auto* device = new TextEditIoDevice(this, m_ui.m_messages);
     device->open(QIODevice::WriteOnly | QIODevice::Text);
     m_logStream.setDevice(device);
     WriteUtf8(m_logStream);

@@ -54,7 +54,7 @@ private slots:
 private:
     void BuildWindow();
     void AddOptionsTabs();
-    void SetIdentity();
+    static void SetIdentity();
     void RunSession();
     void StartSdk();
     void MakeConnections();
@@ -74,7 +74,7 @@ private:
     QList<ClassGeneratorBase*> m_generators; ///< In the order of the tabs.
     QTextStream m_logStream;
     OPX::KltAPI::KoltaSystem& m_system;
-    CameraObserver* m_cameraObserver; ///< Owned by the SDK.
+    CameraObserver* m_cameraObserver = nullptr; ///< Owned by the SDK.
     std::vector<OPX::KltAPI::CameraPtr> m_cameras;
     FeatureInfos m_featureInfos;
 };

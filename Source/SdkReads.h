@@ -32,7 +32,8 @@ bool ReadString(const T& object, KltErrorType (T::*getter)(char*, unsigned int&)
         std::string buffer(static_cast<std::size_t>(length) + 1, '\0');
         if ((object.*getter)(&buffer[0], length) != KltErrorSuccess)
             return false;
-        text = buffer.c_str();
+        // Up to the first zero byte.
+        text = buffer.c_str(); // NOLINT(readability-redundant-string-cstr)
         return true;
     }
     catch (const std::bad_alloc&)

@@ -26,7 +26,7 @@ int main(int argc, char* argv[])
     {
         KoltaClassGenerator window;
         window.show();
-        return application.exec();
+        return QApplication::exec();
     }
     catch (const std::exception& error)
     {

@@ -16,7 +16,8 @@ using namespace OPX::KltAPI;
 static CameraPtr FirstCamera()
 {
     unsigned int count = 0;
-    for (int i = 0; i < 30 && KoltaSystem::GetInstance().GetCameras(NULL, count) == KltErrorSuccess && count == 0; ++i)
+    for (int i = 0; i < 30 && KoltaSystem::GetInstance().GetCameras(nullptr, count) == KltErrorSuccess && count == 0;
+         ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
     std::vector<CameraPtr> cameras(count + 1);
     KoltaSystem::GetInstance().GetCameras(&cameras[0], count);
@@ -49,7 +50,7 @@ int main()
     if (KoltaSystem::GetInstance().Startup() != KltErrorSuccess)
         return 1;
     const CameraPtr camera = FirstCamera();
-    const bool opened = camera.get() != NULL && camera->Open(KltAccessModeFull) == KltErrorSuccess;
+    const bool opened = camera.get() != nullptr && camera->Open(KltAccessModeFull) == KltErrorSuccess;
     const bool done = opened && Tour(camera);
     if (opened)
         camera->Close();

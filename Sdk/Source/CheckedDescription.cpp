@@ -27,7 +27,7 @@ typedef std::unique_ptr<xmlDoc, decltype(&xmlFreeDoc)> DocumentPtr;
 std::string Attribute(xmlNode* node, const char* name)
 {
     xmlChar* value = xmlGetProp(node, reinterpret_cast<const xmlChar*>(name));
-    const std::string text = value == nullptr ? std::string() : reinterpret_cast<const char*>(value);
+    std::string text = value == nullptr ? std::string() : reinterpret_cast<const char*>(value);
     xmlFree(value);
     return text;
 }
@@ -117,7 +117,7 @@ std::string WithoutControls(std::string text)
 {
     for (std::size_t i = 0; i < text.size(); ++i)
     {
-        const unsigned char byte = static_cast<unsigned char>(text[i]);
+        const auto byte = static_cast<unsigned char>(text[i]);
         const unsigned char next = i + 1 < text.size() ? static_cast<unsigned char>(text[i + 1]) : 0;
         if (byte < 0x20 || byte == 0x7F)
             text[i] = '_';

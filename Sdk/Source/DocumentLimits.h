@@ -10,7 +10,7 @@ namespace KltAPI
 {
 
 /// Far above the largest descriptions that cameras have (some megabytes).
-const std::size_t MaximumDocumentSize = 64u << 20;
+const std::size_t MaximumDocumentSize = 64U << 20;
 
 /// Looks for what would cost a parser minutes or gigabytes: entities that multiply, millions of elements, elements with
 /// thousands of attributes, encodings in which nobody sees all that. To be asked before anything parses \a xml.

@@ -64,7 +64,7 @@ std::vector<std::string> LinksOf(ArvGcCategory* category)
     std::vector<std::string> links;
     for (const GSList* link = arv_gc_category_get_features(category); link != nullptr; link = link->next)
         if (link->data != nullptr)
-            links.push_back(static_cast<const char*>(link->data));
+            links.emplace_back(static_cast<const char*>(link->data));
     return links;
 }
 

@@ -69,13 +69,13 @@ SparseMemory& MemoryOf(ArvDevice* device)
     return *reinterpret_cast<KoltaMemoryDevice*>(device)->memory;
 }
 
-gboolean ReadMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError**)
+gboolean ReadMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** /*error*/)
 {
     MemoryOf(device).Read(address, size, static_cast<std::uint8_t*>(buffer));
     return TRUE;
 }
 
-gboolean WriteMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError**)
+gboolean WriteMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** /*error*/)
 {
     MemoryOf(device).Write(address, size, static_cast<const std::uint8_t*>(buffer));
     return TRUE;
@@ -94,13 +94,13 @@ gboolean WriteRegister(ArvDevice* device, guint64 address, guint32 value, GError
     return WriteMemory(device, address, sizeof(bigEndian), &bigEndian, error);
 }
 
-const char* NoXml(ArvDevice*, size_t* size)
+const char* NoXml(ArvDevice* /*device*/, size_t* size)
 {
     *size = 0;
     return nullptr;
 }
 
-ArvGc* NoDescription(ArvDevice*)
+ArvGc* NoDescription(ArvDevice* /*device*/)
 {
     return nullptr;
 }

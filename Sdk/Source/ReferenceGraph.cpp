@@ -16,7 +16,7 @@ namespace
 
 const std::size_t MaximumDepth = 200;
 const std::size_t MaximumSteps = 1000000;
-const long long MaximumLength = 64ll << 20;
+const long long MaximumLength = 64LL << 20;
 const int MaximumNesting = 16;
 
 /// One of these holds two kilobytes in Aravis.
@@ -79,7 +79,7 @@ std::string Trimmed(const std::string& text)
 std::string TextOf(xmlNode* node)
 {
     xmlChar* content = xmlNodeGetContent(node);
-    const std::string text = Trimmed(ToString(content));
+    std::string text = Trimmed(ToString(content));
     xmlFree(content);
     return text;
 }
@@ -204,7 +204,7 @@ std::string Follow(Graph& graph, Graph::iterator start)
             path.pop_back();
             continue;
         }
-        const Graph::iterator target = graph.find(node.references[step.next]);
+        const auto target = graph.find(node.references[step.next]);
         if (target == graph.end() || target->second.state == Node::Done)
         {
             ++step.next;
@@ -232,7 +232,7 @@ std::string ProblemOfReferences(xmlNode* root)
     Graph& graph = gatherer.graph;
     // What stands outside of all nodes belongs to none.
     graph.erase(std::string());
-    for (Graph::iterator node = graph.begin(); problem.empty() && node != graph.end(); ++node)
+    for (auto node = graph.begin(); problem.empty() && node != graph.end(); ++node)
         if (node->second.state == Node::Unseen)
             problem = Follow(graph, node);
     return problem;

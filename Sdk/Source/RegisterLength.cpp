@@ -11,7 +11,7 @@ namespace
 {
 
 /// Registers are a few bytes long, sometimes a few kilobytes.
-const guint64 MaximumLength = 64u << 20;
+const guint64 MaximumLength = 64U << 20;
 
 } // namespace
 

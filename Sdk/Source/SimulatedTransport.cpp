@@ -72,7 +72,7 @@ SimulatedTransport::SimulatedTransport()
     std::istringstream places(variable == nullptr ? "" : variable);
     for (std::string place; std::getline(places, place, ':');)
         if (!place.empty())
-            m_places.push_back(place);
+            m_places.emplace_back(place);
     const fs::path shipped = FolderOfLibrary() / "Cameras";
     std::error_code error;
     if (fs::is_directory(shipped, error))

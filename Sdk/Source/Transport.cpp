@@ -20,7 +20,7 @@ const char Variable[] = "KOLTA_TRANSPORTS";
 
 std::set<std::string> ChosenWords()
 {
-    const std::set<std::string> all = {"simulated", "gige", "usb3"};
+    std::set<std::string> all = {"simulated", "gige", "usb3"};
     const char* chosen = std::getenv(Variable);
     if (chosen == nullptr || *chosen == '\0')
         return all;

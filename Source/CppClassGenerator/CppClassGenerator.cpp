@@ -51,9 +51,7 @@ bool ExistsAt(const QString& path)
 std::map<KltFeatureDataType, CppClassGenerator::FeatureTypeInfo> CppClassGenerator::SimpleFeatureTypeMap;
 
 CppClassGenerator::CppClassGenerator()
-    : m_headerTemplateFileChooser(nullptr),
-      m_sourceTemplateFileChooser(nullptr),
-      m_allWritten(false)
+
 {
     if (!SimpleFeatureTypeMap.empty())
         return;

@@ -104,7 +104,8 @@ private:
     bool WriteMethodsOf(
         OPX::KltAPI::Feature& feature, QTextStream& scratch, const QString& indent, FeatureWriter writeFeature);
     CppFeature Describe(OPX::KltAPI::Feature& feature);
-    void WriteDeclarations(
+    // Not static, so that it is a FeatureWriter.
+    void WriteDeclarations( // NOLINT(readability-convert-member-functions-to-static)
         QTextStream& scratch, const QString& indent, const CppFeature& feature, const QList<CppMethod>& valueMethods);
     void WriteImplementations(
         QTextStream& scratch, const QString& indent, const CppFeature& feature, const QList<CppMethod>& valueMethods);
@@ -116,9 +117,9 @@ private:
         const std::vector<OPX::KltAPI::EnumEntry>& entries);
 
     Ui_CppOptionsWidget m_ui;
-    FileChooserWidget* m_headerTemplateFileChooser;
-    FileChooserWidget* m_sourceTemplateFileChooser;
-    bool m_allWritten;
+    FileChooserWidget* m_headerTemplateFileChooser = nullptr;
+    FileChooserWidget* m_sourceTemplateFileChooser = nullptr;
+    bool m_allWritten = false;
 };
 
 #endif

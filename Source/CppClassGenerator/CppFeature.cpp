@@ -7,8 +7,7 @@ namespace
 
 CppMethod Method(CppMethod::Kind kind, const QString& name, const QString& type)
 {
-    const CppMethod method = {kind, name, QLatin1String(" (") + type + QLatin1String(" value)")};
-    return method;
+    return {kind, name, QLatin1String(" (") + type + QLatin1String(" value)")};
 }
 
 } // namespace
@@ -25,8 +24,7 @@ QList<CppMethod> CppFeature::ValueMethods() const
     }
     if (dataType == KltFeatureDataCommand)
     {
-        const CppMethod command = {CppMethod::Command, names.identifier, QLatin1String(" ()")};
-        methods.append(command);
+        methods.append({CppMethod::Command, names.identifier, QLatin1String(" ()")});
         return methods;
     }
     const auto type = CppClassGenerator::SimpleFeatureTypeMap.find(dataType);

@@ -78,9 +78,7 @@ CppFeature CppClassGenerator::Describe(Feature& feature)
     const std::string name = NameOf(feature);
     feature.GetFlags(flags);
 
-    const CppFeature described = {
-        FeatureNames(tr(name.c_str())), dataType, (flags & KltFeatureFlagsWrite) == KltFeatureFlagsWrite};
-    return described;
+    return {FeatureNames(tr(name.c_str())), dataType, (flags & KltFeatureFlagsWrite) == KltFeatureFlagsWrite};
 }
 
 void CppClassGenerator::WriteDeclarations(

@@ -14,17 +14,6 @@ const char Context[] = "JavaOptionsWidget";
 
 } // namespace
 
-JavaClassGenerator::JavaClassGenerator()
-    : verticalLayout(nullptr),
-      widget(nullptr),
-      formLayout(nullptr),
-      m_lblClassName(nullptr),
-      m_editClassName(nullptr),
-      m_lblClassFileName(nullptr),
-      m_editClassFileName(nullptr)
-{
-}
-
 const char* JavaClassGenerator::LanguageName() const
 {
     return "Java";

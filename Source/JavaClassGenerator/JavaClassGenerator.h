@@ -14,8 +14,6 @@ class JavaClassGenerator : public ClassGeneratorBase
     Q_OBJECT
 
 public:
-    JavaClassGenerator();
-
     const char* LanguageName() const override;
     void SetupUi(QWidget* parent) override;
     QWidget* Widget() const override;
@@ -31,13 +29,13 @@ private slots:
 private:
     void AddRow(int row, QLabel*& label, QLineEdit*& edit, const char* name, bool enabled);
 
-    QVBoxLayout* verticalLayout;
-    QWidget* widget;
-    QFormLayout* formLayout;
-    QLabel* m_lblClassName;
-    QLineEdit* m_editClassName;
-    QLabel* m_lblClassFileName;
-    QLineEdit* m_editClassFileName;
+    QVBoxLayout* verticalLayout = nullptr;
+    QWidget* widget = nullptr;
+    QFormLayout* formLayout = nullptr;
+    QLabel* m_lblClassName = nullptr;
+    QLineEdit* m_editClassName = nullptr;
+    QLabel* m_lblClassFileName = nullptr;
+    QLineEdit* m_editClassFileName = nullptr;
 };
 
 #endif

@@ -45,7 +45,7 @@ public:
     explicit Camera(Impl* impl);
 
     /// Closes the camera if it is open.
-    virtual ~Camera();
+    ~Camera() override;
 
     /// The camera's name for people, usually its model; read like `Feature::GetName`.
     KltErrorType GetName(char* name, unsigned int& length) const;

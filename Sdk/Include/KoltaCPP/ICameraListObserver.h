@@ -13,7 +13,7 @@ namespace KltAPI
 class ICameraListObserver
 {
 public:
-    virtual ~ICameraListObserver() {}
+    virtual ~ICameraListObserver() = default;
 
     /// Called once for every camera that came or went, on a thread of the library and never after
     /// `KoltaSystem::Shutdown` has returned. Hand over and return: nothing is scanned meanwhile, and `Shutdown` waits.

@@ -14,7 +14,7 @@ namespace KltAPI
 class ref_count_base
 {
 public:
-    virtual ~ref_count_base() {}
+    virtual ~ref_count_base() = default;
 
     /// One more shared pointer.
     virtual void inc() = 0;
@@ -32,16 +32,16 @@ class ref_count : public ref_count_base
 {
 public:
     /// Takes over \a object; the count starts at 1.
-    explicit ref_count(T* object) : m_object(object), m_count(1), m_lock(false) {}
+    explicit ref_count(T* object) : m_object(object), m_lock(false) {}
 
-    virtual void inc()
+    void inc() override
     {
         m_lock.Lock();
         ++m_count;
         m_lock.Unlock();
     }
 
-    virtual void dec()
+    void dec() override
     {
         m_lock.Lock();
         if (m_count > 1)
@@ -56,11 +56,11 @@ public:
         delete this;
     }
 
-    virtual long long use_count() const { return m_count; }
+    long long use_count() const override { return m_count; }
 
 private:
     T* m_object;
-    long long m_count;
+    long long m_count = 1;
     Mutex m_lock;
 };
 
@@ -70,7 +70,7 @@ template <class T>
 class shared_ptr
 {
 public:
-    shared_ptr() : m_count(NULL), m_object(NULL) {}
+    shared_ptr() : m_count(nullptr), m_object(nullptr) {}
 
     /// Takes over \a object, which may be of a derived class; it is destroyed as what it is here.
     template <class U>
@@ -81,7 +81,7 @@ public:
 
     shared_ptr(const shared_ptr& other) : m_count(other.m_count), m_object(other.m_object) { Share(); }
 
-    shared_ptr(shared_ptr&& other) noexcept : m_count(NULL), m_object(NULL) { swap(other); }
+    shared_ptr(shared_ptr&& other) noexcept : m_count(nullptr), m_object(nullptr) { swap(other); }
 
     template <class U>
     shared_ptr(const shared_ptr<U>& other) : m_count(other.m_count),
@@ -92,7 +92,7 @@ public:
 
     ~shared_ptr()
     {
-        if (m_count != NULL)
+        if (m_count != nullptr)
             m_count->dec();
     }
 
@@ -129,7 +129,7 @@ public:
     explicit operator bool() const { return m_object != NULL; }
 
     /// The number of handles of the object, 0 for an empty handle.
-    long long use_count() const { return m_count == NULL ? 0 : m_count->use_count(); }
+    long long use_count() const { return m_count == nullptr ? 0 : m_count->use_count(); }
 
 private:
     template <class U>
@@ -151,7 +151,7 @@ private:
 
     void Share()
     {
-        if (m_count != NULL)
+        if (m_count != nullptr)
             m_count->inc();
     }
 
