@@ -134,7 +134,7 @@ void SdkSession::Restore()
     }
 }
 
-std::vector<CameraPtr> SdkSession::Cameras()
+std::vector<CameraPtr> SdkSession::Cameras() const
 {
     std::vector<CameraPtr> cameras;
     const KltErrorType result = ReadList(KoltaSystem::GetInstance(), &KoltaSystem::GetCameras, cameras);

@@ -42,9 +42,9 @@ public:
     OPX::KltAPI::CameraPtr Find(const CameraChoice& choice) const;
 
 private:
-    static void Start();
+    void Start();
     void Restore();
-    static std::vector<OPX::KltAPI::CameraPtr> Cameras();
+    std::vector<OPX::KltAPI::CameraPtr> Cameras() const;
 
     std::map<std::string, std::string> m_environment; ///< As it was before.
 };

@@ -32,7 +32,6 @@ const char OverwriteFilesKey[] = "OverwriteFiles";
 KoltaClassGenerator::KoltaClassGenerator(QWidget* parent, Qt::WindowFlags flags)
     : QMainWindow(parent, flags),
       m_system(KoltaSystem::GetInstance())
-
 {
     try
     {

@@ -50,8 +50,7 @@ bool ExistsAt(const QString& path)
 
 std::map<KltFeatureDataType, CppClassGenerator::FeatureTypeInfo> CppClassGenerator::SimpleFeatureTypeMap;
 
-CppClassGenerator::CppClassGenerator()
-
+CppClassGenerator::CppClassGenerator() : m_ui()
 {
     if (!SimpleFeatureTypeMap.empty())
         return;

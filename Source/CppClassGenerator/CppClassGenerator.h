@@ -102,10 +102,9 @@ private:
 
     int WriteMethods(QTextStream& output, int column, const FeatureInfos& features, FeatureWriter writeFeature);
     bool WriteMethodsOf(
-        OPX::KltAPI::Feature& feature, QTextStream& scratch, const QString& indent, FeatureWriter writeFeature);
-    CppFeature Describe(OPX::KltAPI::Feature& feature);
-    // Not static, so that it is a FeatureWriter.
-    void WriteDeclarations( // NOLINT(readability-convert-member-functions-to-static)
+        const OPX::KltAPI::Feature& feature, QTextStream& scratch, const QString& indent, FeatureWriter writeFeature);
+    CppFeature Describe(const OPX::KltAPI::Feature& feature);
+    void WriteDeclarations(
         QTextStream& scratch, const QString& indent, const CppFeature& feature, const QList<CppMethod>& valueMethods);
     void WriteImplementations(
         QTextStream& scratch, const QString& indent, const CppFeature& feature, const QList<CppMethod>& valueMethods);

@@ -55,7 +55,7 @@ int CppClassGenerator::WriteMethods(
 }
 
 bool CppClassGenerator::WriteMethodsOf(
-    Feature& feature, QTextStream& scratch, const QString& indent, FeatureWriter writeFeature)
+    const Feature& feature, QTextStream& scratch, const QString& indent, FeatureWriter writeFeature)
 {
     const CppFeature described = Describe(feature);
     const QList<CppMethod> valueMethods = described.ValueMethods();
@@ -70,7 +70,7 @@ bool CppClassGenerator::WriteMethodsOf(
     return true;
 }
 
-CppFeature CppClassGenerator::Describe(Feature& feature)
+CppFeature CppClassGenerator::Describe(const Feature& feature)
 {
     KltFeatureDataType dataType = KltFeatureDataUnknown;
     feature.GetDataType(dataType);

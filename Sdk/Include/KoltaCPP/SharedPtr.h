@@ -70,7 +70,7 @@ template <class T>
 class shared_ptr
 {
 public:
-    shared_ptr() : m_count(nullptr), m_object(nullptr) {}
+    shared_ptr() = default;
 
     /// Takes over \a object, which may be of a derived class; it is destroyed as what it is here.
     template <class U>
@@ -81,7 +81,7 @@ public:
 
     shared_ptr(const shared_ptr& other) : m_count(other.m_count), m_object(other.m_object) { Share(); }
 
-    shared_ptr(shared_ptr&& other) noexcept : m_count(nullptr), m_object(nullptr) { swap(other); }
+    shared_ptr(shared_ptr&& other) noexcept { swap(other); }
 
     template <class U>
     shared_ptr(const shared_ptr<U>& other) : m_count(other.m_count),
@@ -155,8 +155,8 @@ private:
             m_count->inc();
     }
 
-    ref_count_base* m_count;
-    T* m_object;
+    ref_count_base* m_count = nullptr;
+    T* m_object = nullptr;
 };
 
 } // namespace KltAPI
