@@ -1,0 +1,276 @@
+// Random catalogues, options and templates, and what must hold whatever they are. KOLTA_SEED chooses others, and
+// KOLTA_ROUNDS how many.
+
+#include "CppClassGenerator.h"
+#include "FileChooserWidget.h"
+#include "TestData.h"
+
+#include <QFile>
+#include <QLineEdit>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <map>
+#include <random>
+#include <set>
+
+using namespace TestData;
+
+namespace
+{
+
+const char* const Placeholders[] = {"### METHOD_DECLARATIONS ###", "### METHOD_IMPLEMENTATIONS ###",
+    "### VARIABLE_DECLARATIONS ###", "### ENUM_DECLARATIONS ###"};
+
+enum Block
+{
+    Declarations,
+    Implementations,
+    Members,
+    Enums
+};
+
+/// A block as it was written, without its indentation.
+struct Written
+{
+    QStringList lines;
+    int count; ///< What the messages say.
+    bool isIndented;
+
+    QStringList StartingWith(const QString& start) const
+    {
+        QStringList found;
+        foreach (const QString& line, lines)
+            if (line.startsWith(start))
+                found.append(line.mid(start.size()));
+        return found;
+    }
+};
+
+} // namespace
+
+class GeneratorFuzzTest : public QObject
+{
+    Q_OBJECT
+
+private:
+    int Below(int limit) { return static_cast<int>(m_random() % static_cast<unsigned int>(limit)); }
+
+    template <std::size_t Size>
+    std::string OneOf(const char* const (&texts)[Size])
+    {
+        return texts[Below(static_cast<int>(Size))];
+    }
+
+    /// Names of every kind.
+    std::string Name()
+    {
+        static const char* const Odd[] = {"", "Same", "Same", "2nd", "a b-c", "%1<b>\n", "\xf0\x9f\x93\xb7", "\xff\xfe",
+            "\xd9\xa3", "quote\"\\", "### CLASS_NAME ###", "// Category", "_", "\xc2\xb2"};
+        static const char* const Parts[] = {"Gain", "x", "7", "_", "\xc3\x84", "\xe5\x86\x99", " ", "Feature"};
+        if (Below(4) == 0)
+            return OneOf(Odd);
+        std::string name = Below(200) == 0 ? std::string(10240, 'n') : std::string();
+        for (int i = Below(5); i >= 0; --i)
+            name += OneOf(Parts);
+        return name;
+    }
+
+    /// One that every compiler takes, and that no other feature has.
+    std::string ValidName(int number)
+    {
+        static const char* const Parts[] = {"Gain", "x", "_", "\xc3\x84", "\xe5\x86\x99", "Feature", "Enum", "Set"};
+        return "F" + OneOf(Parts) + std::to_string(number) + OneOf(Parts);
+    }
+
+    ScriptedSdk::FeatureData RandomFeature(int number, bool valid)
+    {
+        // A line break in a category would begin a line of its own; no SDK delivers one.
+        static const char* const Categories[] = {"", "/A", "/B", "/B/C", "/\xc3\x96 %1", "C"};
+        ScriptedSdk::FeatureData feature = MakeFeature(valid ? ValidName(number) : Name(),
+            static_cast<KltFeatureDataType>(valid ? 1 + Below(7) : Below(11)),
+            static_cast<KltFeatureFlagsType>(Below(8)), {}, OneOf(Categories));
+        if (feature.dataType == KltFeatureDataEnum)
+            for (int i = Below(5) + (valid ? 1 : 0); i > 0; --i)
+                feature.entries.push_back(
+                    {valid ? "e" + std::to_string(i) : Name(), static_cast<KltInt64_t>(m_random())});
+        return feature;
+    }
+
+    std::vector<ScriptedSdk::FeatureData> RandomFeatures(int count, bool valid)
+    {
+        std::vector<ScriptedSdk::FeatureData> features;
+        for (int i = 0; i < count; ++i)
+            features.push_back(RandomFeature(i, valid));
+        return features;
+    }
+
+    QLineEdit* Edit(const char* name) { return m_page.findChild<QLineEdit*>(QLatin1String(name)); }
+
+    void Write(const QString& name, const QString& content)
+    {
+        QFile file(m_folder.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content.toUtf8()) >= 0);
+    }
+
+    QString Content(const QString& name)
+    {
+        QFile file(m_folder.filePath(name));
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : "no " + name;
+    }
+
+    /// Every block between two lines of its own, so that it is found again, behind something of random length.
+    QString RandomTemplate(int (&columns)[4])
+    {
+        static const char* const Lead[] = {"", "    ", "\t", " \xf0\x9f\x93\xb7 ", "x", "//\xc3\x84"};
+        static const char* const Other[] = {"", "### CLASS_NAME ###", "# ## %1", "\t{", "### NO_BLOCK ###"};
+        QString text;
+        for (int block : {Enums, Declarations, Members, Implementations})
+        {
+            const QString lead = QString::fromUtf8((OneOf(Lead) + OneOf(Lead)).c_str());
+            columns[block] = static_cast<int>(lead.size());
+            text += QString::fromStdString(OneOf(Other)) + "\n<" + QString::number(block) + "\n" + lead +
+                    Placeholders[block] + (Below(2) == 0 ? QString() : QString(" ") + Placeholders[Enums]) + "\n>\n";
+        }
+        return text;
+    }
+
+    Written Find(int block, const QString& text, int column, const QStringList& messages) const
+    {
+        static const char* const Kinds[] = {
+            "method declarations", "method implementations", "variable declarations", "enum declarations"};
+        const QString begin = "\n<" + QString::number(block) + "\n";
+        const qsizetype from = text.indexOf(begin) + begin.size();
+        Written written = {text.mid(from, text.indexOf("\n>\n", from - 1) + 1 - from).split('\n'), -1, true};
+        written.lines.removeLast();
+        for (QString& line : written.lines)
+        {
+            written.isIndented = written.isIndented && (line.isEmpty() || line.left(column) == QString(column, ' '));
+            line = line.mid(column);
+        }
+        foreach (const QString& message, messages)
+            if (message.startsWith("    ... ") && message.endsWith(QString(" %1 written.").arg(Kinds[block])))
+                written.count = message.section(' ', 5, 5).toInt();
+        return written;
+    }
+
+    void Check(const Written (&blocks)[4], const std::vector<ScriptedSdk::FeatureData>& features)
+    {
+        for (const Written& block : blocks)
+            QVERIFY(block.isIndented);
+        QStringList declared = blocks[Declarations].StartingWith("KltErrorType ").replaceInStrings(";", "");
+        QCOMPARE(
+            blocks[Implementations].StartingWith("KltErrorType " + Edit("m_editClassName")->text() + "::"), declared);
+        QCOMPARE(blocks[Implementations].lines.count("{"), declared.size());
+        QCOMPARE(blocks[Implementations].lines.count("}"), declared.size());
+        int usable = 0;
+        int entries = 0;
+        std::map<std::string, int> enums;
+        std::set<std::string> categories;
+        for (const ScriptedSdk::FeatureData& feature : features)
+        {
+            const bool isUsable = feature.dataType >= KltFeatureDataInt && feature.dataType <= KltFeatureDataRaw;
+            usable += isUsable ? 1 : 0;
+            if (isUsable)
+                categories.insert(feature.category);
+            if (feature.dataType == KltFeatureDataEnum)
+                enums[feature.name] = static_cast<int>(feature.entries.size());
+        }
+        QCOMPARE(declared.filter(" (OPX::KltAPI::FeaturePtr & feature)").size(), usable);
+        QStringList headings;
+        for (const std::string& category : categories)
+            headings.append(QString::fromStdString(category));
+        int filled = 0;
+        for (const auto& enumeration : enums)
+        {
+            entries += enumeration.second;
+            filled += enumeration.second > 0 ? 1 : 0;
+        }
+        for (int block : {Declarations, Implementations})
+        {
+            QCOMPARE(blocks[block].count, usable);
+            QCOMPARE(blocks[block].StartingWith("// Category "), headings);
+        }
+        QCOMPARE(blocks[Members].count, static_cast<int>(features.size()));
+        QCOMPARE(blocks[Members].lines.size(), blocks[Members].count);
+        QCOMPARE(blocks[Enums].count, entries);
+        QCOMPARE(blocks[Enums].StartingWith("    ").size(), entries);
+        QCOMPARE(blocks[Enums].StartingWith("    ").filter(QRegularExpression(",$")).size(), entries - filled);
+        QCOMPARE(blocks[Enums].lines.size(), entries + 4 * filled);
+    }
+
+    std::mt19937_64 m_random;
+    QTemporaryDir m_folder;
+    QWidget m_page;
+    CppClassGenerator m_generator;
+
+private slots:
+    void initTestCase()
+    {
+        const unsigned long long seed = qEnvironmentVariableIntValue("KOLTA_SEED");
+        qInfo("The seed is %llu.", seed);
+        m_random.seed(seed);
+        m_generator.SetupUi(&m_page);
+        for (const char* kind : {"header", "source"})
+            m_page.findChild<FileChooserWidget*>(QString("m_%1TemplateFileChooser").arg(kind))
+                ->m_lineEdit->setText(m_folder.filePath("t"));
+    }
+
+    void WhateverComesInTheFilesAreConsistent()
+    {
+        const int rounds = std::max(60, qEnvironmentVariableIntValue("KOLTA_ROUNDS"));
+        for (int round = 0; round < rounds; ++round)
+        {
+            const std::vector<ScriptedSdk::FeatureData> features =
+                RandomFeatures(Below(round % 10 == 0 ? 501 : 30), false);
+            const FeatureInfos catalogue = Catalogue(features);
+            // Nobody can type a line break.
+            for (const char* edit : {"m_editClassName", "m_editGetterPrefix", "m_editGetterSuffix",
+                     "m_editSetterPrefix", "m_editSetterSuffix"})
+                Edit(edit)->setText(QString::fromUtf8(Name().c_str()).remove("###").remove('\n'));
+            Edit("m_editHeaderFileName")->setText("K.h");
+            Edit("m_editSourceFileName")->setText("K.cpp");
+            int columns[4];
+            Write("t", RandomTemplate(columns));
+            QString text;
+            QStringList said;
+            for (int run = 0; run < 2; ++run)
+            {
+                Messages messages(m_generator);
+                m_generator.Run(m_folder.path().toLocal8Bit().constData(), true, catalogue);
+                const QStringList saidNow = messages.Take();
+                QVERIFY(run == 0 || (said == saidNow && text == Content("K.h")));
+                said = saidNow;
+                text = Content("K.h");
+            }
+            QCOMPARE(Content("K.cpp"), text);
+            Written blocks[4];
+            for (int block : {Declarations, Implementations, Members, Enums})
+                blocks[block] = Find(block, text, columns[block], said);
+            Check(blocks, features);
+            QVERIFY2(!QTest::currentTestFailed(), qPrintable(QString("round %1:\n%2").arg(round).arg(text.left(5000))));
+        }
+    }
+
+    void ValidNamesCompile()
+    {
+        QStringList texts = {"Klass", "Get", "", "Set", "", "K.h", "K.cpp"};
+        for (const char* edit : {"m_editClassName", "m_editGetterPrefix", "m_editGetterSuffix", "m_editSetterPrefix",
+                 "m_editSetterSuffix", "m_editHeaderFileName", "m_editSourceFileName"})
+            Edit(edit)->setText(texts.takeFirst());
+        for (const char* kind : {"header", "source"})
+            m_page.findChild<FileChooserWidget*>(QString("m_%1TemplateFileChooser").arg(kind))
+                ->m_lineEdit->setText(QString(TEMPLATES "/CppTemplate.%1").arg(*kind == 'h' ? "h" : "cpp"));
+        m_generator.Run(m_folder.path().toLocal8Bit().constData(), true, Catalogue(RandomFeatures(300, true)));
+        QProcess compiler;
+        compiler.setProcessChannelMode(QProcess::MergedChannels);
+        compiler.start(COMPILER, {"-std=c++11", "-Wall", "-Wextra", "-Wpedantic", "-Wshadow", "-Werror",
+                                     "-fsyntax-only", "-I", HEADERS, m_folder.filePath("K.cpp")});
+        QVERIFY(compiler.waitForFinished(120000));
+        QVERIFY2(compiler.exitCode() == 0, compiler.readAll().left(5000).constData());
+    }
+};
+
+QTEST_MAIN(GeneratorFuzzTest)
+#include "GeneratorFuzzTest.moc"
