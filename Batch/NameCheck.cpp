@@ -76,7 +76,7 @@ public:
             std::string entryName;
             ReadString(entry, &EnumEntry::GetName, entryName);
             const QString entryText = CppClassGenerator::tr(entryName.c_str());
-            Take(m_types, m_generator.EnumEntryName(name, entryText), Quoted(name + QLatin1Char('_') + entryText),
+            Take(m_types, m_generator.EnumEntryName(name, entryText), name + QLatin1Char('_') + entryText,
                 "the enumerator");
         }
     }

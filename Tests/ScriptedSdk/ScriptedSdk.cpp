@@ -188,9 +188,8 @@ KltErrorType FeatureContainer::GetFeatures(FeaturePtr* features, unsigned int& c
     return List("FeatureContainer::GetFeatures", m_impl->data.name, m_impl->data.features, features, count,
         [](const ScriptedSdk::FeatureData& data)
         {
-            // A feature without name, category and type stands for a handle that is empty.
-            const bool isEmpty = data.name.empty() && data.category == "(empty handle)";
-            return isEmpty ? FeaturePtr() : FeaturePtr(new Feature(new Feature::Impl{data}));
+            return data.category == ScriptedSdk::EmptyHandle ? FeaturePtr()
+                                                             : FeaturePtr(new Feature(new Feature::Impl{data}));
         });
 }
 
@@ -209,21 +208,6 @@ KltErrorType Camera::GetName(char* name, unsigned int& length) const
 KltErrorType Camera::GetSerialNumber(char* serialNumber, unsigned int& length) const
 {
     return Text("Camera::GetSerialNumber", m_impl->data.name, m_impl->data.serialNumber, serialNumber, length);
-}
-
-KltErrorType Camera::GetTransport(char* transport, unsigned int& length) const
-{
-    return Text("Camera::GetTransport", m_impl->data.name, "scripted", transport, length);
-}
-
-KltErrorType Camera::GetAddress(char* address, unsigned int& length) const
-{
-    return Text("Camera::GetAddress", m_impl->data.name, "", address, length);
-}
-
-KltErrorType Camera::GetDescription(char* description, unsigned int& length) const
-{
-    return Text("Camera::GetDescription", m_impl->data.name, "", description, length);
 }
 
 KltErrorType Camera::Open(KltAccessModeType accessMode)

@@ -18,6 +18,9 @@ struct EntryData
     KltInt64_t value;
 };
 
+/// A feature of this category is delivered as an empty handle.
+const char EmptyHandle[] = "(empty handle)";
+
 struct FeatureData
 {
     std::string name;

@@ -1,6 +1,5 @@
 #include "CameraList.h"
-
-#include <gtest/gtest.h>
+#include "SdkFixture.h"
 
 using namespace OPX::KltAPI;
 
@@ -19,44 +18,40 @@ private:
     int m_tolerated;
 };
 
-std::vector<CameraRecord> Found(const std::vector<std::string>& ids)
-{
-    std::vector<CameraRecord> records;
-    for (const std::string& id : ids)
-        records.push_back({id, "Name", id, "gige", "address", Connector()});
-    return records;
-}
-
-/// "+" for a camera that came, "-" for one that went, each with its serial number.
-std::string Told(const CameraList::Changes& changes)
-{
-    std::string told;
-    for (const CameraList::Changes::value_type& change : changes)
-    {
-        char serialNumber[8] = "";
-        unsigned int length = sizeof(serialNumber);
-        change.first->GetSerialNumber(serialNumber, length);
-        told += (change.second == UpdateTriggerCameraArrived ? "+" : "-") + std::string(serialNumber);
-    }
-    return told;
-}
-
 } // namespace
 
-TEST(CameraLists, ForgiveALostReplyButNotTwo)
+class CameraLists : public SdkTest
+{
+protected:
+    /// Tells of a scan that found cameras with these letters: "+" for one that came, "-" for one that went.
+    std::string Tell(const Transport& transport, const std::string& found)
+    {
+        std::vector<CameraRecord> records;
+        for (const char letter : found)
+            records.push_back({std::string(1, letter), "Name", std::string(1, letter), "gige", "address", Connector()});
+        std::string told;
+        for (const CameraList::Changes::value_type& change : m_list.Update(transport, records))
+            told += (change.second == UpdateTriggerCameraArrived ? "+" : "-") +
+                    Text(*change.first, &Camera::GetSerialNumber);
+        return told;
+    }
+
+    CameraList m_list;
+};
+
+TEST_F(CameraLists, ForgiveALostReplyButNotTwo)
 {
     const Scripted network(1);
     const Scripted files(0);
-    CameraList list;
-    EXPECT_EQ(Told(list.Update(network, Found({"a", "b", "a"}))), "+a+b");
-    const CameraPtr first = list.Cameras()[0];
-    EXPECT_EQ(Told(list.Update(files, Found({"a"}))), "+a");
-    EXPECT_EQ(Told(list.Update(network, Found({"b"}))), "");
-    EXPECT_EQ(Told(list.Update(network, Found({"a", "b"}))), "");
-    EXPECT_EQ(Told(list.Update(network, Found({"b"}))), "");
-    EXPECT_EQ(Told(list.Update(network, Found({"b", "c"}))), "-a+c");
-    EXPECT_EQ(Told(list.Update(files, Found({}))), "-a");
-    EXPECT_EQ(Told(list.Update(network, Found({"a", "b", "c"}))), "+a");
-    EXPECT_EQ(list.Cameras().size(), 3u);
-    EXPECT_NE(list.Cameras()[2].get(), first.get());
+    EXPECT_EQ(Tell(network, "aba"), "+a+b");
+    const CameraPtr first = m_list.Cameras()[0];
+    EXPECT_EQ(Tell(files, "a"), "+a");
+    EXPECT_EQ(Tell(network, "b"), "");
+    EXPECT_EQ(Tell(network, "ab"), "");
+    EXPECT_EQ(Tell(network, "b"), "");
+    EXPECT_EQ(Tell(network, "bc"), "-a+c");
+    EXPECT_EQ(Tell(files, ""), "-a");
+    EXPECT_EQ(Tell(network, "abc"), "+a");
+    EXPECT_EQ(m_list.Cameras().size(), 3u);
+    EXPECT_NE(m_list.Cameras()[2].get(), first.get());
 }

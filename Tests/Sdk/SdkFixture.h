@@ -1,9 +1,12 @@
 #ifndef SDKFIXTURE_H
 #define SDKFIXTURE_H
 
+#include "SdkReads.h"
+
 #include <KoltaCPP/KoltaCPP.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
@@ -11,6 +14,27 @@
 #include <string>
 #include <thread>
 #include <vector>
+
+/// Counts the cameras that come and go.
+class Counter : public OPX::KltAPI::ICameraListObserver
+{
+public:
+    Counter(std::atomic<int>& came, std::atomic<int>& went) : m_came(came), m_went(went) {}
+
+    /// Nothing is locked while observers die.
+    ~Counter() override { EXPECT_EQ(OPX::KltAPI::KoltaSystem::GetInstance().Shutdown(), 0); }
+
+    void CameraListChanged(OPX::KltAPI::CameraPtr camera, UpdateTriggerType reason) override
+    {
+        EXPECT_NE(camera.get(), nullptr);
+        EXPECT_EQ(OPX::KltAPI::KoltaSystem::GetInstance().Shutdown(), KltErrorInvalidCall);
+        ++(reason == UpdateTriggerCameraArrived ? m_came : m_went);
+    }
+
+private:
+    std::atomic<int>& m_came;
+    std::atomic<int>& m_went;
+};
 
 /// The SDK over a folder of descriptions of its own.
 class SdkTest : public testing::Test
@@ -41,7 +65,7 @@ protected:
         std::filesystem::rename(m_folder / "unfinished", m_folder / file);
     }
 
-    /// A description with these nodes, all of them features unless they begin with '#'.
+    /// A description with these features and nodes.
     static std::string Description(const std::vector<std::string>& names, const std::string& nodes)
     {
         std::string links;
@@ -55,23 +79,16 @@ protected:
 
     static OPX::KltAPI::CameraPtrVector Cameras()
     {
-        unsigned int count = 0;
-        EXPECT_EQ(System().GetCameras(nullptr, count), 0);
-        OPX::KltAPI::CameraPtrVector cameras(count);
-        if (count > 0)
-        {
-            EXPECT_EQ(System().GetCameras(cameras.data(), count), 0);
-        }
+        OPX::KltAPI::CameraPtrVector cameras;
+        EXPECT_EQ(ReadList(System(), &OPX::KltAPI::KoltaSystem::GetCameras, cameras), 0);
         return cameras;
     }
 
-    template <class Object, class Getter>
-    static std::string Text(const Object& object, Getter getter)
+    template <class Object>
+    static std::string Text(const Object& object, KltErrorType (Object::*getter)(char*, unsigned int&) const)
     {
-        unsigned int length = 0;
-        EXPECT_EQ((object.*getter)(nullptr, length), 0);
-        std::string text(length, '\0');
-        EXPECT_EQ((object.*getter)(text.data(), length), 0);
+        std::string text;
+        EXPECT_TRUE(ReadString(object, getter, text));
         return text;
     }
 
@@ -101,13 +118,8 @@ protected:
 
     OPX::KltAPI::FeaturePtrVector Features()
     {
-        unsigned int count = 0;
-        EXPECT_EQ(m_camera->GetFeatures(nullptr, count), 0);
-        OPX::KltAPI::FeaturePtrVector features(count);
-        if (count > 0)
-        {
-            EXPECT_EQ(m_camera->GetFeatures(features.data(), count), 0);
-        }
+        OPX::KltAPI::FeaturePtrVector features;
+        EXPECT_EQ(ReadList(*m_camera, &OPX::KltAPI::Camera::GetFeatures, features), 0);
         return features;
     }
 

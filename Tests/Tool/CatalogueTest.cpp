@@ -115,7 +115,7 @@ private slots:
             MakeFeature("B", KltFeatureDataEnum, ReadWrite, {{"x", 5}, {"y", -1}, {"z", 3}}, "/A/x"),
             MakeFeature("n", KltFeatureDataInt, ReadWrite, {}, ""),
             MakeFeature("\xc3\xa4", KltFeatureDataInt, ReadWrite, {}, "/\xc3\xa4"),
-            ScriptedSdk::FeatureData{"", "(empty handle)", 0, 0, {}}});
+            MakeFeature("", 0, 0, {}, ScriptedSdk::EmptyHandle)});
         QStringList categories;
         for (const auto& category : infos.Categories())
             categories.append(QString::fromStdString(category.first));
