@@ -65,6 +65,9 @@ private slots:
     void AFileChooserTellsWhetherSomethingIsThere()
     {
         FileChooserWidget chooser;
+        QPalette dark = chooser.palette();
+        dark.setColor(QPalette::Text, Qt::white);
+        chooser.setPalette(dark);
         QCOMPARE(chooser.m_lineEdit->objectName(), QStringLiteral("m_editDestinationFolder"));
         QCOMPARE(chooser.m_browseButton->objectName(), QStringLiteral("m_btnBrowse"));
         QCOMPARE(chooser.m_layout->objectName(), QStringLiteral("horizontalLayout"));
@@ -77,6 +80,7 @@ private slots:
         QCOMPARE(changed.size(), 5);
         QCOMPARE(changed.last().at(0).toString(), QStringLiteral("/tmpx"));
         QCOMPARE(chooser.m_lineEdit->styleSheet(), QLatin1String(Red));
+        QCOMPARE(chooser.m_lineEdit->palette().color(QPalette::Text), QColor(Qt::black));
         for (const QString& path : {QDir::tempPath(), QCoreApplication::applicationFilePath()})
         {
             chooser.m_lineEdit->setText(path);
