@@ -3,7 +3,8 @@
 BUILD_PACKAGES="g++ cmake ninja-build pkg-config qt6-base-dev libgl-dev libaravis-dev libusb-1.0-0-dev libxml2-dev libarchive-dev
     libcli11-dev"
 
-TEST_PACKAGES="libgtest-dev clang aravis-tools iproute2 zip xvfb xauth fonts-dejavu-core"
+TEST_PACKAGES="libgtest-dev clang aravis-tools iproute2 zip xvfb xauth xdotool
+    fonts-dejavu-core"
 
 say() { printf '%s\n' "$*" >&2; }
 
