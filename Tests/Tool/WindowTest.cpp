@@ -50,7 +50,7 @@ QString Cells(const QLayout& layout)
 QString Described(const QObject& object)
 {
     static const char* const Properties[] = {"windowTitle", "title", "text", "shortcut", "toolTip", "accessibleName",
-        "checked", "readOnly", "autoFillBackground", "tabsClosable", "documentMode", "alignment", "elideMode"};
+        "checked", "readOnly", "autoFillBackground", "tabsClosable", "documentMode"};
     QString text = QString(object.metaObject()->className()) + ' ' + object.objectName();
     for (const char* name : Properties)
     {
@@ -67,6 +67,9 @@ QString Described(const QObject& object)
             (widget->layoutDirection() == Qt::RightToLeft ? ", from right to left" : "") +
             (widget->isWindow() ? QString()
                                 : QString(", at least %1x%2").arg(widget->minimumWidth()).arg(widget->minimumHeight()));
+    for (const char* name : {"alignment", "elideMode"})
+        if (object.property(name).isValid())
+            text += QString(", %1 %2").arg(name).arg(object.property(name).toInt());
     if (const QLabel* label = qobject_cast<const QLabel*>(&object))
         text += ", buddy " + (label->buddy() != nullptr ? label->buddy()->objectName() : "none");
     if (const QAbstractButton* button = qobject_cast<const QAbstractButton*>(&object))
