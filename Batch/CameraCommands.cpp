@@ -17,11 +17,6 @@ using namespace OPX::KltAPI;
 namespace
 {
 
-QString Text(const std::string& text)
-{
-    return QString::fromUtf8(text.c_str());
-}
-
 void Print(const QJsonArray& array)
 {
     std::fputs(QJsonDocument(array).toJson().constData(), stdout);
@@ -32,9 +27,10 @@ QJsonObject ToJson(const FeatureRow& row)
     QJsonArray entries;
     for (const auto& entry : row.entries)
         // As text: a number in JSON does not hold 64 bits.
-        entries.append(QJsonObject{{"name", Text(entry.first)}, {"value", QString::number(entry.second)}});
-    QJsonObject object{{"category", Text(row.category)}, {"name", Text(row.name)}, {"type", Text(row.type)},
-        {"access", Text(row.access)}};
+        entries.append(
+            QJsonObject{{"name", QString::fromStdString(entry.first)}, {"value", QString::number(entry.second)}});
+    QJsonObject object{{"category", QString::fromStdString(row.category)}, {"name", QString::fromStdString(row.name)},
+        {"type", QString::fromStdString(row.type)}, {"access", QString::fromStdString(row.access)}};
     if (!entries.isEmpty())
         object["entries"] = entries;
     return object;
@@ -77,8 +73,9 @@ void ListCameras(bool json)
         const std::string transport = TextOf(*camera, &Camera::GetTransport);
         const std::string address = TextOf(*camera, &Camera::GetAddress);
         if (json)
-            array.append(QJsonObject{{"model", Text(model)}, {"serialNumber", Text(serialNumber)},
-                {"transport", Text(transport)}, {"address", Text(address)}});
+            array.append(QJsonObject{{"model", QString::fromStdString(model)},
+                {"serialNumber", QString::fromStdString(serialNumber)},
+                {"transport", QString::fromStdString(transport)}, {"address", QString::fromStdString(address)}});
         else
             std::printf("%s\t%s\t%s\t%s\n", model.c_str(), serialNumber.c_str(), transport.c_str(), address.c_str());
     }
@@ -134,7 +131,7 @@ void DumpDescription(const CameraChoice& camera, const std::string& file)
             throw CommandError(ExitFile, "The description cannot be written.");
         return;
     }
-    QSaveFile output(Text(file));
+    QSaveFile output(QString::fromStdString(file));
     if (!output.open(QIODevice::WriteOnly) ||
         output.write(description.data(), static_cast<qint64>(description.size())) < 0 || !output.commit())
         throw CommandError(ExitFile, "'" + file + "' cannot be written: " + output.errorString().toStdString());

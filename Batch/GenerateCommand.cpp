@@ -14,11 +14,6 @@
 namespace
 {
 
-QString FromArgument(const std::string& text)
-{
-    return QString::fromUtf8(text.c_str());
-}
-
 void Print(const QStringList& problems, const char* kind)
 {
     for (const QString& problem : problems)
@@ -68,13 +63,13 @@ QByteArray EscapedForMake(const QString& path)
 
 void WriteDepfile(const GenerateOptions& options, const HiddenPage& page)
 {
-    const QString folder = FromArgument(options.outputFolder) + QLatin1Char('/');
+    const QString folder = QString::fromStdString(options.outputFolder) + QLatin1Char('/');
     QByteArray rule =
         EscapedForMake(folder + page.HeaderName()) + " " + EscapedForMake(folder + page.SourceName()) + ":";
     if (!options.camera.descriptionFile.empty())
-        rule += " " + EscapedForMake(FromArgument(options.camera.descriptionFile));
+        rule += " " + EscapedForMake(QString::fromStdString(options.camera.descriptionFile));
     rule += " " + EscapedForMake(page.HeaderTemplate()) + " " + EscapedForMake(page.SourceTemplate()) + "\n";
-    QSaveFile file(FromArgument(options.depfile));
+    QSaveFile file(QString::fromStdString(options.depfile));
     if (!file.open(QIODevice::WriteOnly) || file.write(rule) < 0 || !file.commit())
         throw CommandError(ExitFile, "'" + options.depfile + "' cannot be written. Check the folder.");
 }
@@ -99,7 +94,7 @@ void Generate(const GenerateOptions& options)
 {
     Prepared prepared(options);
     CheckNamesOf(prepared, options.force);
-    const QString folder = FromArgument(options.outputFolder);
+    const QString folder = QString::fromStdString(options.outputFolder);
     if (!QDir().mkpath(folder))
         throw CommandError(ExitFile, "The folder '" + options.outputFolder + "' cannot be made. Check the path.");
     // On the same file system, so that the files can be moved into their place.
@@ -119,10 +114,11 @@ ExitCode Check(const GenerateOptions& options, const std::string& repair)
     if (!fresh.isValid())
         throw CommandError(ExitFile, "No temporary folder can be made. Check TMPDIR.");
     prepared.page.BeQuiet();
-    RunInto(prepared, fresh.path(), FromArgument(options.outputFolder));
+    RunInto(prepared, fresh.path(), QString::fromStdString(options.outputFolder));
     bool differs = false;
     for (const QString& name : {prepared.page.HeaderName(), prepared.page.SourceName()})
-        differs |= PrintDifference(FromArgument(options.outputFolder) + QLatin1Char('/') + name, fresh.filePath(name));
+        differs |= PrintDifference(
+            QString::fromStdString(options.outputFolder) + QLatin1Char('/') + name, fresh.filePath(name));
     if (!differs)
         return ExitDone;
     std::fprintf(stderr, "kolta-classgen: The files are not up to date. Run: %s\n", repair.c_str());

@@ -11,15 +11,10 @@
 namespace
 {
 
-QString FromArgument(const std::string& text)
-{
-    return QString::fromUtf8(text.c_str());
-}
-
 QString Template(const std::string& chosen, const char* ending)
 {
     if (!chosen.empty())
-        return FromArgument(chosen);
+        return QString::fromStdString(chosen);
     return QCoreApplication::applicationDirPath() + QLatin1String("/Templates/CppTemplate") + QLatin1String(ending);
 }
 
@@ -44,12 +39,12 @@ void HiddenPage::Fill(const GenerateOptions& options, const std::string& cameraN
     }
     else
     {
-        Edit("m_editClassName")->setText(FromArgument(className->second));
+        Edit("m_editClassName")->setText(QString::fromStdString(className->second));
         QMetaObject::invokeMethod(&m_generator, "OnClassNameEditingFinished");
     }
     for (const auto& text : options.texts)
         if (text.first != "m_editClassName")
-            Edit(text.first.c_str())->setText(FromArgument(text.second));
+            Edit(text.first.c_str())->setText(QString::fromStdString(text.second));
 }
 
 QString HiddenPage::ClassName() const

@@ -48,13 +48,8 @@ public:
     {
         std::string sdkName;
         ReadString(feature, &Feature::GetName, sdkName);
-        KltFeatureDataType dataType = KltFeatureDataUnknown;
-        KltFeatureFlagsType flags = KltFeatureFlagsNone;
-        feature.GetDataType(dataType);
-        feature.GetFlags(flags);
         const QString name = CppClassGenerator::tr(sdkName.c_str());
-        const CppFeature described = {
-            m_generator.FeatureNames(name), dataType, (flags & KltFeatureFlagsWrite) == KltFeatureFlagsWrite};
+        const CppFeature described = m_generator.Describe(feature);
         if (name.isEmpty())
             m_problems.errors.append(QLatin1String("A feature has no name."));
         else if (described.names.identifier != name)

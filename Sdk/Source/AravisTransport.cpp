@@ -3,6 +3,7 @@
 #include "CheckedDescription.h"
 #include "ErrorCodes.h"
 #include "ParserLock.h"
+#include "Texts.h"
 #include "UsbPermissions.h"
 
 #include <arv.h>

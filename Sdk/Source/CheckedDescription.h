@@ -25,9 +25,6 @@ CheckedDescription CheckDescription(const std::string& content, const std::strin
 /// Reads and checks the file at \a path. Errors of reading are problems, too.
 CheckedDescription ReadDescription(const std::string& path);
 
-/// \a text without control characters: they are replaced by underscores.
-std::string WithoutControls(std::string text);
-
 } // namespace KltAPI
 } // namespace OPX
 

@@ -1,8 +1,8 @@
 #include "FeatureReader.h"
 
-#include "CheckedDescription.h"
 #include "ErrorCodes.h"
 #include "GlibPtr.h"
+#include "Texts.h"
 
 #include <algorithm>
 

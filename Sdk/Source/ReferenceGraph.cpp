@@ -1,5 +1,7 @@
 #include "ReferenceGraph.h"
 
+#include "Texts.h"
+
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
@@ -67,13 +69,6 @@ bool IsNumericRegister(const std::string& element)
 std::string ToString(const xmlChar* text)
 {
     return text == nullptr ? std::string() : reinterpret_cast<const char*>(text);
-}
-
-std::string Trimmed(const std::string& text)
-{
-    const std::size_t begin = text.find_first_not_of(" \t\r\n");
-    const std::size_t end = text.find_last_not_of(" \t\r\n");
-    return begin == std::string::npos ? std::string() : text.substr(begin, end - begin + 1);
 }
 
 std::string TextOf(xmlNode* node)

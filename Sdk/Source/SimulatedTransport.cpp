@@ -4,6 +4,7 @@
 #include "MemoryDevice.h"
 #include "ParserLock.h"
 #include "StartValues.h"
+#include "Texts.h"
 
 #include <dlfcn.h>
 

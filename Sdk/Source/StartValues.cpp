@@ -2,6 +2,7 @@
 
 #include "GlibPtr.h"
 #include "RegisterLength.h"
+#include "Texts.h"
 #include "Transport.h"
 
 #include <fstream>
@@ -15,13 +16,6 @@ namespace KltAPI
 {
 namespace
 {
-
-std::string Trimmed(const std::string& text)
-{
-    const std::size_t begin = text.find_first_not_of(" \t\r");
-    const std::size_t end = text.find_last_not_of(" \t\r");
-    return begin == std::string::npos ? std::string() : text.substr(begin, end - begin + 1);
-}
 
 /// The value of a raw feature: as many bytes as it has, in hexadecimal digits.
 std::string ApplyBytes(ArvGcRegister* node, const std::string& value)

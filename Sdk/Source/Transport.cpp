@@ -1,8 +1,8 @@
 #include "Transport.h"
 
 #include "AravisTransport.h"
-#include "CheckedDescription.h"
 #include "SimulatedTransport.h"
+#include "Texts.h"
 
 #include <cstdio>
 #include <cstdlib>

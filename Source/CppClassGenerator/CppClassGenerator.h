@@ -59,6 +59,9 @@ public:
     /// All names of the feature that the SDK calls \a name, under the present options.
     CppFeatureNames FeatureNames(const QString& name);
 
+    /// All that the generator looks at in a feature, with its names.
+    CppFeature Describe(const OPX::KltAPI::Feature& feature);
+
     /// The handle of the feature with this identifier.
     QString MemberName(const QString& identifier);
 
@@ -103,7 +106,6 @@ private:
     int WriteMethods(QTextStream& output, int column, const FeatureInfos& features, FeatureWriter writeFeature);
     bool WriteMethodsOf(
         const OPX::KltAPI::Feature& feature, QTextStream& scratch, const QString& indent, FeatureWriter writeFeature);
-    CppFeature Describe(const OPX::KltAPI::Feature& feature);
     void WriteDeclarations(
         QTextStream& scratch, const QString& indent, const CppFeature& feature, const QList<CppMethod>& valueMethods);
     void WriteImplementations(

@@ -1,7 +1,6 @@
 #include "ScriptedSdk.h"
 
 #include <algorithm>
-#include <mutex>
 #include <thread>
 
 using namespace ScriptedSdk;
@@ -59,32 +58,6 @@ KltErrorType List(const std::string& call, const std::string& subject, const std
 }
 
 } // namespace
-
-struct Mutex::Impl
-{
-    std::mutex mutex;
-};
-
-Mutex::Mutex(bool initLock) : m_impl(new Impl)
-{
-    if (initLock)
-        Lock();
-}
-
-Mutex::~Mutex()
-{
-    delete m_impl;
-}
-
-void Mutex::Lock()
-{
-    m_impl->mutex.lock();
-}
-
-void Mutex::Unlock()
-{
-    m_impl->mutex.unlock();
-}
 
 struct EnumEntry::Impl
 {
