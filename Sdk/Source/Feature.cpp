@@ -8,9 +8,7 @@
 #include "TwoCalls.h"
 
 #include <algorithm>
-#include <cmath>
 #include <cstring>
-#include <limits>
 
 namespace OPX
 {
