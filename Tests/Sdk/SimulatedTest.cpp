@@ -21,7 +21,9 @@ protected:
 TEST_F(Simulated, WhatCannotBeDoneHasItsCode)
 {
     OpenCopyOf("Zoo");
-    for (KltInt64_t value : {1ll, 21ll, 22ll, 8ll, -9223372036854775807ll})
+    for (KltInt64_t value : {2ll, 18ll, 10ll})
+        EXPECT_EQ(Feature("I")->SetValue(value), 0) << value;
+    for (KltInt64_t value : {1ll, 19ll, 22ll, 8ll, -9223372036854775807ll})
         EXPECT_EQ(Feature("I")->SetValue(value), KltErrorInvalidValue) << value;
     for (double value : {-1.1, 2.1, std::stod("nan")})
         EXPECT_EQ(Feature("F")->SetValue(value), KltErrorInvalidValue) << value;
@@ -61,6 +63,7 @@ TEST_F(Simulated, MetadataOutlivesTheConnectionAndHandlesServeTheNextOne)
     EXPECT_EQ(m_camera->Open(1), 0);
     EXPECT_EQ(feature->GetValue(value), 0);
     EXPECT_EQ(value, -1);
+    EXPECT_EQ(Features().size(), 13u);
     System().Shutdown();
     m_camera.reset();
     EXPECT_EQ(Text(*feature, &Feature::GetName), "E");
@@ -82,7 +85,7 @@ TEST_F(Simulated, TextsAndListsFitOrSayHowMuchTheyNeed)
     FeaturePtr few[2];
     unsigned int count = 2;
     EXPECT_EQ(m_camera->GetFeatures(few, count), KltErrorMoreData);
-    EXPECT_EQ(count, 12u);
+    EXPECT_EQ(count, 13u);
 }
 
 TEST_F(Simulated, CamerasComeAndGoWithTheirFiles)

@@ -204,6 +204,21 @@ private slots:
         QVERIFY2(difference.isEmpty(), difference.constData());
     }
 
+    /// Run keeps its state, even where it would have lost it otherwise.
+    void OfACameraThatIsSelectedMeanwhile()
+    {
+        for (const char* call : {"Camera::Open", "FeatureContainer::GetFeatures"})
+        {
+            const auto failWithoutFolder = [&]
+            {
+                TheScript().Fail(call, -12);
+                QDir(Path("out")).removeRecursively();
+            };
+            const Story story = Tell(failWithoutFolder, Nothing);
+            QVERIFY2(story.first().second.contains("; Run;"), call);
+        }
+    }
+
     void OfTheStart()
     {
         for (const char* call : {"KoltaSystem::Startup", "KoltaSystem::RegisterCameraListObserver"})
