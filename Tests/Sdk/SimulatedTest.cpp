@@ -59,7 +59,7 @@ TEST_F(Simulated, MetadataOutlivesTheConnectionAndHandlesServeTheNextOne)
     EXPECT_EQ(feature->GetValue(value), KltErrorDeviceNotOpen);
     EXPECT_EQ(feature->SetValue(-1), KltErrorDeviceNotOpen);
     EXPECT_EQ(feature->GetEntries(nullptr, count), 0);
-    EXPECT_EQ(count, 2u);
+    EXPECT_EQ(count, 3u);
     EXPECT_EQ(m_camera->Open(1), 0);
     EXPECT_EQ(feature->GetValue(value), 0);
     EXPECT_EQ(value, -1);
