@@ -8,7 +8,7 @@
 void ColorByExistence(QLineEdit* lineEdit, const QString& path)
 {
     // Both colours are light: the text has to be dark, also on a dark desktop.
-    QPalette palette = lineEdit->palette();
+    QPalette palette;
     palette.setColor(QPalette::Text, Qt::black);
     lineEdit->setPalette(palette);
     lineEdit->setStyleSheet(QLatin1String(QFile::exists(path) ? "QLineEdit { background-color: rgb(100,255,100);}"
