@@ -1,8 +1,8 @@
 // Whatever stands in a description, it is refused or read: nothing crashes, hangs or eats the memory.
 
-#include "CheckedDescription.h"
-#include "MemoryDevice.h"
-#include "Session.h"
+#include "Description/CheckedDescription.h"
+#include "Session/Session.h"
+#include "Transport/MemoryDevice.h"
 
 #include <cstddef>
 #include <cstdint>

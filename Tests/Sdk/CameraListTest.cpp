@@ -1,4 +1,4 @@
-#include "CameraList.h"
+#include "System/CameraList.h"
 #include "SdkFixture.h"
 
 using namespace OPX::KltAPI;

@@ -1,0 +1,71 @@
+#include "Base/ErrorCodes.h"
+
+#include <arv.h>
+
+namespace OPX
+{
+namespace KltAPI
+{
+namespace
+{
+
+struct Row
+{
+    int foreign;
+    KltErrorType code;
+};
+
+const Row DeviceErrors[] = {
+    {ARV_DEVICE_ERROR_WRONG_FEATURE, KltErrorWrongType},
+    {ARV_DEVICE_ERROR_FEATURE_NOT_FOUND, KltErrorNotFound},
+    {ARV_DEVICE_ERROR_NOT_CONNECTED, KltErrorDeviceNotOpen},
+    {ARV_DEVICE_ERROR_PROTOCOL_ERROR, KltErrorInternalFault},
+    {ARV_DEVICE_ERROR_TRANSFER_ERROR, KltErrorInternalFault},
+    {ARV_DEVICE_ERROR_TIMEOUT, KltErrorTimeout},
+    {ARV_DEVICE_ERROR_NOT_FOUND, KltErrorNotFound},
+    {ARV_DEVICE_ERROR_INVALID_PARAMETER, KltErrorBadParameter},
+    {ARV_DEVICE_ERROR_GENICAM_NOT_FOUND, KltErrorNotFound},
+    {ARV_DEVICE_ERROR_NO_STREAM_CHANNEL, KltErrorResources},
+    {ARV_DEVICE_ERROR_NOT_CONTROLLER, KltErrorInvalidAccess},
+    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_NOT_IMPLEMENTED, KltErrorNotImplemented},
+    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_PARAMETER, KltErrorBadParameter},
+    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS, KltErrorInternalFault},
+    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_WRITE_PROTECT, KltErrorInvalidAccess},
+    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_BAD_ALIGNMENT, KltErrorInternalFault},
+    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_ACCESS_DENIED, KltErrorInvalidAccess},
+    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_BUSY, KltErrorInvalidAccess},
+};
+
+const Row DescriptionErrors[] = {
+    {ARV_GC_ERROR_EMPTY_ENUMERATION, KltErrorInvalidValue},
+    {ARV_GC_ERROR_OUT_OF_RANGE, KltErrorInvalidValue},
+    {ARV_GC_ERROR_NODE_NOT_FOUND, KltErrorNotFound},
+    {ARV_GC_ERROR_ENUM_ENTRY_NOT_FOUND, KltErrorInvalidValue},
+    {ARV_GC_ERROR_INVALID_LENGTH, KltErrorInvalidValue},
+    {ARV_GC_ERROR_READ_ONLY, KltErrorInvalidAccess},
+};
+
+template <std::size_t Size>
+KltErrorType Find(const Row (&rows)[Size], int foreign)
+{
+    for (const Row& row : rows)
+        if (row.foreign == foreign)
+            return row.code;
+    return KltErrorOther;
+}
+
+} // namespace
+
+KltErrorType CodeOf(const GError* error)
+{
+    if (error == nullptr)
+        return KltErrorSuccess;
+    if (error->domain == ARV_DEVICE_ERROR)
+        return Find(DeviceErrors, error->code);
+    if (error->domain == ARV_GC_ERROR)
+        return Find(DescriptionErrors, error->code);
+    return KltErrorOther;
+}
+
+} // namespace KltAPI
+} // namespace OPX

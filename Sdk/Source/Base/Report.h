@@ -1,0 +1,17 @@
+#ifndef REPORT_H
+#define REPORT_H
+
+#include <string>
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// Writes one line to the standard error output. Any thread.
+void Report(const std::string& message);
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif

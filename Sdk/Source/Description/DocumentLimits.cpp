@@ -1,0 +1,84 @@
+#include "Description/DocumentLimits.h"
+
+#include <algorithm>
+#include <cctype>
+#include <iterator>
+
+namespace OPX
+{
+namespace KltAPI
+{
+namespace
+{
+
+/// A camera with 20,000 features has 200,000 elements.
+const std::size_t MaximumElements = 400000;
+const std::size_t MaximumAttributes = 800000;
+
+/// The parser compares every attribute of an element with all others.
+const std::size_t MaximumAttributesOfOne = 200;
+
+/// The encoding in the XML declaration, in lower case.
+std::string DeclaredEncoding(const std::string& xml)
+{
+    const std::size_t end = xml.compare(0, 5, "<?xml") == 0 ? xml.find("?>") : std::string::npos;
+    const std::size_t word = xml.find("encoding");
+    if (end == std::string::npos || word >= end)
+        return std::string();
+    const std::size_t begin = xml.find_first_of("'\"", word);
+    const std::size_t close = begin < end ? xml.find(xml[begin], begin + 1) : std::string::npos;
+    if (close == std::string::npos)
+        return std::string();
+    std::string encoding = xml.substr(begin + 1, close - begin - 1);
+    std::transform(encoding.begin(), encoding.end(), encoding.begin(),
+        [](unsigned char letter) { return static_cast<char>(std::tolower(letter)); });
+    return encoding;
+}
+
+/// Whether every ASCII character of the text is one byte, and that byte.
+bool HidesNothing(const std::string& xml)
+{
+    static const char* const encodings[] = {
+        "", "utf-8", "us-ascii", "ascii", "iso-8859-1", "iso-8859-15", "windows-1252"};
+    return std::find(std::begin(encodings), std::end(encodings), DeclaredEncoding(xml)) != std::end(encodings) &&
+           xml.find('\0') == std::string::npos;
+}
+
+/// Whether an attribute's value begins behind this equals sign.
+bool IsAttribute(const std::string& xml, std::size_t equals)
+{
+    const std::size_t next = xml.find_first_not_of(" \t\r\n", equals + 1);
+    return next != std::string::npos && (xml[next] == '"' || xml[next] == '\'');
+}
+
+} // namespace
+
+std::string ProblemOfText(const std::string& xml)
+{
+    if (!HidesNothing(xml))
+        return "its encoding is none that descriptions have";
+    if (xml.find("<!DOCTYPE") != std::string::npos)
+        return "it has a document type declaration";
+    std::size_t elements = 0;
+    std::size_t attributes = 0;
+    std::size_t ofOne = 0;
+    for (std::size_t i = 0; i < xml.size(); ++i)
+    {
+        if (xml[i] == '<')
+        {
+            elements += i + 1 < xml.size() && xml[i + 1] != '/' ? 1 : 0;
+            ofOne = 0;
+        }
+        else if (xml[i] == '=' && IsAttribute(xml, i))
+        {
+            ++attributes;
+            ++ofOne;
+        }
+        if (elements > MaximumElements || attributes > MaximumAttributes || ofOne > MaximumAttributesOfOne)
+            return "it has too many elements or attributes";
+    }
+    return std::string();
+}
+
+} // namespace KltAPI
+} // namespace OPX

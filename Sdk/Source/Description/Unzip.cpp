@@ -1,0 +1,66 @@
+#include "Description/Unzip.h"
+
+#include "Description/DocumentLimits.h"
+
+#include <archive.h>
+#include <archive_entry.h>
+
+#include <memory>
+
+namespace OPX
+{
+namespace KltAPI
+{
+namespace
+{
+
+// Not with Aravis' zip reader: it believes the offsets in an archive and reads far outside of it.
+typedef std::unique_ptr<archive, decltype(&archive_read_free)> ArchivePtr;
+
+bool IsXml(archive_entry* entry)
+{
+    // In the C locale there is no other way to a name beyond ASCII.
+    const char* path = archive_entry_pathname_utf8(entry);
+    path = path != nullptr ? path : archive_entry_pathname(entry);
+    const std::string name = path == nullptr ? std::string() : path;
+    return name.size() > 4 && name.compare(name.size() - 4, 4, ".xml") == 0;
+}
+
+/// The file that the archive has come to. What its size is said to be is not believed either.
+std::string ReadFile(archive* zip, std::string& problem)
+{
+    std::string content;
+    char block[1 << 14];
+    la_ssize_t size = 0;
+    while (content.size() <= MaximumDocumentSize && (size = archive_read_data(zip, block, sizeof block)) > 0)
+        content.append(block, static_cast<std::size_t>(size));
+    problem.clear();
+    if (size < 0)
+        problem = "the archive is damaged";
+    else if (content.size() > MaximumDocumentSize)
+        problem = "the description in the archive is too large";
+    return content;
+}
+
+} // namespace
+
+bool IsZip(const std::string& content)
+{
+    return content.compare(0, 2, "PK") == 0;
+}
+
+std::string UnzipDescription(const std::string& content, std::string& problem)
+{
+    problem = "the archive holds no description";
+    const ArchivePtr zip(archive_read_new(), &archive_read_free);
+    archive_read_support_format_zip(zip.get());
+    if (archive_read_open_memory(zip.get(), content.data(), content.size()) != ARCHIVE_OK)
+        return std::string();
+    for (archive_entry* entry = nullptr; archive_read_next_header(zip.get(), &entry) >= ARCHIVE_WARN;)
+        if (IsXml(entry))
+            return ReadFile(zip.get(), problem);
+    return std::string();
+}
+
+} // namespace KltAPI
+} // namespace OPX

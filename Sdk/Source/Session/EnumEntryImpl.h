@@ -1,0 +1,22 @@
+#ifndef ENUMENTRYIMPL_H
+#define ENUMENTRYIMPL_H
+
+#include "KoltaCPP/EnumEntry.h"
+
+#include <string>
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+struct EnumEntry::Impl
+{
+    std::string name;
+    KltInt64_t value;
+};
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif

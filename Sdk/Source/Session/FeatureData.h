@@ -1,0 +1,30 @@
+#ifndef FEATUREDATA_H
+#define FEATUREDATA_H
+
+#include "KoltaCPP/EnumEntry.h"
+#include "KoltaCPP/KoltaTypes.h"
+
+#include <string>
+#include <vector>
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// What is known of a feature without asking the camera. Copied when the features are listed, so that it outlives the
+/// connection.
+struct FeatureData
+{
+    std::string name;     ///< For the world: without control characters.
+    std::string nodeName; ///< In the camera's description.
+    std::string category;
+    KltFeatureDataType dataType = KltFeatureDataUnknown;
+    KltFeatureFlagsType flags = KltFeatureFlagsNone;
+    std::vector<EnumEntry> entries;
+};
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif

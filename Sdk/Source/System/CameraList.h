@@ -1,0 +1,49 @@
+#ifndef CAMERALIST_H
+#define CAMERALIST_H
+
+#include "KoltaCPP/Camera.h"
+#include "Transport/Transport.h"
+
+#include <mutex>
+#include <utility>
+#include <vector>
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// The cameras that were found, as one object each for as long as they are there. Any thread.
+class CameraList
+{
+public:
+    typedef std::vector<std::pair<CameraPtr, UpdateTriggerType>> Changes;
+
+    /// Takes over what a scan of \a transport has found.
+    /// \return the cameras that came and went
+    Changes Update(const Transport& transport, const std::vector<CameraRecord>& found);
+
+    CameraPtrVector Cameras() const;
+
+    void Clear();
+
+private:
+    struct Known
+    {
+        const Transport* transport;
+        std::string id;
+        CameraPtr camera;
+        int misses;
+    };
+
+    void RemoveMissing(const Transport& transport, const std::vector<CameraRecord>& found, Changes& changes);
+    void AddNew(const Transport& transport, const std::vector<CameraRecord>& found, Changes& changes);
+
+    mutable std::mutex m_mutex;
+    std::vector<Known> m_known;
+};
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif

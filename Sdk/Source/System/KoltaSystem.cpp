@@ -1,0 +1,144 @@
+#include "KoltaCPP/KoltaSystem.h"
+
+#include "Base/TwoCalls.h"
+#include "System/CameraList.h"
+#include "System/Scanner.h"
+#include "Transport/ChosenTransports.h"
+
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <vector>
+
+namespace OPX
+{
+namespace KltAPI
+{
+namespace
+{
+
+/// What the calling thread was told the length of, until it has asked for the content.
+thread_local std::optional<CameraPtrVector> g_counted;
+
+/// Set while the calling thread is in an observer.
+thread_local bool g_notifying = false;
+
+} // namespace
+
+struct KoltaSystem::Impl
+{
+    void Notify(const CameraList::Changes& changes);
+
+    std::mutex sessionMutex; ///< Around start and shutdown: starts and scanner.
+    int starts = 0;
+
+    /// In a second handle, so that no lock of the handle within is taken under one of ours: its owner holds that lock
+    /// while the observer dies.
+    typedef std::vector<std::shared_ptr<const ICameraListObserverPtr>> Observers;
+
+    std::mutex mutex; ///< Around what follows.
+    bool running = false;
+    Observers observers;
+
+    CameraList cameras;
+
+    /// Last, so that it is gone before what it works on: programs end without a shutdown, too.
+    std::unique_ptr<Scanner> scanner;
+};
+
+void KoltaSystem::Impl::Notify(const CameraList::Changes& changes)
+{
+    Observers told;
+    {
+        const std::lock_guard<std::mutex> lock(mutex);
+        told = observers;
+    }
+    g_notifying = true;
+    for (const CameraList::Changes::value_type& change : changes)
+        for (const Observers::value_type& observer : told)
+            (*observer)->CameraListChanged(change.first, change.second);
+    g_notifying = false;
+}
+
+KoltaSystem::KoltaSystem() : m_impl(new Impl)
+{
+}
+
+KoltaSystem::~KoltaSystem()
+{
+    delete m_impl;
+}
+
+KoltaSystem& KoltaSystem::GetInstance()
+{
+    static KoltaSystem instance;
+    return instance;
+}
+
+KltErrorType KoltaSystem::Startup()
+{
+    if (g_notifying)
+        return KltErrorInvalidCall;
+    const std::lock_guard<std::mutex> session(m_impl->sessionMutex);
+    if (m_impl->starts == 0)
+    {
+        Transports transports = ChosenTransports();
+        if (transports.empty())
+            return KltErrorNoTransportLayer;
+        m_impl->scanner = std::make_unique<Scanner>(std::move(transports), m_impl->cameras,
+            [this](const CameraList::Changes& changes) { m_impl->Notify(changes); });
+        const std::lock_guard<std::mutex> lock(m_impl->mutex);
+        m_impl->running = true;
+    }
+    ++m_impl->starts;
+    return KltErrorSuccess;
+}
+
+KltErrorType KoltaSystem::Shutdown()
+{
+    if (g_notifying)
+        return KltErrorInvalidCall;
+    // Observers may do as they like when they are destroyed: declared before the lock, they outlive it.
+    Impl::Observers observers;
+    const std::lock_guard<std::mutex> session(m_impl->sessionMutex);
+    if (m_impl->starts == 0 || --m_impl->starts > 0)
+        return KltErrorSuccess;
+    {
+        const std::lock_guard<std::mutex> lock(m_impl->mutex);
+        m_impl->running = false;
+        m_impl->observers.swap(observers);
+    }
+    m_impl->scanner.reset();
+    m_impl->cameras.Clear();
+    return KltErrorSuccess;
+}
+
+KltErrorType KoltaSystem::RegisterCameraListObserver(const shared_ptr<ICameraListObserver>& observer)
+{
+    if (observer.get() == nullptr)
+        return KltErrorBadParameter;
+    const auto shared = std::make_shared<const ICameraListObserverPtr>(observer);
+    const std::lock_guard<std::mutex> lock(m_impl->mutex);
+    if (!m_impl->running)
+        return KltErrorApiNotStarted;
+    m_impl->observers.push_back(shared);
+    return KltErrorSuccess;
+}
+
+KltErrorType KoltaSystem::GetCameras(CameraPtr* cameras, unsigned int& count)
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_impl->mutex);
+        if (!m_impl->running)
+            return KltErrorApiNotStarted;
+    }
+    if (cameras == nullptr || !g_counted)
+        g_counted = m_impl->cameras.Cameras();
+    const KltErrorType result = DeliverList(*g_counted, cameras, count);
+    if (cameras != nullptr && result == KltErrorSuccess)
+        g_counted.reset();
+    return result;
+}
+
+} // namespace KltAPI
+} // namespace OPX

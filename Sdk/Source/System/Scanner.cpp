@@ -1,0 +1,67 @@
+#include "System/Scanner.h"
+
+#include <chrono>
+#include <utility>
+
+namespace OPX
+{
+namespace KltAPI
+{
+namespace
+{
+
+/// From the end of one scan to the beginning of the next.
+const std::chrono::milliseconds Pause(750);
+
+} // namespace
+
+Scanner::Scanner(Transports transports, CameraList& list, Notify notify)
+    : m_transports(std::move(transports)),
+      m_list(list),
+      m_notify(std::move(notify))
+{
+    for (const std::unique_ptr<Transport>& transport : m_transports)
+        if (transport->IsQuick())
+            m_list.Update(*transport, transport->Scan());
+    m_thread = std::thread([this] { Loop(); });
+}
+
+Scanner::~Scanner()
+{
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_stopping = true;
+    }
+    m_wakeUp.notify_all();
+    m_thread.join();
+}
+
+void Scanner::Loop()
+{
+    do
+    {
+        for (const std::unique_ptr<Transport>& transport : m_transports)
+        {
+            if (Stopping())
+                return;
+            const CameraList::Changes changes = m_list.Update(*transport, transport->Scan());
+            if (!changes.empty() && !Stopping())
+                m_notify(changes);
+        }
+    } while (WaitForNextScan());
+}
+
+bool Scanner::WaitForNextScan()
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    return !m_wakeUp.wait_for(lock, Pause, [this] { return m_stopping; });
+}
+
+bool Scanner::Stopping()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_stopping;
+}
+
+} // namespace KltAPI
+} // namespace OPX

@@ -1,0 +1,31 @@
+#ifndef ARAVISTRANSPORT_H
+#define ARAVISTRANSPORT_H
+
+#include "Transport/Transport.h"
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// GigE Vision and USB3 Vision cameras.
+class AravisTransport : public Transport
+{
+public:
+    AravisTransport(bool gige, bool usb3);
+
+    /// With GigE on it takes about a second: that long cameras may take to answer.
+    std::vector<CameraRecord> Scan() override;
+
+    /// Answers get lost in a network.
+    int ToleratedMisses() const override { return 1; }
+    bool IsQuick() const override { return false; }
+
+private:
+    bool m_warnsOfUsb; ///< Until it was said once.
+};
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif

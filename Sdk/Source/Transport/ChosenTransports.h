@@ -1,0 +1,18 @@
+#ifndef CHOSENTRANSPORTS_H
+#define CHOSENTRANSPORTS_H
+
+#include "Transport/Transport.h"
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// The transports that the environment variable KOLTA_TRANSPORTS names, all if it names none. Words that name no
+/// transport are reported.
+Transports ChosenTransports();
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif

@@ -1,0 +1,53 @@
+#ifndef SIMULATEDTRANSPORT_H
+#define SIMULATEDTRANSPORT_H
+
+#include "Transport/Transport.h"
+
+#include <filesystem>
+#include <map>
+#include <set>
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// Cameras that are simulated from description files: those in the folder Cameras beside the library, and those that
+/// the environment variable KOLTA_CAMERA_PATH names (files and folders, separated by colons), which come first.
+class SimulatedTransport : public Transport
+{
+public:
+    SimulatedTransport();
+
+    std::vector<CameraRecord> Scan() override;
+    int ToleratedMisses() const override { return 0; }
+    bool IsQuick() const override { return true; }
+
+private:
+    /// What is known of a file, as long as it does not change.
+    struct KnownFile
+    {
+        std::filesystem::file_time_type time;
+        std::uintmax_t size = 0;
+        std::string modelName;
+        bool usable = false;
+        std::string unreported; ///< What is wrong with it, until that was said.
+    };
+
+    std::vector<std::filesystem::path> Files();
+    const KnownFile* Examine(const std::filesystem::path& path);
+
+    /// Files that come while we are running are broken as long as they are being copied: to be called only for those
+    /// that have not changed since the last scan.
+    static void ReportProblem(const std::filesystem::path& path, KnownFile& file);
+
+    std::vector<std::filesystem::path> m_places;
+    std::set<std::filesystem::path> m_missing; ///< Places that were reported as missing.
+    std::map<std::filesystem::path, KnownFile> m_known;
+    bool m_scanned = false;
+};
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif

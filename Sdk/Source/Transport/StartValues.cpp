@@ -1,0 +1,88 @@
+#include "Transport/StartValues.h"
+
+#include "Base/GlibPtr.h"
+#include "Base/Report.h"
+#include "Base/Texts.h"
+#include "Session/RegisterLength.h"
+
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace OPX
+{
+namespace KltAPI
+{
+namespace
+{
+
+/// The value of a raw feature: as many bytes as it has, in hexadecimal digits.
+std::string ApplyBytes(ArvGcRegister* node, const std::string& value)
+{
+    std::vector<unsigned char> bytes;
+    std::istringstream stream(value);
+    for (std::string byte; stream >> byte;)
+    {
+        char* end = nullptr;
+        bytes.push_back(static_cast<unsigned char>(g_ascii_strtoull(byte.c_str(), &end, 16)));
+        if (byte.size() > 2 || *end != '\0')
+            return "'" + byte + "' is no byte";
+    }
+    CallError error;
+    guint64 length = 0;
+    if (LengthOf(node, length) != KltErrorSuccess || bytes.empty() || bytes.size() != length)
+        return "these are " + std::to_string(bytes.size()) + " of " + std::to_string(length) + " bytes";
+    arv_gc_register_set(node, bytes.data(), length, error.Out());
+    return error.Get() == nullptr ? std::string() : error.Get()->message;
+}
+
+/// \return what is wrong with the line, empty if it was applied
+std::string Apply(ArvGc* description, const std::string& line)
+{
+    const std::size_t equals = line.find('=');
+    if (equals == std::string::npos)
+        return "there is no '='";
+    const std::string name = Trimmed(line.substr(0, equals));
+    ArvGcNode* node = arv_gc_get_node(description, name.c_str());
+    if (!ARV_IS_GC_FEATURE_NODE(node))
+        return "there is no feature '" + name + "'";
+    if (CheckLength(ARV_GC_FEATURE_NODE(node)) != KltErrorSuccess)
+        return "the length of '" + name + "' is absurd";
+    const std::string value = Trimmed(line.substr(equals + 1));
+    CallError error;
+    if (ARV_IS_GC_REGISTER(node) && !ARV_IS_GC_INTEGER(node) && !ARV_IS_GC_FLOAT(node) && !ARV_IS_GC_STRING(node))
+        return ApplyBytes(ARV_GC_REGISTER(node), value);
+    arv_gc_feature_node_set_value_from_string(ARV_GC_FEATURE_NODE(node), value.c_str(), error.Out());
+    return error.Get() == nullptr ? std::string() : error.Get()->message;
+}
+
+} // namespace
+
+void ApplyStartValues(ArvGc* description, const std::filesystem::path& descriptionFile)
+{
+    const std::filesystem::path path = std::filesystem::path(descriptionFile).replace_extension(".values");
+    std::error_code none;
+    if (!std::filesystem::is_regular_file(path, none))
+        return;
+    std::ifstream file(path);
+    // Also what the camera itself could never change may be set here.
+    const ArvAccessCheckPolicy policy = arv_gc_get_access_check_policy(description);
+    const ArvRangeCheckPolicy ranges = arv_gc_get_range_check_policy(description);
+    arv_gc_set_access_check_policy(description, ARV_ACCESS_CHECK_POLICY_DISABLE);
+    arv_gc_set_range_check_policy(description, ARV_RANGE_CHECK_POLICY_ENABLE);
+    int number = 0;
+    for (std::string line; std::getline(file, line);)
+    {
+        ++number;
+        line = Trimmed(line);
+        const std::string problem = line.empty() || line[0] == '#' ? std::string() : Apply(description, line);
+        if (!problem.empty())
+            Report(path.string() + ":" + std::to_string(number) + ": " + problem);
+    }
+    arv_gc_set_access_check_policy(description, policy);
+    arv_gc_set_range_check_policy(description, ranges);
+}
+
+} // namespace KltAPI
+} // namespace OPX

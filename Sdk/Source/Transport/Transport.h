@@ -1,0 +1,47 @@
+#ifndef TRANSPORT_H
+#define TRANSPORT_H
+
+#include "Session/Session.h"
+
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// A camera as a scan finds it.
+struct CameraRecord
+{
+    std::string id; ///< Stays the same from scan to scan, and is no other camera's.
+    std::string name;
+    std::string serialNumber;
+    std::string transport; ///< One of the words of KOLTA_TRANSPORTS.
+    std::string address;
+    Connector connect;
+};
+
+/// A way in which cameras are reached. Called by one thread at a time.
+class Transport
+{
+public:
+    virtual ~Transport() = default;
+
+    /// The cameras that are there now.
+    virtual std::vector<CameraRecord> Scan() = 0;
+
+    /// How often in a row a camera may be missed before it counts as gone.
+    virtual int ToleratedMisses() const = 0;
+
+    /// Whether a scan is a matter of milliseconds.
+    virtual bool IsQuick() const = 0;
+};
+
+typedef std::vector<std::unique_ptr<Transport>> Transports;
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif
