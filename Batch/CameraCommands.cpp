@@ -1,6 +1,7 @@
 #include "CameraCommands.h"
 
 #include "FeatureTable.h"
+#include "SdkReads.h"
 
 #include <QByteArray>
 #include <QJsonArray>
@@ -86,7 +87,7 @@ void ListCameras(bool json)
 void ListFeatures(const CameraChoice& camera, const std::string& glob, bool json)
 {
     QJsonArray array;
-    for (const FeatureRow& row : TableOf(Read(camera).features))
+    for (const FeatureRow& row : TableOf(ReadFeatures(camera).features))
     {
         if (!glob.empty() && fnmatch(glob.c_str(), row.name.c_str(), 0) != 0)
             continue;
@@ -102,9 +103,9 @@ void ListFeatures(const CameraChoice& camera, const std::string& glob, bool json
 
 ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after)
 {
-    std::map<std::string, FeatureRow> old = ByName(Read(before).features);
+    std::map<std::string, FeatureRow> old = ByName(ReadFeatures(before).features);
     bool differs = false;
-    for (const auto& row : ByName(Read(after).features))
+    for (const auto& row : ByName(ReadFeatures(after).features))
     {
         const auto same = old.find(row.first);
         if (same == old.end())
@@ -123,7 +124,7 @@ ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after)
 
 void DumpDescription(const CameraChoice& camera, const std::string& file)
 {
-    const std::string description = ReadDescriptionOf(camera);
+    const std::string description = ReadDescription(camera);
     if (file.empty())
     {
         std::fwrite(description.data(), 1, description.size(), stdout);

@@ -21,32 +21,33 @@ namespace
 const std::chrono::milliseconds TimeToAppear(4000);
 const std::chrono::milliseconds TimeBetweenLooks(50);
 
-const char TransportsVariable[] = "KOLTA_TRANSPORTS";
-const char PathVariable[] = "KOLTA_CAMERA_PATH";
-
 std::string Reason(int code)
 {
     return KoltaHelper::ReturnCodeToString(code).toStdString();
 }
 
-/// The serial number that the SDK gives the camera it simulates from this file.
-std::string SerialNumberFor(const std::string& file)
-{
-    return fs::path(file).stem().string();
-}
-
 bool OnlySimulated()
 {
-    const char* transports = std::getenv(TransportsVariable);
+    const char* transports = std::getenv("KOLTA_TRANSPORTS");
     return transports != nullptr && std::string(transports) == "simulated";
+}
+
+/// Looks at this file and at nothing else.
+CameraPtr Simulate(const std::string& file)
+{
+    std::error_code error;
+    if (!fs::is_regular_file(file, error))
+        throw CommandError(ExitCamera, "There is no description file '" + file + "'. Check the path.");
+    CameraPtr camera;
+    if (Camera::FromDescription(file.c_str(), camera) != KltErrorSuccess)
+        throw CommandError(ExitCamera, "The description '" + file + "' cannot be used.");
+    return camera;
 }
 
 /// Calls \a use with the camera, which is open then. What it returns is an error code.
 template <class Use>
-void WithOpenCamera(const CameraChoice& choice, Use use)
+void WithOpenCamera(const CameraPtr& camera, Use use)
 {
-    const SdkSession session(choice);
-    const CameraPtr camera = session.Find(choice);
     const std::string name = TextOf(*camera, &Camera::GetName);
     const int opened = camera->Open(KltAccessModeFull);
     if (opened != KltErrorSuccess)
@@ -57,13 +58,14 @@ void WithOpenCamera(const CameraChoice& choice, Use use)
         throw CommandError(ExitCamera, "Unable to read camera '" + name + "': " + Reason(used));
 }
 
-void CheckFile(const std::string& file)
+/// The same for the camera of a choice.
+template <class Use>
+void WithOpenCamera(const CameraChoice& choice, Use use)
 {
-    std::error_code error;
-    if (!fs::is_regular_file(file, error))
-        throw CommandError(ExitCamera, "There is no description file '" + file + "'. Check the path.");
-    if (file.find(':') != std::string::npos)
-        throw CommandError(ExitCamera, "The path '" + file + "' holds a colon. Copy the file to a path without one.");
+    if (!choice.descriptionFile.empty())
+        return WithOpenCamera(Simulate(choice.descriptionFile), use);
+    const SdkSession session;
+    WithOpenCamera(session.Find(choice.serialNumber), use);
 }
 
 } // namespace
@@ -81,57 +83,14 @@ CameraChoice CameraChoice::FromText(const std::string& text)
 
 SdkSession::SdkSession()
 {
-    Start();
-}
-
-SdkSession::SdkSession(const CameraChoice& choice)
-{
-    if (!choice.descriptionFile.empty())
-    {
-        CheckFile(choice.descriptionFile);
-        for (const char* variable : {TransportsVariable, PathVariable})
-            if (const char* value = std::getenv(variable))
-                m_environment[variable] = value;
-        setenv(TransportsVariable, "simulated", 1);
-        setenv(PathVariable, choice.descriptionFile.c_str(), 1);
-        try
-        {
-            Start();
-        }
-        catch (...)
-        {
-            Restore();
-            throw;
-        }
-        Restore();
-        return;
-    }
-    Start();
-}
-
-SdkSession::~SdkSession()
-{
-    KoltaSystem::GetInstance().Shutdown();
-}
-
-void SdkSession::Start()
-{
     const KltErrorType result = KoltaSystem::GetInstance().Startup();
     if (result != KltErrorSuccess)
         throw CommandError(ExitCamera, "Cannot start Kolta: " + Reason(result) + " Check KOLTA_TRANSPORTS.");
 }
 
-void SdkSession::Restore()
+SdkSession::~SdkSession()
 {
-    // The SDK looks at them when it is started.
-    for (const char* variable : {TransportsVariable, PathVariable})
-    {
-        const auto before = m_environment.find(variable);
-        if (before == m_environment.end())
-            unsetenv(variable);
-        else
-            setenv(variable, before->second.c_str(), 1);
-    }
+    KoltaSystem::GetInstance().Shutdown();
 }
 
 std::vector<CameraPtr> SdkSession::Cameras() const
@@ -150,18 +109,14 @@ std::vector<CameraPtr> SdkSession::AllCameras() const
     return Cameras();
 }
 
-CameraPtr SdkSession::Find(const CameraChoice& choice) const
+CameraPtr SdkSession::Find(const std::string& serialNumber) const
 {
-    const bool simulated = !choice.descriptionFile.empty();
-    const std::string serialNumber = simulated ? SerialNumberFor(choice.descriptionFile) : choice.serialNumber;
     const auto end = std::chrono::steady_clock::now() + TimeToAppear;
     do
     {
         for (const CameraPtr& camera : Cameras())
             if (TextOf(*camera, &Camera::GetSerialNumber) == serialNumber)
                 return camera;
-        if (simulated)
-            throw CommandError(ExitCamera, "The description '" + choice.descriptionFile + "' cannot be used.");
         if (OnlySimulated())
             break;
         std::this_thread::sleep_for(TimeBetweenLooks);
@@ -170,16 +125,9 @@ CameraPtr SdkSession::Find(const CameraChoice& choice) const
         ExitCamera, "There is no camera with the serial number '" + serialNumber + "'. See 'kolta-classgen list'.");
 }
 
-std::string TextOf(const Camera& camera, KltErrorType (Camera::*getter)(char*, unsigned int&) const)
+CameraFeatures ReadFeatures(const CameraChoice& choice)
 {
-    std::string text;
-    ReadString(camera, getter, text);
-    return text;
-}
-
-ReadCamera Read(const CameraChoice& choice)
-{
-    ReadCamera read;
+    CameraFeatures read;
     WithOpenCamera(choice,
         [&read](const CameraPtr& camera)
         {
@@ -189,7 +137,7 @@ ReadCamera Read(const CameraChoice& choice)
     return read;
 }
 
-std::string ReadDescriptionOf(const CameraChoice& choice)
+std::string ReadDescription(const CameraChoice& choice)
 {
     std::string description;
     WithOpenCamera(choice, [&description](const CameraPtr& camera)

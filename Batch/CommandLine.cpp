@@ -1,6 +1,7 @@
 #include "CommandLine.h"
 
 #include "CameraCommands.h"
+#include "KoltaVersion.h"
 #include "SelfDescription.h"
 
 #include <cstdio>
@@ -44,27 +45,29 @@ void CommandLine::AddCamera(CLI::App* command)
     camera->require_option(1);
 }
 
-void CommandLine::AddText(CLI::App* command, const char* option, const char* edit, const char* what)
+void CommandLine::AddText(
+    CLI::App* command, const char* option, QString CppOptions::*text, const char* what, const char* type)
 {
     command
         ->add_option_function<std::string>(
-            option, [this, edit](const std::string& text) { m_options.texts[edit] = text; }, what)
-        ->type_name("TEXT");
+            option, [this, text](const std::string& given) { m_options.given.*text = QString::fromStdString(given); },
+            what)
+        ->type_name(type);
 }
 
 void CommandLine::AddGeneration(CLI::App* command)
 {
     AddCamera(command);
     command->add_option("--output", m_options.outputFolder, "Folder of the two files")->required()->type_name("DIR");
-    AddText(command, "--class", "m_editClassName", "Name of the class; the camera's name if not given");
-    AddText(command, "--header", "m_editHeaderFileName", "Name of the header; the class's if not given");
-    AddText(command, "--source", "m_editSourceFileName", "Name of the source; the class's if not given");
-    command->add_option("--header-template", m_options.headerTemplate, "Template of the header")->type_name("FILE");
-    command->add_option("--source-template", m_options.sourceTemplate, "Template of the source")->type_name("FILE");
-    AddText(command, "--getter-prefix", "m_editGetterPrefix", "Before the name in a getter; Get if not given");
-    AddText(command, "--getter-suffix", "m_editGetterSuffix", "After the name in a getter");
-    AddText(command, "--setter-prefix", "m_editSetterPrefix", "Before the name in a setter; Set if not given");
-    AddText(command, "--setter-suffix", "m_editSetterSuffix", "After the name in a setter");
+    AddText(command, "--class", &CppOptions::className, "Name of the class; the camera's name if not given");
+    AddText(command, "--header", &CppOptions::headerFileName, "Name of the header; the class's if not given");
+    AddText(command, "--source", &CppOptions::sourceFileName, "Name of the source; the class's if not given");
+    AddText(command, "--header-template", &CppOptions::headerTemplate, "Template of the header", "FILE");
+    AddText(command, "--source-template", &CppOptions::sourceTemplate, "Template of the source", "FILE");
+    AddText(command, "--getter-prefix", &CppOptions::getterPrefix, "Before the name in a getter; Get if not given");
+    AddText(command, "--getter-suffix", &CppOptions::getterSuffix, "After the name in a getter");
+    AddText(command, "--setter-prefix", &CppOptions::setterPrefix, "Before the name in a setter; Set if not given");
+    AddText(command, "--setter-suffix", &CppOptions::setterSuffix, "After the name in a setter");
 }
 
 void CommandLine::AddGenerate()
@@ -82,7 +85,7 @@ void CommandLine::AddCheck()
     CLI::App* check = Add("check", "Tell whether the generated files are up to date; write nothing",
         "check --xml Camera.xml --output generated --class Camera");
     AddGeneration(check);
-    check->callback([this] { m_result = Check(m_options, RepairCommand()); });
+    check->callback([this] { m_result = CheckGenerated(m_options, RepairCommand()); });
 }
 
 void CommandLine::AddLookups()

@@ -25,7 +25,8 @@ private:
     CLI::App* Add(const char* name, const char* what, const char* example);
     void AddCamera(CLI::App* command);
     void AddGeneration(CLI::App* command);
-    void AddText(CLI::App* command, const char* option, const char* edit, const char* what);
+    void AddText(
+        CLI::App* command, const char* option, QString CppOptions::*text, const char* what, const char* type = "TEXT");
     void AddGenerate();
     void AddCheck();
     void AddLookups();

@@ -1,14 +1,26 @@
 #ifndef FILEPAIR_H
 #define FILEPAIR_H
 
-#include <QString>
+#include <QByteArray>
 
-/// Replaces the header and the source in \a folder by those in \a fresh, which is on the same file system. Files that
-/// are the same already are left alone, so that nothing is built again. If anything fails, both are as before, and
-/// CommandError is thrown.
-void ReplacePair(const QString& fresh, const QString& folder, const QString& header, const QString& source);
+#include <string>
 
-/// Whether both paths name files with the same content.
-bool HaveSameContent(const QString& one, const QString& other);
+/// A file as it is to be.
+struct FileContent
+{
+    std::string path;
+    QByteArray bytes;
+
+    /// Whether the file is like this already.
+    bool IsThere() const;
+
+    /// What the file holds now; nothing if it cannot be read.
+    QByteArray Present() const;
+};
+
+/// Makes both files what they are to be. One that is so already is left alone, so that nothing is built again. If
+/// anything fails, both are as before, and CommandError is thrown. Existing files keep their permissions, links stay
+/// links; signals that end the program wait meanwhile.
+void ReplacePair(const FileContent& header, const FileContent& source);
 
 #endif

@@ -1,18 +1,51 @@
 #include "GenerateCommand.h"
 
+#include "BatchWriter.h"
 #include "FilePair.h"
-#include "HiddenPage.h"
 #include "NameCheck.h"
+#include "UnifiedDiff.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QSaveFile>
-#include <QTemporaryDir>
 
 #include <cstdio>
 
 namespace
 {
+
+/// A class that is yet to be written: a camera, and options for it.
+struct Task
+{
+    CameraFeatures camera;
+    CppOptions options;
+};
+
+/// The window's defaults when this camera is selected, but for what was given. The user's stored settings play no part:
+/// the same command gives the same files everywhere.
+CppOptions OptionsFor(const std::string& cameraName, const CppOptions& given, BatchWriter::Voice voice)
+{
+    CppOptions options = CppOptions::Defaults();
+    BatchWriter writer(options, voice);
+    options.SetClassName(given.className.isNull() ? writer.ClassNameFor(cameraName.c_str())
+                                                  : writer.GetValidIdentifierName(given.className));
+    for (QString CppOptions::*option : {&CppOptions::headerFileName, &CppOptions::sourceFileName,
+             &CppOptions::getterPrefix, &CppOptions::getterSuffix, &CppOptions::setterPrefix, &CppOptions::setterSuffix,
+             &CppOptions::headerTemplate, &CppOptions::sourceTemplate})
+        if (!(given.*option).isNull())
+            options.*option = given.*option;
+    return options;
+}
+
+Task TaskFor(const GenerateOptions& options, BatchWriter::Voice voice)
+{
+    Task task = {ReadFeatures(options.camera), CppOptions()};
+    task.options = OptionsFor(task.camera.name, options.given, voice);
+    if (!task.options.IsValid())
+        throw CommandError(ExitFile, "A name is empty or a template does not exist. Check the options.");
+    if (task.options.headerFileName == task.options.sourceFileName)
+        throw CommandError(ExitUsage, "Header and source have the same name. Give them different ones.");
+    return task;
+}
 
 void Print(const QStringList& problems, const char* kind)
 {
@@ -20,26 +53,11 @@ void Print(const QStringList& problems, const char* kind)
         std::fprintf(stderr, "kolta-classgen: %s: %s\n", kind, problem.toUtf8().constData());
 }
 
-/// The page, filled in, and the catalogue.
-struct Prepared
+void CheckNamesOf(const Task& task, bool force)
 {
-    explicit Prepared(const GenerateOptions& options) : camera(Read(options.camera))
-    {
-        page.Fill(options, camera.name);
-        if (!page.Generator().OptionsValid())
-            throw CommandError(ExitFile, "A name is empty or a template does not exist. Check the options.");
-        if (page.HeaderName() == page.SourceName())
-            throw CommandError(ExitUsage, "Header and source have the same name. Give them different ones.");
-    }
-
-    ReadCamera camera;
-    HiddenPage page;
-};
-
-void CheckNamesOf(Prepared& prepared, bool force)
-{
-    const NameProblems problems =
-        CheckNames(prepared.page.Generator(), prepared.page.ClassName(), prepared.camera.features);
+    // The writer tells of every name that it changes; it will do so when it writes the class.
+    BatchWriter writer(task.options, BatchWriter::Silent);
+    const NameProblems problems = CheckNames(writer, task.camera.features);
     Print(problems.warnings, "warning");
     Print(problems.errors, "error");
     if (!problems.errors.isEmpty() && !force)
@@ -47,44 +65,60 @@ void CheckNamesOf(Prepared& prepared, bool force)
             "The class would not compile, so nothing was written. Change prefixes or suffixes, or use --force.");
 }
 
-/// Runs the generator into \a folder, telling of \a shown instead.
-void RunInto(Prepared& prepared, const QString& folder, const QString& shown)
+struct Pair
 {
-    prepared.page.ShowInstead(folder, shown);
-    prepared.page.Generator().Run(folder.toLocal8Bit().constData(), true, prepared.camera.features);
-    if (!prepared.page.Generator().AllWritten())
-        throw CommandError(ExitFile, "The files could not be written whole. See the messages above; is the disk full?");
+    FileContent header;
+    FileContent source;
+};
+
+Pair Expand(const Task& task, const std::string& folder, BatchWriter::Voice voice)
+{
+    BatchWriter writer(task.options, voice);
+    const auto expand = [&](const char* kind, const QString& templatePath, const QString& name)
+    {
+        const QString path = QDir::cleanPath(QString::fromStdString(folder) + QLatin1Char('/') + name);
+        return FileContent{path.toStdString(), writer.Expand(kind, templatePath, path, task.camera.features)};
+    };
+    Pair pair;
+    pair.header = expand("header", task.options.headerTemplate, task.options.headerFileName);
+    pair.source = expand("source", task.options.sourceTemplate, task.options.sourceFileName);
+    return pair;
 }
 
-QByteArray EscapedForMake(const QString& path)
+std::string EscapedForMake(const std::string& path)
 {
-    return path.toUtf8().replace("$", "$$").replace("#", "\\#").replace(" ", "\\ ");
+    std::string escaped;
+    for (char character : path)
+    {
+        if (character == '$')
+            escaped += '$';
+        else if (character == '#' || character == ' ')
+            escaped += '\\';
+        escaped += character;
+    }
+    return escaped;
 }
 
-void WriteDepfile(const GenerateOptions& options, const HiddenPage& page)
+void WriteDepfile(const GenerateOptions& options, const Task& task, const Pair& pair)
 {
-    const QString folder = QString::fromStdString(options.outputFolder) + QLatin1Char('/');
-    QByteArray rule =
-        EscapedForMake(folder + page.HeaderName()) + " " + EscapedForMake(folder + page.SourceName()) + ":";
-    if (!options.camera.descriptionFile.empty())
-        rule += " " + EscapedForMake(QString::fromStdString(options.camera.descriptionFile));
-    rule += " " + EscapedForMake(page.HeaderTemplate()) + " " + EscapedForMake(page.SourceTemplate()) + "\n";
+    std::string rule = EscapedForMake(pair.header.path) + " " + EscapedForMake(pair.source.path) + ":";
+    for (const std::string& input : {options.camera.descriptionFile, task.options.headerTemplate.toStdString(),
+             task.options.sourceTemplate.toStdString()})
+        if (!input.empty())
+            rule += " " + EscapedForMake(input);
     QSaveFile file(QString::fromStdString(options.depfile));
-    if (!file.open(QIODevice::WriteOnly) || file.write(rule) < 0 || !file.commit())
+    if (!file.open(QIODevice::WriteOnly) || file.write((rule + "\n").c_str()) < 0 || !file.commit())
         throw CommandError(ExitFile, "'" + options.depfile + "' cannot be written. Check the folder.");
 }
 
-/// \return whether the two differ
-bool PrintDifference(const QString& present, const QString& expected)
+/// \return whether the file is not what it should be
+bool PrintDifference(const FileContent& expected)
 {
-    if (HaveSameContent(present, expected))
+    if (expected.IsThere())
         return false;
-    QProcess diff;
-    diff.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    diff.start(QLatin1String("diff"),
-        {"-u", "-N", "--label", present, "--label", present + " (as generated)", present, expected});
-    diff.waitForFinished(-1);
-    std::fputs(diff.readAllStandardOutput().constData(), stdout);
+    const std::string difference =
+        UnifiedDiff(expected.path, expected.Present().toStdString(), expected.bytes.toStdString());
+    std::fwrite(difference.data(), 1, difference.size(), stdout);
     return true;
 }
 
@@ -92,34 +126,23 @@ bool PrintDifference(const QString& present, const QString& expected)
 
 void Generate(const GenerateOptions& options)
 {
-    Prepared prepared(options);
-    CheckNamesOf(prepared, options.force);
-    const QString folder = QString::fromStdString(options.outputFolder);
-    if (!QDir().mkpath(folder))
+    const Task task = TaskFor(options, BatchWriter::Aloud);
+    CheckNamesOf(task, options.force);
+    if (!QDir().mkpath(QString::fromStdString(options.outputFolder)))
         throw CommandError(ExitFile, "The folder '" + options.outputFolder + "' cannot be made. Check the path.");
-    // On the same file system, so that the files can be moved into their place.
-    const QTemporaryDir fresh(folder + QLatin1String("/.kolta-classgen-XXXXXX"));
-    if (!fresh.isValid())
-        throw CommandError(ExitFile, "Nothing can be written into '" + options.outputFolder + "'. Check the folder.");
-    RunInto(prepared, fresh.path(), QDir::cleanPath(folder));
-    ReplacePair(fresh.path(), folder, prepared.page.HeaderName(), prepared.page.SourceName());
+    const Pair pair = Expand(task, options.outputFolder, BatchWriter::Aloud);
+    ReplacePair(pair.header, pair.source);
     if (!options.depfile.empty())
-        WriteDepfile(options, prepared.page);
+        WriteDepfile(options, task, pair);
 }
 
-ExitCode Check(const GenerateOptions& options, const std::string& repair)
+ExitCode CheckGenerated(const GenerateOptions& options, const std::string& repair)
 {
-    Prepared prepared(options);
-    const QTemporaryDir fresh;
-    if (!fresh.isValid())
-        throw CommandError(ExitFile, "No temporary folder can be made. Check TMPDIR.");
-    prepared.page.BeQuiet();
-    RunInto(prepared, fresh.path(), QString::fromStdString(options.outputFolder));
-    bool differs = false;
-    for (const QString& name : {prepared.page.HeaderName(), prepared.page.SourceName()})
-        differs |= PrintDifference(
-            QString::fromStdString(options.outputFolder) + QLatin1Char('/') + name, fresh.filePath(name));
-    if (!differs)
+    const Task task = TaskFor(options, BatchWriter::Silent);
+    const Pair pair = Expand(task, options.outputFolder, BatchWriter::Silent);
+    const bool headerDiffers = PrintDifference(pair.header);
+    const bool sourceDiffers = PrintDifference(pair.source);
+    if (!headerDiffers && !sourceDiffers)
         return ExitDone;
     std::fprintf(stderr, "kolta-classgen: The files are not up to date. Run: %s\n", repair.c_str());
     return ExitDiffers;

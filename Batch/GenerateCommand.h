@@ -2,30 +2,28 @@
 #define GENERATECOMMAND_H
 
 #include "CameraSource.h"
+#include "CppOptions.h"
 #include "ExitCodes.h"
 
-#include <map>
 #include <string>
 
-/// What is to be generated, and where to. Options that are not given are the window's defaults.
+/// What is to be generated, and where to.
 struct GenerateOptions
 {
     CameraChoice camera;
     std::string outputFolder;
-    std::map<std::string, std::string> texts; ///< Texts for edits of the options page, by object name.
-    std::string headerTemplate;
-    std::string sourceTemplate;
+    CppOptions given; ///< A null text was not given: it is the window's default then.
     std::string depfile;
     bool force = false; ///< Generate also what will not compile.
 };
 
-/// Generates the class. The generator's messages go to the standard error output.
+/// Generates the class. The writer's messages go to the standard error output.
 /// Throws CommandError; the output folder holds what it held before then.
 void Generate(const GenerateOptions& options);
 
 /// Prints how the files in the output folder differ from what would be generated.
 /// \param repair the command that makes them the same
 /// \return ExitDiffers if they do
-ExitCode Check(const GenerateOptions& options, const std::string& repair);
+ExitCode CheckGenerated(const GenerateOptions& options, const std::string& repair);
 
 #endif

@@ -1,11 +1,10 @@
 #include "NameCheck.h"
 
-#include "CppClassGenerator.h"
+#include "CppClassWriter.h"
 #include "SdkReads.h"
 
 #include <QHash>
 #include <QSet>
-#include <QSignalBlocker>
 
 using namespace OPX::KltAPI;
 
@@ -36,20 +35,18 @@ bool IsKeyword(const QString& name)
 }
 
 /// Goes through the catalogue and gathers who makes which name.
-class Check
+class NameCollector
 {
 public:
-    Check(CppClassGenerator& generator, const QString& className) : m_generator(generator), m_className(className)
+    explicit NameCollector(CppClassWriter& writer) : m_writer(writer), m_className(writer.Options().className)
     {
-        Take(m_types, className, className, "the class");
+        Take(m_types, m_className, m_className, "the class");
     }
 
     void AddFeature(const Feature& feature)
     {
-        std::string sdkName;
-        ReadString(feature, &Feature::GetName, sdkName);
-        const QString name = CppClassGenerator::tr(sdkName.c_str());
-        const CppFeature described = m_generator.Describe(feature);
+        const QString name = CppClassWriter::tr(TextOf(feature, &Feature::GetName).c_str());
+        const CppFeature described = m_writer.Describe(feature);
         if (name.isEmpty())
             m_problems.errors.append(QLatin1String("A feature has no name."));
         else if (described.names.identifier != name)
@@ -65,13 +62,11 @@ public:
             m_problems.errors.append(QLatin1String("Enumeration ") + Quoted(name) +
                                      QLatin1String(" has no entries, so its type does not exist."));
         else
-            Take(m_types, m_generator.EnumTypeName(name), name, "the type");
+            Take(m_types, m_writer.EnumTypeName(name), name, "the type");
         for (const EnumEntry& entry : entries)
         {
-            std::string entryName;
-            ReadString(entry, &EnumEntry::GetName, entryName);
-            const QString entryText = CppClassGenerator::tr(entryName.c_str());
-            Take(m_types, m_generator.EnumEntryName(name, entryText), name + QLatin1Char('_') + entryText,
+            const QString entryText = CppClassWriter::tr(TextOf(entry, &EnumEntry::GetName).c_str());
+            Take(m_types, m_writer.EnumEntryName(name, entryText), name + QLatin1Char('_') + entryText,
                 "the enumerator");
         }
     }
@@ -85,7 +80,7 @@ private:
 
     void AddMethods(const CppFeature& feature, const QString& name)
     {
-        const QList<CppMethod> methods = feature.ValueMethods();
+        const QList<CppMethod> methods = feature.Methods();
         for (const CppMethod& method : methods)
         {
             // Methods of one name with different arguments are no problem.
@@ -94,9 +89,6 @@ private:
                 m_problems.errors.append(
                     QLatin1String("The method for ") + Quoted(name) + QLatin1String(" has the name of the class."));
         }
-        if (!methods.isEmpty())
-            Take(m_methods, feature.names.accessor, name, "the method",
-                QLatin1String(" (OPX::KltAPI::FeaturePtr & feature)"));
     }
 
     /// Notes that \a owner makes \a name. Methods are told apart by their arguments, too.
@@ -116,7 +108,7 @@ private:
                                      Quoted(name) + QLatin1Char('.'));
     }
 
-    CppClassGenerator& m_generator;
+    CppClassWriter& m_writer;
     const QString m_className;
     Owners m_methods;
     Owners m_members;
@@ -126,15 +118,13 @@ private:
 
 } // namespace
 
-NameProblems CheckNames(CppClassGenerator& generator, const QString& className, const FeatureInfos& features)
+NameProblems CheckNames(CppClassWriter& writer, const FeatureInfos& features)
 {
-    // The generator tells of every name that it changes; the run itself will do so.
-    const QSignalBlocker blocker(&generator);
-    Check check(generator, className);
+    NameCollector names(writer);
     for (const auto& category : features.Categories())
         for (const FeaturePtr& feature : category.second)
-            check.AddFeature(*feature);
+            names.AddFeature(*feature);
     for (const auto& enumeration : features.Enums())
-        check.AddEnum(CppClassGenerator::tr(enumeration.first.c_str()), enumeration.second);
-    return check.Problems();
+        names.AddEnum(CppClassWriter::tr(enumeration.first.c_str()), enumeration.second);
+    return names.Problems();
 }

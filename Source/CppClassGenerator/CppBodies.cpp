@@ -1,6 +1,6 @@
 // The bodies of the generated methods.
 
-#include "CppClassGenerator.h"
+#include "CppClassWriter.h"
 
 #include "QtCompat.h"
 
@@ -9,7 +9,7 @@
 namespace
 {
 
-/// Writes the lines that do a method's own work; the frame around them has put the feature into pFeature.
+/// Writes the lines that do a value method's own work; the frame around them has put the feature into pFeature.
 void WriteWork(QTextStream& scratch, const QString& indent, const CppMethod& method, const QString& enumType)
 {
     switch (method.kind)
@@ -29,37 +29,14 @@ void WriteWork(QTextStream& scratch, const QString& indent, const CppMethod& met
     case CppMethod::Command:
         scratch << indent << "    result = pFeature->RunCommand ();" << Qt::endl;
         break;
+    case CppMethod::Accessor:
+        break;
     }
 }
 
-} // namespace
-
-int CppClassGenerator::WriteMethodImplementations(QTextStream& output, int column, const FeatureInfos& features)
-{
-    return WriteMethods(output, column, features, &CppClassGenerator::WriteImplementations);
-}
-
-void CppClassGenerator::WriteImplementations(
-    QTextStream& scratch, const QString& indent, const CppFeature& feature, const QList<CppMethod>& valueMethods)
-{
-    for (const CppMethod& method : valueMethods)
-        WriteValueMethod(scratch, indent, method, feature.names);
-    WriteAccessor(scratch, indent, feature.names);
-    scratch << Qt::endl;
-}
-
-void CppClassGenerator::WriteMethodHead(
-    QTextStream& scratch, const QString& indent, const QString& name, const QString& arguments)
-{
-    // The class name as it was typed: whoever types something else than an identifier knows what it is for.
-    scratch << indent << "KltErrorType " << m_ui.m_editClassName->text() << "::" << name << arguments << Qt::endl;
-    scratch << indent << '{' << Qt::endl;
-}
-
-void CppClassGenerator::WriteValueMethod(
+void WriteValueMethod(
     QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& names)
 {
-    WriteMethodHead(scratch, indent, method.name, method.arguments);
     scratch << indent << "    KltErrorType result;" << Qt::endl;
     scratch << indent << "    OPX::KltAPI::FeaturePtr pFeature;" << Qt::endl;
     scratch << indent << "    result = " << names.accessor << " (pFeature);" << Qt::endl;
@@ -67,12 +44,10 @@ void CppClassGenerator::WriteValueMethod(
     scratch << indent << "        return result;" << Qt::endl;
     WriteWork(scratch, indent, method, names.enumType);
     scratch << indent << "    return result;" << Qt::endl;
-    scratch << indent << '}' << Qt::endl;
 }
 
-void CppClassGenerator::WriteAccessor(QTextStream& scratch, const QString& indent, const CppFeatureNames& names)
+void WriteAccessor(QTextStream& scratch, const QString& indent, const CppFeatureNames& names)
 {
-    WriteMethodHead(scratch, indent, names.accessor, QLatin1String(" (OPX::KltAPI::FeaturePtr & feature)"));
     scratch << indent << "    if (" << names.member << ".get() == NULL)" << Qt::endl;
     scratch << indent << "    {" << Qt::endl;
     scratch << indent << "        KltErrorType result;" << Qt::endl;
@@ -87,5 +62,24 @@ void CppClassGenerator::WriteAccessor(QTextStream& scratch, const QString& inden
     scratch << indent << "    }" << Qt::endl;
     scratch << indent << "    feature = " << names.member << ';' << Qt::endl;
     scratch << indent << "    return KltErrorSuccess;" << Qt::endl;
+}
+
+} // namespace
+
+int CppClassWriter::WriteMethodImplementations(QTextStream& output, int column, const FeatureInfos& features)
+{
+    return WriteMethods(output, column, features, &CppClassWriter::WriteImplementation);
+}
+
+void CppClassWriter::WriteImplementation(
+    QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& names)
+{
+    // The class name as it was typed: whoever types something else than an identifier knows what it is for.
+    scratch << indent << "KltErrorType " << Options().className << "::" << method.name << method.arguments << Qt::endl;
+    scratch << indent << '{' << Qt::endl;
+    if (method.kind == CppMethod::Accessor)
+        WriteAccessor(scratch, indent, names);
+    else
+        WriteValueMethod(scratch, indent, method, names);
     scratch << indent << '}' << Qt::endl;
 }

@@ -1,12 +1,9 @@
 // Random catalogues, options and templates, and what must hold whatever they are. KOLTA_SEED chooses others, and
 // KOLTA_ROUNDS how many.
 
-#include "CppClassGenerator.h"
-#include "FileChooserWidget.h"
 #include "TestData.h"
 
 #include <QFile>
-#include <QLineEdit>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -106,20 +103,6 @@ private:
         return features;
     }
 
-    QLineEdit* Edit(const char* name) { return m_page.findChild<QLineEdit*>(QLatin1String(name)); }
-
-    void Write(const QString& name, const QString& content)
-    {
-        QFile file(m_folder.filePath(name));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content.toUtf8()) >= 0);
-    }
-
-    QString Content(const QString& name)
-    {
-        QFile file(m_folder.filePath(name));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : "no " + name;
-    }
-
     /// Every block between two lines of its own, so that it is found again, behind something of random length.
     QString RandomTemplate(int (&columns)[4])
     {
@@ -160,8 +143,7 @@ private:
         for (const Written& block : blocks)
             QVERIFY(block.isIndented);
         QStringList declared = blocks[Declarations].StartingWith("KltErrorType ").replaceInStrings(";", "");
-        QCOMPARE(
-            blocks[Implementations].StartingWith("KltErrorType " + Edit("m_editClassName")->text() + "::"), declared);
+        QCOMPARE(blocks[Implementations].StartingWith("KltErrorType " + m_writer.options.className + "::"), declared);
         QCOMPARE(blocks[Implementations].lines.count("{"), declared.size());
         QCOMPARE(blocks[Implementations].lines.count("}"), declared.size());
         int usable = 0;
@@ -201,9 +183,7 @@ private:
     }
 
     std::mt19937_64 m_random;
-    QTemporaryDir m_folder;
-    QWidget m_page;
-    CppClassGenerator m_generator;
+    Writer m_writer;
 
 private slots:
     void initTestCase()
@@ -211,13 +191,9 @@ private slots:
         const unsigned long long seed = qEnvironmentVariableIntValue("KOLTA_SEED");
         qInfo("The seed is %llu.", seed);
         m_random.seed(seed);
-        m_generator.SetupUi(&m_page);
-        for (const char* kind : {"header", "source"})
-            m_page.findChild<FileChooserWidget*>(QString("m_%1TemplateFileChooser").arg(kind))
-                ->m_lineEdit->setText(m_folder.filePath("t"));
     }
 
-    void WhateverComesInTheFilesAreConsistent()
+    void WhateverComesInTheTextIsConsistent()
     {
         const int rounds = std::max(60, qEnvironmentVariableIntValue("KOLTA_ROUNDS"));
         for (int round = 0; round < rounds; ++round)
@@ -226,25 +202,14 @@ private slots:
                 RandomFeatures(Below(round % 10 == 0 ? 501 : 30), false);
             const FeatureInfos catalogue = Catalogue(features);
             // Nobody can type a line break.
-            for (const char* edit : {"m_editClassName", "m_editGetterPrefix", "m_editGetterSuffix",
-                     "m_editSetterPrefix", "m_editSetterSuffix"})
-                Edit(edit)->setText(QString::fromUtf8(Name().c_str()).remove("###").remove('\n'));
-            Edit("m_editHeaderFileName")->setText("K.h");
-            Edit("m_editSourceFileName")->setText("K.cpp");
+            for (QString CppOptions::*option : {&CppOptions::className, &CppOptions::getterPrefix,
+                     &CppOptions::getterSuffix, &CppOptions::setterPrefix, &CppOptions::setterSuffix})
+                m_writer.options.*option = QString::fromUtf8(Name().c_str()).remove("###").remove('\n');
             int columns[4];
-            Write("t", RandomTemplate(columns));
-            QString text;
-            QStringList said;
-            for (int run = 0; run < 2; ++run)
-            {
-                Messages messages(m_generator);
-                m_generator.Run(m_folder.path().toLocal8Bit().constData(), true, catalogue);
-                const QStringList saidNow = messages.Take();
-                QVERIFY(run == 0 || (said == saidNow && text == Content("K.h")));
-                said = saidNow;
-                text = Content("K.h");
-            }
-            QCOMPARE(Content("K.cpp"), text);
+            const QString lines = RandomTemplate(columns);
+            const QString text = m_writer.Expand(lines, catalogue);
+            const QStringList said = m_writer.said;
+            QVERIFY(m_writer.Expand(lines, catalogue) == text && m_writer.said == said);
             Written blocks[4];
             for (int block : {Declarations, Implementations, Members, Enums})
                 blocks[block] = Find(block, text, columns[block], said);
@@ -255,18 +220,21 @@ private slots:
 
     void ValidNamesCompile()
     {
-        QStringList texts = {"Klass", "Get", "", "Set", "", "K.h", "K.cpp"};
-        for (const char* edit : {"m_editClassName", "m_editGetterPrefix", "m_editGetterSuffix", "m_editSetterPrefix",
-                 "m_editSetterSuffix", "m_editHeaderFileName", "m_editSourceFileName"})
-            Edit(edit)->setText(texts.takeFirst());
-        for (const char* kind : {"header", "source"})
-            m_page.findChild<FileChooserWidget*>(QString("m_%1TemplateFileChooser").arg(kind))
-                ->m_lineEdit->setText(QString(TEMPLATES "/CppTemplate.%1").arg(*kind == 'h' ? "h" : "cpp"));
-        m_generator.Run(m_folder.path().toLocal8Bit().constData(), true, Catalogue(RandomFeatures(300, true)));
+        const FeatureInfos catalogue = Catalogue(RandomFeatures(300, true));
+        m_writer.options = CppOptions::Defaults();
+        m_writer.options.SetClassName("K");
+        const QTemporaryDir folder;
+        for (const char* ending : {".h", ".cpp"})
+        {
+            QFile lines(QString(TEMPLATES "/CppTemplate") + ending);
+            QFile file(folder.filePath(QString("K") + ending));
+            QVERIFY(lines.open(QIODevice::ReadOnly) && file.open(QIODevice::WriteOnly));
+            file.write(m_writer.Expand(lines.readAll(), catalogue).toUtf8());
+        }
         QProcess compiler;
         compiler.setProcessChannelMode(QProcess::MergedChannels);
         compiler.start(COMPILER, {"-std=c++11", "-Wall", "-Wextra", "-Wpedantic", "-Wshadow", "-Werror",
-                                     "-fsyntax-only", "-I", HEADERS, m_folder.filePath("K.cpp")});
+                                     "-fsyntax-only", "-I", HEADERS, folder.filePath("K.cpp")});
         QVERIFY(compiler.waitForFinished(120000));
         QVERIFY2(compiler.exitCode() == 0, compiler.readAll().left(5000).constData());
     }
