@@ -1,5 +1,6 @@
 #include "CameraCommands.h"
 
+#include "CameraSource.h"
 #include "FeatureTable.h"
 #include "SdkReads.h"
 

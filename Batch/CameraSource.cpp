@@ -44,7 +44,7 @@ CameraPtr Simulate(const std::string& file)
     return camera;
 }
 
-/// Calls \a use with the camera, which is open then. What it returns is an error code.
+/// Opens the camera and calls \a use with it. What it returns is an error code.
 template <class Use>
 void WithOpenCamera(const CameraPtr& camera, Use use)
 {
@@ -53,7 +53,6 @@ void WithOpenCamera(const CameraPtr& camera, Use use)
     if (opened != KltErrorSuccess)
         throw CommandError(ExitCamera, "Unable to open camera '" + name + "': " + Reason(opened));
     const int used = use(camera);
-    camera->Close();
     if (used != KltErrorSuccess)
         throw CommandError(ExitCamera, "Unable to read camera '" + name + "': " + Reason(used));
 }
@@ -63,23 +62,19 @@ template <class Use>
 void WithOpenCamera(const CameraChoice& choice, Use use)
 {
     if (!choice.descriptionFile.empty())
-        return WithOpenCamera(Simulate(choice.descriptionFile), use);
+    {
+        // Never released: freeing every node of a description takes longer than reading it, and the program ends soon.
+        static std::vector<CameraPtr>& kept = *new std::vector<CameraPtr>;
+        kept.push_back(Simulate(choice.descriptionFile));
+        return WithOpenCamera(kept.back(), use);
+    }
     const SdkSession session;
-    WithOpenCamera(session.Find(choice.serialNumber), use);
+    const CameraPtr camera = session.Find(choice.serialNumber);
+    WithOpenCamera(camera, use);
+    camera->Close();
 }
 
 } // namespace
-
-CameraChoice CameraChoice::FromText(const std::string& text)
-{
-    CameraChoice choice;
-    std::error_code error;
-    if (fs::exists(text, error))
-        choice.descriptionFile = text;
-    else
-        choice.serialNumber = text;
-    return choice;
-}
 
 SdkSession::SdkSession()
 {

@@ -1,22 +1,13 @@
 #ifndef CAMERASOURCE_H
 #define CAMERASOURCE_H
 
+#include "CameraChoice.h"
 #include "FeatureInfos.h"
 
 #include <KoltaCPP/Camera.h>
 
 #include <string>
 #include <vector>
-
-/// Which camera a command is about: one that is there, or one that is simulated from its description.
-struct CameraChoice
-{
-    std::string serialNumber;
-    std::string descriptionFile; ///< Goes before the serial number.
-
-    /// A text that is either: the path of a file that exists, or a serial number.
-    static CameraChoice FromText(const std::string& text);
-};
 
 /// The SDK, for as long as a command looks for cameras.
 class SdkSession

@@ -1,6 +1,6 @@
 #include "CommandLine.h"
 
-#include "CameraCommands.h"
+#include "Commands.h"
 #include "KoltaVersion.h"
 #include "SelfDescription.h"
 
@@ -77,7 +77,7 @@ void CommandLine::AddGenerate()
     AddGeneration(generate);
     generate->add_option("--depfile", m_options.depfile, "Write what the files depend on, for make")->type_name("FILE");
     generate->add_flag("--force", m_options.force, "Generate also a class that will not compile");
-    generate->callback([this] { Generate(m_options); });
+    generate->callback([this] { Commands::Load().generate(m_options); });
 }
 
 void CommandLine::AddCheck()
@@ -85,27 +85,27 @@ void CommandLine::AddCheck()
     CLI::App* check = Add("check", "Tell whether the generated files are up to date; write nothing",
         "check --xml Camera.xml --output generated --class Camera");
     AddGeneration(check);
-    check->callback([this] { m_result = CheckGenerated(m_options, RepairCommand()); });
+    check->callback([this] { m_result = Commands::Load().checkGenerated(m_options, RepairCommand()); });
 }
 
 void CommandLine::AddLookups()
 {
     CLI::App* list = Add("list", "List the cameras: model, serial number, transport, address", "list --json");
     list->add_flag("--json", m_json, "Print JSON");
-    list->callback([this] { ListCameras(m_json); });
+    list->callback([this] { Commands::Load().listCameras(m_json); });
 
     CLI::App* features = Add("features", "List the features of a camera: category, name, type, access, entries",
         "features --camera Sim1-Mono --match 'Exposure*'");
     AddCamera(features);
     features->add_option("--match", m_glob, "Only features whose name fits")->type_name("GLOB");
     features->add_flag("--json", m_json, "Print JSON");
-    features->callback([this] { ListFeatures(m_options.camera, m_glob, m_json); });
+    features->callback([this] { Commands::Load().listFeatures(m_options.camera, m_glob, m_json); });
 
     CLI::App* dump = Add("dump-xml", "Store the description of a camera, to generate from later",
         "dump-xml --camera Sim1-Mono --output Camera.xml");
     dump->add_option("--camera", m_options.camera.serialNumber, "Its serial number")->required()->type_name("SERIAL");
     dump->add_option("--output", m_file, "Where to; the terminal if not given")->type_name("FILE");
-    dump->callback([this] { DumpDescription(m_options.camera, m_file); });
+    dump->callback([this] { Commands::Load().dumpDescription(m_options.camera, m_file); });
 }
 
 void CommandLine::AddComparisons()
@@ -115,7 +115,10 @@ void CommandLine::AddComparisons()
     diff->add_option("A", m_before, "Serial number or description file")->required()->type_name("");
     diff->add_option("B", m_after, "Serial number or description file")->required()->type_name("");
     diff->callback(
-        [this] { m_result = CompareCameras(CameraChoice::FromText(m_before), CameraChoice::FromText(m_after)); });
+        [this] {
+            m_result =
+                Commands::Load().compareCameras(CameraChoice::FromText(m_before), CameraChoice::FromText(m_after));
+        });
 }
 
 void CommandLine::AddSelf()

@@ -1,6 +1,7 @@
 #include "GenerateCommand.h"
 
 #include "BatchWriter.h"
+#include "CameraSource.h"
 #include "FilePair.h"
 #include "NameCheck.h"
 #include "UnifiedDiff.h"

@@ -1,7 +1,7 @@
 #ifndef GENERATECOMMAND_H
 #define GENERATECOMMAND_H
 
-#include "CameraSource.h"
+#include "CameraChoice.h"
 #include "CppOptions.h"
 #include "ExitCodes.h"
 

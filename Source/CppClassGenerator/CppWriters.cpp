@@ -36,7 +36,8 @@ int CppClassWriter::WriteMethods(
         // A category without usable features leaves nothing behind, not even its heading.
         QString text;
         QTextStream scratch(&text);
-        scratch << Qt::endl << indent << "// Category " << QString::fromUtf8(category.first.c_str()) << Qt::endl;
+        scratch << Qt::endl
+                << indent << QLatin1String("// Category ") << QString::fromUtf8(category.first.c_str()) << Qt::endl;
         int written = 0;
         for (const FeaturePtr& feature : category.second)
             written += WriteMethodsOf(*feature, scratch, indent, writeMethod) ? 1 : 0;
@@ -78,7 +79,7 @@ CppFeature CppClassWriter::Describe(const Feature& feature)
 void CppClassWriter::WriteDeclaration(
     QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& /*names*/)
 {
-    scratch << indent << "KltErrorType " << method.name << method.arguments << ';' << Qt::endl;
+    scratch << indent << QLatin1String("KltErrorType ") << method.name << method.arguments << ';' << Qt::endl;
 }
 
 int CppClassWriter::WriteVariableDeclarations(QTextStream& output, int column, const FeatureInfos& features)
@@ -92,7 +93,7 @@ int CppClassWriter::WriteVariableDeclarations(QTextStream& output, int column, c
         for (const FeaturePtr& feature : category.second)
         {
             const QString identifier = GetValidIdentifierName(tr(TextOf(*feature, &Feature::GetName).c_str()));
-            scratch << indent << "OPX::KltAPI::FeaturePtr " << MemberName(identifier) << ';' << Qt::endl;
+            scratch << indent << QLatin1String("OPX::KltAPI::FeaturePtr ") << MemberName(identifier) << ';' << Qt::endl;
             ++count;
         }
         output << text;
@@ -111,10 +112,10 @@ int CppClassWriter::WriteEnumDeclarations(QTextStream& output, int column, const
         QTextStream scratch(&text);
         const QString feature = tr(enumeration.first.c_str());
         const QString typeName = EnumTypeName(feature);
-        scratch << indent << "typedef enum _" << typeName << Qt::endl;
+        scratch << indent << QLatin1String("typedef enum _") << typeName << Qt::endl;
         scratch << indent << '{' << Qt::endl;
         const int written = WriteEntries(scratch, indent, feature, enumeration.second);
-        scratch << indent << "} " << typeName << ';' << Qt::endl;
+        scratch << indent << QLatin1String("} ") << typeName << ';' << Qt::endl;
         scratch << Qt::endl;
         if (written > 0)
             output << text;
@@ -132,7 +133,8 @@ int CppClassWriter::WriteEntries(
         const std::string name = TextOf(entry, &EnumEntry::GetName);
         KltInt64_t value = 0;
         entry.GetValue(value);
-        scratch << indent << "    " << EnumEntryName(feature, tr(name.c_str())) << " = " << value;
+        scratch << indent << QLatin1String("    ") << EnumEntryName(feature, tr(name.c_str())) << QLatin1String(" = ")
+                << value;
         if (--left > 0)
             scratch << ',';
         scratch << Qt::endl;
