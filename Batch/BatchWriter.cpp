@@ -8,13 +8,13 @@
 
 #include <cstdio>
 
-BatchWriter::BatchWriter(const CppOptions& options, Voice voice) : m_options(options), m_voice(voice)
+BatchWriter::BatchWriter(const CppOptions& options, bool aloud) : m_options(options), m_aloud(aloud)
 {
 }
 
 void BatchWriter::Report(const QString& message)
 {
-    if (m_voice == Aloud)
+    if (m_aloud)
         std::fprintf(stderr, "%s\n", message.toUtf8().constData());
 }
 

@@ -9,13 +9,8 @@
 class BatchWriter : public CppClassWriter
 {
 public:
-    enum Voice
-    {
-        Silent,
-        Aloud ///< Messages go to the standard error output.
-    };
-
-    BatchWriter(const CppOptions& options, Voice voice);
+    /// \param aloud whether messages go to the standard error output
+    BatchWriter(const CppOptions& options, bool aloud);
 
     CppOptions Options() const override { return m_options; }
     void Report(const QString& message) override;
@@ -28,7 +23,7 @@ public:
 
 private:
     const CppOptions m_options;
-    const Voice m_voice;
+    const bool m_aloud;
 };
 
 #endif

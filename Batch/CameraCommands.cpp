@@ -2,13 +2,13 @@
 
 #include "CameraSource.h"
 #include "FeatureTable.h"
+#include "ReplaceFiles.h"
 #include "SdkReads.h"
 
 #include <QByteArray>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 #include <fnmatch.h>
 
 #include <cstdio>
@@ -129,12 +129,7 @@ void DumpDescription(const CameraChoice& camera, const std::string& file)
     if (file.empty())
     {
         std::fwrite(description.data(), 1, description.size(), stdout);
-        if (std::fflush(stdout) != 0)
-            throw CommandError(ExitFile, "The description cannot be written.");
         return;
     }
-    QSaveFile output(QString::fromStdString(file));
-    if (!output.open(QIODevice::WriteOnly) ||
-        output.write(description.data(), static_cast<qint64>(description.size())) < 0 || !output.commit())
-        throw CommandError(ExitFile, "'" + file + "' cannot be written: " + output.errorString().toStdString());
+    ReplaceFiles({{file, QByteArray::fromStdString(description)}});
 }

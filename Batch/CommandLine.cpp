@@ -1,8 +1,10 @@
 #include "CommandLine.h"
 
 #include "Commands.h"
+#include "Completion.h"
 #include "KoltaVersion.h"
 #include "SelfDescription.h"
+#include "ShellText.h"
 
 #include <cstdio>
 
@@ -22,13 +24,34 @@ CommandLine::CommandLine() : m_program("Generates C++ classes for the cameras of
 ExitCode CommandLine::Run(int argc, const char* const* argv)
 {
     m_arguments.assign(argv, argv + argc);
-    m_program.parse(argc, argv);
-    return m_result;
+    try
+    {
+        m_program.parse(argc, argv);
+        return m_result;
+    }
+    catch (const CLI::ParseError& error)
+    {
+        return Exit(error);
+    }
 }
 
 ExitCode CommandLine::Exit(const CLI::ParseError& error) const
 {
-    return m_program.exit(error) == 0 ? ExitDone : ExitUsage;
+    if (error.get_exit_code() == 0) // Help or version.
+        return m_program.exit(error) == 0 ? ExitDone : ExitUsage;
+    const std::vector<CLI::App*> command = m_program.get_subcommands();
+    const std::vector<std::string> unknown = m_program.remaining(true);
+    std::string text = error.what();
+    if (command.empty())
+        text = unknown.empty() ? "Which command?" : "There is no command '" + unknown.front() + "'.";
+    else if (!unknown.empty())
+        text = "There is no " + std::string(unknown.front()[0] == '-' ? "option" : "argument") + " '" +
+               unknown.front() + "' here.";
+    else
+        text += ".";
+    throw CommandError(ExitUsage, text + " See 'kolta-classgen " +
+                                      (command.empty() ? std::string() : command.front()->get_name() + " ") +
+                                      "--help'.");
 }
 
 CLI::App* CommandLine::Add(const char* name, const char* what, const char* example)
@@ -68,6 +91,7 @@ void CommandLine::AddGeneration(CLI::App* command)
     AddText(command, "--getter-suffix", &CppOptions::getterSuffix, "After the name in a getter");
     AddText(command, "--setter-prefix", &CppOptions::setterPrefix, "Before the name in a setter; Set if not given");
     AddText(command, "--setter-suffix", &CppOptions::setterSuffix, "After the name in a setter");
+    command->add_flag("--force", m_options.force, "Accept also a class that will not compile");
 }
 
 void CommandLine::AddGenerate()
@@ -75,8 +99,8 @@ void CommandLine::AddGenerate()
     CLI::App* generate = Add(
         "generate", "Generate the class of a camera", "generate --xml Camera.xml --output generated --class Camera");
     AddGeneration(generate);
+    generate->add_flag("--verbose", m_options.verbose, "Tell every step");
     generate->add_option("--depfile", m_options.depfile, "Write what the files depend on, for make")->type_name("FILE");
-    generate->add_flag("--force", m_options.force, "Generate also a class that will not compile");
     generate->callback([this] { Commands::Load().generate(m_options); });
 }
 
@@ -126,22 +150,22 @@ void CommandLine::AddSelf()
     m_program.add_subcommand("man", "Print the manual page")
         ->group("")
         ->callback([this] { std::fputs(ManualPage(m_program).c_str(), stdout); });
-    m_program.add_subcommand("bash-completion", "Print the completion for bash")
+    AddCompletion("bash-completion", &BashCompletion);
+    AddCompletion("zsh-completion", &ZshCompletion);
+    AddCompletion("fish-completion", &FishCompletion);
+}
+
+void CommandLine::AddCompletion(const char* command, std::string (*script)(const CLI::App&))
+{
+    m_program.add_subcommand(command, "Print the completion for a shell")
         ->group("")
-        ->callback([this] { std::fputs(BashCompletion(m_program).c_str(), stdout); });
+        ->callback([this, script] { std::fputs(script(m_program).c_str(), stdout); });
 }
 
 std::string CommandLine::RepairCommand() const
 {
-    std::string command = "kolta-classgen generate";
+    std::string command = ShellWord(m_arguments.front()) + " generate";
     for (std::size_t i = 2; i < m_arguments.size(); ++i)
-    {
-        std::string quoted = "'";
-        for (char character : m_arguments[i])
-            quoted += character == '\'' ? std::string("'\\''") : std::string(1, character);
-        const bool plain = m_arguments[i].find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"
-                                                            "0123456789_-./=") == std::string::npos;
-        command += " " + (plain && !m_arguments[i].empty() ? m_arguments[i] : quoted + "'");
-    }
+        command += " " + ShellWord(m_arguments[i]);
     return command;
 }

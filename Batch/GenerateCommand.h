@@ -14,14 +14,16 @@ struct GenerateOptions
     std::string outputFolder;
     CppOptions given; ///< A null text was not given: it is the window's default then.
     std::string depfile;
-    bool force = false; ///< Generate also what will not compile.
+    bool force = false;   ///< Generate also what will not compile.
+    bool verbose = false; ///< Tell every step.
 };
 
-/// Generates the class. The writer's messages go to the standard error output.
+/// Generates the class. Nothing is said of it, unless that is asked for.
 /// Throws CommandError; the output folder holds what it held before then.
 void Generate(const GenerateOptions& options);
 
-/// Prints how the files in the output folder differ from what would be generated.
+/// Prints how the files in the output folder differ from what would be generated. Throws CommandError where that cannot
+/// be told.
 /// \param repair the command that makes them the same
 /// \return ExitDiffers if they do
 ExitCode CheckGenerated(const GenerateOptions& options, const std::string& repair);

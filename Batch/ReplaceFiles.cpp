@@ -1,14 +1,15 @@
-#include "FilePair.h"
+#include "ReplaceFiles.h"
 
 #include "ExitCodes.h"
-
-#include <QFile>
 
 #include <cerrno>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,7 +21,7 @@ namespace
 /// In the names of files that wait to take the place of others.
 const char Mark[] = ".kolta-classgen-";
 
-/// Who stops the program stops it before or after the two files were replaced.
+/// Who stops the program stops it before or after the files were replaced.
 class SignalsHeldBack
 {
 public:
@@ -90,6 +91,11 @@ public:
     {
         if (m_file.IsThere())
             return;
+        std::error_code error;
+        // Never over a device or a folder, whoever runs the program.
+        if (fs::exists(m_path, error) && !fs::is_regular_file(m_path, error))
+            Fail(fs::is_directory(m_path, error) ? std::make_error_code(std::errc::is_a_directory)
+                                                 : std::make_error_code(std::errc::invalid_argument));
         RemoveLeftOvers(m_path);
         const std::string beside = "." + m_path.filename().string() + Mark + std::to_string(getpid());
         m_new = m_path.parent_path() / beside;
@@ -170,25 +176,39 @@ bool FileContent::IsThere() const
 
 QByteArray FileContent::Present() const
 {
-    QFile file(QString::fromStdString(path));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    // Without waiting: nobody may ever write into a pipe.
+    const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    if (file < 0 && errno == ENOENT)
+        return QByteArray();
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(file < 0 ? nullptr : fdopen(file, "rb"), &std::fclose);
+    QByteArray content;
+    char block[1 << 16];
+    for (std::size_t size = 1; stream && size > 0; content.append(block, static_cast<int>(size)))
+        size = std::fread(block, 1, sizeof block, stream.get());
+    if (!stream || std::ferror(stream.get()) != 0)
+        throw CommandError(ExitFile, "'" + path + "' cannot be read: " + std::strerror(errno) + ".");
+    return content;
 }
 
-void ReplacePair(const FileContent& header, const FileContent& source)
+void ReplaceFiles(const std::vector<FileContent>& files)
 {
     const SignalsHeldBack held;
-    Replacement newHeader(header);
-    Replacement newSource(source);
-    newHeader.Prepare();
-    newSource.Prepare();
-    newHeader.Apply();
+    std::vector<std::unique_ptr<Replacement>> replacements;
+    for (const FileContent& file : files)
+    {
+        replacements.push_back(std::make_unique<Replacement>(file));
+        replacements.back()->Prepare();
+    }
+    std::size_t applied = 0;
     try
     {
-        newSource.Apply();
+        for (; applied < replacements.size(); ++applied)
+            replacements[applied]->Apply();
     }
     catch (const CommandError&)
     {
-        newHeader.Undo();
+        while (applied > 0)
+            replacements[--applied]->Undo();
         throw;
     }
 }
