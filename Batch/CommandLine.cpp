@@ -6,7 +6,30 @@
 #include "SelfDescription.h"
 #include "ShellText.h"
 
+#include <algorithm>
 #include <cstdio>
+
+namespace
+{
+
+/// The arguments as the parser takes them: without the program, the last one first. What stands behind an equals sign
+/// is an argument of its own, also if that is nothing: the parser would take the next one instead.
+std::vector<std::string> LastFirst(const std::vector<std::string>& arguments)
+{
+    std::vector<std::string> separated;
+    for (std::size_t i = 1; i < arguments.size(); ++i)
+    {
+        const std::string& argument = arguments[i];
+        const std::size_t equals = argument.compare(0, 2, "--") == 0 ? argument.find('=') : std::string::npos;
+        separated.push_back(argument.substr(0, equals));
+        if (equals != std::string::npos)
+            separated.push_back(argument.substr(equals + 1));
+    }
+    std::reverse(separated.begin(), separated.end());
+    return separated;
+}
+
+} // namespace
 
 CommandLine::CommandLine() : m_program("Generates C++ classes for the cameras of the Kolta SDK", "kolta-classgen")
 {
@@ -26,7 +49,7 @@ ExitCode CommandLine::Run(int argc, const char* const* argv)
     m_arguments.assign(argv, argv + argc);
     try
     {
-        m_program.parse(argc, argv);
+        m_program.parse(LastFirst(m_arguments));
         return m_result;
     }
     catch (const CLI::ParseError& error)
