@@ -192,6 +192,33 @@ TEST_F(Simulated, ValuesStartAsTheFileBesideTheDescriptionSays)
     EXPECT_TRUE(Feature("S")->GetValue(text) == 0 && text == "a = b");
 }
 
+TEST_F(Simulated, CamerasAreMadeFromAnyFileWithoutTheSystem)
+{
+    setenv("KOLTA_TRANSPORTS", "none", 1);
+    const std::filesystem::path path = m_folder / "a\tb: c%s.xml";
+    std::filesystem::copy(CAMERAS "/Zoo.xml", path);
+    Write("a\tb: c%s.values", "I = 14\n");
+    ASSERT_EQ(Camera::FromDescription(path.c_str(), m_camera), 0);
+    EXPECT_EQ(Text(*m_camera, &Camera::GetName), "Model");
+    EXPECT_EQ(Text(*m_camera, &Camera::GetSerialNumber), "a_b: c%s");
+    EXPECT_EQ(Text(*m_camera, &Camera::GetTransport), "simulated");
+    EXPECT_EQ(Text(*m_camera, &Camera::GetAddress), path.string());
+    EXPECT_EQ(m_camera->Open(1), 0);
+    KltInt64_t value = 0;
+    EXPECT_TRUE(Feature("I")->GetValue(value) == 0 && value == 14);
+    EXPECT_EQ(m_camera->Close(), 0);
+    // Another content is another camera, and the camera of before is gone.
+    const CameraPtr before = m_camera;
+    Write("a\tb: c%s.xml", "broken");
+    EXPECT_EQ(before->Open(1), KltErrorNotFound);
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(Camera::FromDescription(path.c_str(), m_camera), KltErrorNotFound);
+    EXPECT_EQ(
+        testing::internal::GetCapturedStderr(), "KoltaCPP: " + m_folder.string() + "/a_b: c%s.xml: it holds no XML\n");
+    EXPECT_EQ(m_camera.get(), before.get());
+    EXPECT_EQ(Camera::FromDescription(nullptr, m_camera), KltErrorBadParameter);
+}
+
 TEST_F(Simulated, MemoryKeepsWhatIsWritten)
 {
     OpenCopyOf("Zoo");

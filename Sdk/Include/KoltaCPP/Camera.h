@@ -41,6 +41,13 @@ protected:
 class Camera : public FeatureContainer
 {
 public:
+    /// Makes a camera that is simulated from a description file (.xml or .zip). The SDK need not be started,
+    /// KOLTA_TRANSPORTS is not asked, and the camera stands in no list. The file is read and checked in this call; what
+    /// is wrong with it is written to the standard error output. Name: the model's name; serial number: the name of the
+    /// file without its ending; address: \a path, which may hold any characters. Errors: -3 the file cannot be used, -7
+    /// a null pointer. \a camera is unchanged after an error.
+    static KltErrorType FromDescription(const char* path, shared_ptr<Camera>& camera);
+
     /// For the library: takes over \a impl.
     explicit Camera(Impl* impl);
 

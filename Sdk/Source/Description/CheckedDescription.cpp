@@ -89,6 +89,8 @@ CheckedDescription CheckDescription(const std::string& content, const std::strin
         description.problem = ProblemOfText(description.xml);
     if (description.problem.empty())
         description.problem = ProblemOf(Parse(description.xml).get(), description);
+    if (!description.problem.empty())
+        description.xml = std::string();
     return description;
 }
 

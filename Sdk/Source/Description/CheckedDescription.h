@@ -12,7 +12,7 @@ namespace KltAPI
 /// evaluation down.
 struct CheckedDescription
 {
-    std::string xml;
+    std::string xml;       ///< Empty where there is a problem.
     std::string modelName; ///< For people; never empty.
     std::string problem;   ///< Why the description cannot be used; empty if it can.
 };

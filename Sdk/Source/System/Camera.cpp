@@ -1,8 +1,10 @@
 #include "KoltaCPP/Camera.h"
 
+#include "Base/Report.h"
 #include "Base/TwoCalls.h"
 #include "Session/FeatureImpl.h"
 #include "System/CameraImpl.h"
+#include "Transport/SimulatedCamera.h"
 
 #include <algorithm>
 
@@ -10,6 +12,12 @@ namespace OPX
 {
 namespace KltAPI
 {
+
+CameraPtr NewCamera(const CameraRecord& record)
+{
+    return CameraPtr(new Camera(new FeatureContainer::Impl{record.name, record.serialNumber, record.transport,
+        record.address, std::make_shared<Session>(record.connect)}));
+}
 
 FeatureContainer::FeatureContainer(Impl* impl) : m_impl(impl)
 {
@@ -32,6 +40,20 @@ KltErrorType FeatureContainer::GetFeatureByName(const char* name, FeaturePtr& fe
     if (name == nullptr)
         return KltErrorBadParameter;
     return m_impl->session->GetFeature(name, feature);
+}
+
+KltErrorType Camera::FromDescription(const char* path, CameraPtr& camera)
+{
+    if (path == nullptr)
+        return KltErrorBadParameter;
+    const DescriptionFile file(path);
+    if (!file.IsUsable())
+    {
+        Report(file.Path().string() + ": " + file.Problem());
+        return KltErrorNotFound;
+    }
+    camera = NewCamera(RecordOf(file));
+    return KltErrorSuccess;
 }
 
 Camera::Camera(Impl* impl) : FeatureContainer(impl)

@@ -3,6 +3,7 @@
 
 #include "KoltaCPP/Camera.h"
 #include "Session/Session.h"
+#include "Transport/Transport.h"
 
 #include <memory>
 #include <string>
@@ -20,6 +21,9 @@ struct FeatureContainer::Impl
     std::string address;
     std::shared_ptr<Session> session;
 };
+
+/// The camera that a scan has found.
+CameraPtr NewCamera(const CameraRecord& record);
 
 } // namespace KltAPI
 } // namespace OPX

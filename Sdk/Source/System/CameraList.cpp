@@ -45,8 +45,7 @@ void CameraList::AddNew(const Transport& transport, const std::vector<CameraReco
     {
         if (!there.emplace(&transport, record.id).second)
             continue;
-        const CameraPtr camera(new Camera(new FeatureContainer::Impl{record.name, record.serialNumber, record.transport,
-            record.address, std::make_shared<Session>(record.connect)}));
+        const CameraPtr camera = NewCamera(record);
         m_known.push_back({&transport, record.id, camera, 0});
         changes.emplace_back(camera, UpdateTriggerCameraArrived);
     }

@@ -1,11 +1,6 @@
 #include "Transport/SimulatedTransport.h"
 
-#include "Base/ParserLock.h"
 #include "Base/Report.h"
-#include "Base/Texts.h"
-#include "Description/CheckedDescription.h"
-#include "Transport/MemoryDevice.h"
-#include "Transport/StartValues.h"
 
 #include <dlfcn.h>
 
@@ -37,25 +32,6 @@ fs::path FolderOfLibrary()
 bool IsDescription(const fs::path& path)
 {
     return path.extension() == ".xml" || path.extension() == ".zip";
-}
-
-KltErrorType Connect(const fs::path& path, Connection& connection)
-{
-    const CheckedDescription description = ReadDescription(path.string());
-    if (!description.problem.empty())
-    {
-        Report(path.string() + ": " + description.problem);
-        return KltErrorNotFound;
-    }
-    connection.device = NewMemoryDevice();
-    connection.patience = std::chrono::seconds(4); // Memory is quick: only a hostile description takes longer.
-    const std::lock_guard<std::mutex> lock(ParserLock());
-    connection.description.reset(arv_gc_new(connection.device.get(), description.xml.data(), description.xml.size()));
-    if (!connection.description)
-        return KltErrorOther;
-    connection.xml = description.xml;
-    ApplyStartValues(connection.description.get(), path);
-    return KltErrorSuccess;
 }
 
 std::string Unique(const std::string& name, std::set<std::string>& taken)
@@ -91,15 +67,11 @@ std::vector<CameraRecord> SimulatedTransport::Scan()
         const KnownFile* file = Examine(path);
         if (file == nullptr)
             continue;
-        known[path] = *file;
-        if (!file->usable)
+        known.emplace(path, *file);
+        if (!file->description.IsUsable())
             continue;
-        // Another content under the same name is another camera.
-        const std::string id = path.string() + ":" + std::to_string(file->time.time_since_epoch().count()) + ":" +
-                               std::to_string(file->size);
-        const std::string serialNumber = Unique(WithoutControls(path.stem().string()), taken);
-        records.push_back({id, file->modelName, serialNumber, "simulated", path.string(),
-            [path](Connection& connection) { return Connect(path, connection); }});
+        records.push_back(RecordOf(file->description));
+        records.back().serialNumber = Unique(records.back().serialNumber, taken);
     }
     m_known.swap(known);
     m_scanned = true;
@@ -133,33 +105,27 @@ std::vector<fs::path> SimulatedTransport::Files()
 const SimulatedTransport::KnownFile* SimulatedTransport::Examine(const fs::path& path)
 {
     std::error_code error;
-    KnownFile file;
-    file.time = fs::last_write_time(path, error);
-    if (!error)
-        file.size = fs::file_size(path, error);
-    if (error && !fs::is_directory(path.parent_path(), error))
+    if (!fs::exists(fs::symlink_status(path, error)) && !fs::is_directory(path.parent_path(), error))
         return nullptr; // Gone in the meantime.
-
-    const auto known = m_known.find(path);
-    if (known != m_known.end() && known->second.time == file.time && known->second.size == file.size)
+    auto known = m_known.find(path);
+    if (known != m_known.end() && known->second.description.IsUnchanged())
     {
-        ReportProblem(path, known->second);
+        ReportProblem(known->second);
         return &known->second;
     }
-    const CheckedDescription description = ReadDescription(path.string());
-    file.modelName = description.modelName;
-    file.usable = description.problem.empty();
-    file.unreported = description.problem;
+    if (known != m_known.end())
+        m_known.erase(known);
+    known = m_known.emplace(path, KnownFile{DescriptionFile(path)}).first;
     if (!m_scanned)
-        ReportProblem(path, file);
-    return &(m_known[path] = file);
+        ReportProblem(known->second);
+    return &known->second;
 }
 
-void SimulatedTransport::ReportProblem(const fs::path& path, KnownFile& file)
+void SimulatedTransport::ReportProblem(KnownFile& file)
 {
-    if (!file.unreported.empty())
-        Report(path.string() + ": " + file.unreported);
-    file.unreported.clear();
+    if (!file.reported && !file.description.IsUsable())
+        Report(file.description.Path().string() + ": " + file.description.Problem());
+    file.reported = true;
 }
 
 } // namespace KltAPI

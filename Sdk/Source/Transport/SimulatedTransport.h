@@ -1,6 +1,7 @@
 #ifndef SIMULATEDTRANSPORT_H
 #define SIMULATEDTRANSPORT_H
 
+#include "Transport/SimulatedCamera.h"
 #include "Transport/Transport.h"
 
 #include <filesystem>
@@ -27,11 +28,8 @@ private:
     /// What is known of a file, as long as it does not change.
     struct KnownFile
     {
-        std::filesystem::file_time_type time;
-        std::uintmax_t size = 0;
-        std::string modelName;
-        bool usable = false;
-        std::string unreported; ///< What is wrong with it, until that was said.
+        DescriptionFile description;
+        bool reported = false; ///< What is wrong with it was said.
     };
 
     std::vector<std::filesystem::path> Files();
@@ -39,7 +37,7 @@ private:
 
     /// Files that come while we are running are broken as long as they are being copied: to be called only for those
     /// that have not changed since the last scan.
-    static void ReportProblem(const std::filesystem::path& path, KnownFile& file);
+    static void ReportProblem(KnownFile& file);
 
     std::vector<std::filesystem::path> m_places;
     std::set<std::filesystem::path> m_missing; ///< Places that were reported as missing.

@@ -1,0 +1,69 @@
+#include "Transport/SimulatedCamera.h"
+
+#include "Base/ParserLock.h"
+#include "Base/Texts.h"
+#include "Transport/MemoryDevice.h"
+#include "Transport/StartValues.h"
+
+#include <mutex>
+
+namespace fs = std::filesystem;
+
+namespace OPX
+{
+namespace KltAPI
+{
+namespace
+{
+
+KltErrorType Connect(const DescriptionFile& file, Connection& connection)
+{
+    if (!file.IsUnchanged())
+        return KltErrorNotFound;
+    connection.xml = file.Content().xml;
+    connection.device = NewMemoryDevice();
+    connection.patience = std::chrono::seconds(4); // Memory is quick: only a hostile description takes longer.
+    const std::lock_guard<std::mutex> lock(ParserLock());
+    connection.description.reset(arv_gc_new(connection.device.get(), connection.xml.data(), connection.xml.size()));
+    if (!connection.description)
+        return KltErrorOther;
+    ApplyStartValues(connection.description.get(), file.Path());
+    return KltErrorSuccess;
+}
+
+} // namespace
+
+DescriptionFile::State::State(const fs::path& path)
+{
+    std::error_code error;
+    time = fs::last_write_time(path, error);
+    size = fs::file_size(path, error);
+}
+
+DescriptionFile::DescriptionFile(const fs::path& path)
+    : m_path(path),
+      m_state(path),
+      m_content(std::make_shared<const CheckedDescription>(ReadDescription(path.string())))
+{
+}
+
+bool DescriptionFile::IsUnchanged() const
+{
+    const State now(m_path);
+    return now.time == m_state.time && now.size == m_state.size;
+}
+
+std::string DescriptionFile::Id() const
+{
+    return m_path.string() + ":" + std::to_string(m_state.time.time_since_epoch().count()) + ":" +
+           std::to_string(m_state.size);
+}
+
+CameraRecord RecordOf(const DescriptionFile& file)
+{
+    return {file.Id(), file.Content().modelName, WithoutControls(file.Path().stem().string()), "simulated",
+        file.Path().string(), [file](Connection& connection) { return Connect(file, connection); }};
+}
+
+} // namespace KltAPI
+} // namespace OPX

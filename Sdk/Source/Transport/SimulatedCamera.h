@@ -1,0 +1,57 @@
+#ifndef SIMULATEDCAMERA_H
+#define SIMULATEDCAMERA_H
+
+#include "Description/CheckedDescription.h"
+#include "Transport/Transport.h"
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// A description file with the content that it had when it was read, once and for all: what was checked is what a
+/// camera is made from.
+class DescriptionFile
+{
+public:
+    /// Reads and checks the file.
+    explicit DescriptionFile(const std::filesystem::path& path);
+
+    const std::filesystem::path& Path() const { return m_path; }
+    bool IsUsable() const { return m_content->problem.empty(); }
+    const std::string& Problem() const { return m_content->problem; }
+
+    /// Whether the file is still there and the same. Another content under the same name is another camera.
+    bool IsUnchanged() const;
+
+    /// What tells this content of the file from all others.
+    std::string Id() const;
+
+    const CheckedDescription& Content() const { return *m_content; }
+
+private:
+    struct State
+    {
+        explicit State(const std::filesystem::path& path);
+
+        std::filesystem::file_time_type time;
+        std::uintmax_t size = 0;
+    };
+
+    std::filesystem::path m_path;
+    State m_state; ///< From before the file was read: a change meanwhile is noticed.
+    std::shared_ptr<const CheckedDescription> m_content;
+};
+
+/// The camera that is simulated from a usable file. Its serial number is the name of the file without its ending.
+CameraRecord RecordOf(const DescriptionFile& file);
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif
