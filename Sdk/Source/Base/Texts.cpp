@@ -24,10 +24,15 @@ std::string WithoutControls(std::string text)
 
 std::string Trimmed(const std::string& text)
 {
+    return std::string(Trimmed(std::string_view(text)));
+}
+
+std::string_view Trimmed(std::string_view text)
+{
     const char* const space = " \t\r\n";
     const std::size_t begin = text.find_first_not_of(space);
     const std::size_t end = text.find_last_not_of(space);
-    return begin == std::string::npos ? std::string() : text.substr(begin, end - begin + 1);
+    return begin == std::string::npos ? std::string_view() : text.substr(begin, end - begin + 1);
 }
 
 } // namespace KltAPI

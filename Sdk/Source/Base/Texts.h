@@ -2,6 +2,7 @@
 #define TEXTS_H
 
 #include <string>
+#include <string_view>
 
 namespace OPX
 {
@@ -13,6 +14,7 @@ std::string WithoutControls(std::string text);
 
 /// \a text without the white space around it.
 std::string Trimmed(const std::string& text);
+std::string_view Trimmed(std::string_view text);
 
 } // namespace KltAPI
 } // namespace OPX

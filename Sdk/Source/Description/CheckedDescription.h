@@ -20,7 +20,7 @@ struct CheckedDescription
 /// Checks a description, which may be zipped and may have something before its first element.
 /// \param content the bytes of the file
 /// \param fallbackName the model's name where the description does not tell it
-CheckedDescription CheckDescription(const std::string& content, const std::string& fallbackName);
+CheckedDescription CheckDescription(std::string content, const std::string& fallbackName);
 
 /// Reads and checks the file at \a path. Errors of reading are problems, too.
 CheckedDescription ReadDescription(const std::string& path);

@@ -11,10 +11,6 @@ namespace KltAPI
 namespace
 {
 
-/// A camera with 20,000 features has 200,000 elements.
-const std::size_t MaximumElements = 400000;
-const std::size_t MaximumAttributes = 800000;
-
 /// The parser compares every attribute of an element with all others.
 const std::size_t MaximumAttributesOfOne = 200;
 
@@ -47,8 +43,10 @@ bool HidesNothing(const std::string& xml)
 /// Whether an attribute's value begins behind this equals sign.
 bool IsAttribute(const std::string& xml, std::size_t equals)
 {
-    const std::size_t next = xml.find_first_not_of(" \t\r\n", equals + 1);
-    return next != std::string::npos && (xml[next] == '"' || xml[next] == '\'');
+    std::size_t next = equals + 1;
+    while (next < xml.size() && std::isspace(static_cast<unsigned char>(xml[next])) != 0)
+        ++next;
+    return next < xml.size() && (xml[next] == '"' || xml[next] == '\'');
 }
 
 } // namespace
@@ -57,25 +55,15 @@ std::string ProblemOfText(const std::string& xml)
 {
     if (!HidesNothing(xml))
         return "its encoding is none that descriptions have";
-    if (xml.find("<!DOCTYPE") != std::string::npos)
-        return "it has a document type declaration";
-    std::size_t elements = 0;
     std::size_t attributes = 0;
-    std::size_t ofOne = 0;
     for (std::size_t i = 0; i < xml.size(); ++i)
     {
         if (xml[i] == '<')
-        {
-            elements += i + 1 < xml.size() && xml[i + 1] != '/' ? 1 : 0;
-            ofOne = 0;
-        }
-        else if (xml[i] == '=' && IsAttribute(xml, i))
-        {
-            ++attributes;
-            ++ofOne;
-        }
-        if (elements > MaximumElements || attributes > MaximumAttributes || ofOne > MaximumAttributesOfOne)
-            return "it has too many elements or attributes";
+            attributes = 0;
+        else if (xml[i] == '=' && IsAttribute(xml, i) && ++attributes > MaximumAttributesOfOne)
+            return "an element has too many attributes";
+        else if (xml[i] == '!' && xml.compare(i, 8, "!DOCTYPE") == 0)
+            return "it has a document type declaration";
     }
     return std::string();
 }

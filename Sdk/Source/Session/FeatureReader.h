@@ -6,8 +6,8 @@
 #include <arv.h>
 
 #include <chrono>
-#include <set>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 namespace OPX
@@ -30,7 +30,7 @@ public:
     KltErrorType Read(std::vector<FeatureData>& features);
 
 private:
-    void ReadCategory(const std::string& nodeName, const std::string& path, int depth);
+    void ReadCategory(ArvGcNode* category, const std::string& path, int depth);
     void ReadFeature(ArvGcFeatureNode* node, const std::string& path);
     std::vector<EnumEntry> ReadEntries(ArvGcEnumeration* enumeration);
     bool IsImplemented(ArvGcFeatureNode* node);
@@ -39,7 +39,7 @@ private:
     ArvGc* const m_description;
     const std::chrono::steady_clock::time_point m_deadline;
     KltErrorType m_result = KltErrorSuccess;
-    std::set<std::string> m_seen;
+    std::unordered_set<ArvGcFeatureNode*> m_seen;
     std::vector<FeatureData> m_features;
 };
 

@@ -1,0 +1,20 @@
+#ifndef DOCUMENTREADER_H
+#define DOCUMENTREADER_H
+
+#include <string>
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// Reads a whole description once, without keeping it: that it is well-formed, of a size that Aravis' document of it
+/// fits into the memory, and that its registers and its references are sound.
+/// \param modelName is replaced by the model's name if the description tells one
+/// \return what is wrong, empty if nothing is
+std::string ProblemOfDocument(const std::string& xml, std::string& modelName);
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif

@@ -1,0 +1,18 @@
+#ifndef FILECONTENT_H
+#define FILECONTENT_H
+
+#include <string>
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// Reads a file of at most `MaximumDocumentSize` bytes.
+/// \return what is wrong, empty if nothing is
+std::string ReadFile(const std::string& path, std::string& content);
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif
