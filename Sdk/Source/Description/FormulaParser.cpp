@@ -38,7 +38,7 @@ const Operator Operators[] = {{"||", 1, ShortCircuitOr}, {"&&", 2, ShortCircuitA
 
 bool IsLetter(char character)
 {
-    return std::isalpha(static_cast<unsigned char>(character)) != 0 || character == '_';
+    return (character >= 'a' && character <= 'z') || (character >= 'A' && character <= 'Z') || character == '_';
 }
 
 bool IsDigit(char character)
@@ -49,8 +49,9 @@ bool IsDigit(char character)
 std::string InCapitals(std::string_view text)
 {
     std::string capitals(text);
-    std::transform(capitals.begin(), capitals.end(), capitals.begin(),
-        [](unsigned char letter) { return static_cast<char>(std::toupper(letter)); });
+    for (char& letter : capitals)
+        if (letter >= 'a' && letter <= 'z')
+            letter = static_cast<char>(letter - 'a' + 'A'); // In any locale.
     return capitals;
 }
 

@@ -102,7 +102,7 @@ void FeatureReader::ReadFeature(ArvGcFeatureNode* node, const std::string& path)
     FeatureData data;
     data.nodeName = NameOf(node);
     data.name = WithoutControls(data.nodeName);
-    data.category = path;
+    data.category = WithoutLineEnd(path);
     data.dataType = DataTypeOf(node);
     data.flags = FlagsOf(node);
     data.isDelivered = m_delivered.Contain(ARV_GC_NODE(node));
