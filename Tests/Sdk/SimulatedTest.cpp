@@ -1,10 +1,15 @@
 #include "SdkFixture.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <atomic>
+#include <csignal>
 #include <map>
 #include <mutex>
 #include <set>
+#include <stdexcept>
 
 using namespace OPX::KltAPI;
 
@@ -154,6 +159,38 @@ TEST_F(Simulated, FilesThatAreBeingCopiedAreNotBroken)
     std::this_thread::sleep_for(std::chrono::milliseconds(1500));
     const std::string said = testing::internal::GetCapturedStderr();
     EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
+}
+
+TEST_F(Simulated, AFileThatDoesNotAnswerHoldsUpNobody)
+{
+    // Who opens a file that another one has a lease of waits until that one gives it back.
+    signal(SIGIO, SIG_IGN);
+    Write("Busy.xml", Description({}, ""));
+    const int file = open((m_folder / "Busy.xml").c_str(), O_RDWR);
+    if (fcntl(file, F_SETLEASE, F_WRLCK) != 0)
+        GTEST_SKIP() << "no leases in this folder";
+    const auto begin = std::chrono::steady_clock::now();
+    testing::internal::CaptureStderr();
+    ASSERT_EQ(System().Startup(), 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "KoltaCPP: " + (m_folder / "Busy.xml").string() + ": it does not answer\n");
+    EXPECT_GE(Cameras().size(), 3u);
+    close(file);
+}
+
+TEST_F(Simulated, WhatAnObserverThrowsEndsNothing)
+{
+    struct Thrower : ICameraListObserver
+    {
+        void CameraListChanged(CameraPtr, UpdateTriggerType) override { throw std::runtime_error("thrown"); }
+    };
+    ASSERT_EQ(System().Startup(), 0);
+    ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(new Thrower)), 0);
+    Write("First.xml", Description({}, ""));
+    EXPECT_TRUE(WaitFor([] { return Find("First").get() != nullptr; }));
+    Write("Second.xml", Description({}, ""));
+    EXPECT_TRUE(WaitFor([] { return Find("Second").get() != nullptr; }));
 }
 
 TEST_F(Simulated, FeaturesMayLimitEachOther)
