@@ -76,6 +76,14 @@ std::string WithoutLineEnd(std::string text)
     return text;
 }
 
+bool EndsIn(std::string_view text, std::string_view ending)
+{
+    return text.size() >= ending.size() &&
+           std::equal(ending.begin(), ending.end(), text.end() - static_cast<std::ptrdiff_t>(ending.size()),
+               [](char wanted, char letter)
+               { return wanted == (letter >= 'A' && letter <= 'Z' ? letter - 'A' + 'a' : letter); });
+}
+
 std::string Trimmed(const std::string& text)
 {
     return std::string(Trimmed(std::string_view(text)));

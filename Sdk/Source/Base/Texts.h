@@ -17,6 +17,9 @@ std::string WithoutControls(const std::string& text);
 /// line into the comment.
 std::string WithoutLineEnd(std::string text);
 
+/// Whether \a text ends in \a ending, which is in small letters; capitals do not matter.
+bool EndsIn(std::string_view text, std::string_view ending);
+
 /// \a text without the white space around it.
 std::string Trimmed(const std::string& text);
 std::string_view Trimmed(std::string_view text);
