@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <initializer_list>
 #include <string>
 
 using namespace OPX::KltAPI;
@@ -17,19 +18,54 @@ void IgnoreLog(const gchar*, GLogLevelFlags, const gchar*, gpointer)
 {
 }
 
+/// Reads the feature, and writes what was read and what lies at the ends of the type.
 template <class Value>
-void Read(const FeaturePtr& feature)
+void Use(const FeaturePtr& feature, std::initializer_list<Value> others)
 {
     Value value{};
     if (feature->GetValue(value) == KltErrorSuccess)
         feature->SetValue(value);
+    for (const Value& other : others)
+        feature->SetValue(other);
 }
 
-void ReadText(const FeaturePtr& feature)
+void UseText(const FeaturePtr& feature)
 {
     std::string text;
     if (feature->GetValue(text) == KltErrorSuccess)
         feature->SetValue(text.c_str());
+    feature->SetValue("text");
+}
+
+void UseEntries(const FeaturePtr& feature)
+{
+    unsigned int count = 0;
+    if (feature->GetEntries(nullptr, count) != KltErrorSuccess)
+        return;
+    EnumEntryVector entries(count);
+    feature->GetEntries(entries.data(), count);
+    for (const EnumEntry& entry : entries)
+    {
+        KltInt64_t value = 0;
+        entry.GetValue(value);
+        feature->SetValue(value);
+    }
+}
+
+/// What is written to one feature changes what the next one meets: all of them twice.
+void UseAll(const FeaturePtrVector& features)
+{
+    for (int round = 0; round < 2; ++round)
+        for (const FeaturePtr& feature : features)
+        {
+            Use<KltInt64_t>(feature, {-1, 0, INT64_MIN, INT64_MAX});
+            Use<double>(feature, {-1.5, 1e300});
+            Use<bool>(feature, {true});
+            Use<UcharVector>(feature, {});
+            UseText(feature);
+            UseEntries(feature);
+            feature->RunCommand();
+        }
 }
 
 } // namespace
@@ -45,21 +81,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         [&description](Connection& connection)
         {
             connection.device = NewMemoryDevice();
+            connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
+            connection.xml = description.xml;
             connection.description.reset(
                 arv_gc_new(connection.device.get(), description.xml.data(), description.xml.size()));
             return connection.description ? KltErrorSuccess : KltErrorOther;
         });
     FeaturePtrVector features;
     if (session->Open() == KltErrorSuccess && session->GetFeatures(features) == KltErrorSuccess)
-        for (const FeaturePtr& feature : features)
-        {
-            Read<KltInt64_t>(feature);
-            Read<double>(feature);
-            Read<bool>(feature);
-            Read<UcharVector>(feature);
-            ReadText(feature);
-            feature->RunCommand();
-        }
+        UseAll(features);
     session->Close();
     return 0;
 }

@@ -25,6 +25,12 @@ enum Wide : long long
     WideValue = 5000000000
 };
 
+// Whoever writes the namespace before a type may write it before its values.
+static_assert(OPX::KltAPI::KltErrorSuccess == 0 && OPX::KltAPI::KltErrorIncomplete == -19 &&
+                  OPX::KltAPI::KltFeatureDataEnum == 3 && OPX::KltAPI::KltFeatureFlagsWrite == 2 &&
+                  OPX::KltAPI::KltAccessModeFull == 1 && OPX::KltAPI::UpdateTriggerCameraLeft == 1,
+    "");
+
 template <class T, class = void>
 struct CanSet : std::false_type
 {

@@ -11,8 +11,10 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <thread>
+#include <type_traits>
 #include <vector>
 
 /// Counts the cameras that come and go.
@@ -114,6 +116,70 @@ protected:
         OPX::KltAPI::FeaturePtr feature;
         EXPECT_EQ(m_camera->GetFeatureByName(name.c_str(), feature), 0) << name;
         return feature;
+    }
+
+    /// The value of a feature as a text, or the code that reading gives.
+    std::string Get(const std::string& name)
+    {
+        const OPX::KltAPI::FeaturePtr feature = Feature(name);
+        KltFeatureDataType type = KltFeatureDataUnknown;
+        feature->GetDataType(type);
+        std::ostringstream text;
+        const auto read = [&](auto value)
+        {
+            const KltErrorType code = feature->GetValue(value);
+            if (code != KltErrorSuccess)
+                text << "code " << code;
+            else if constexpr (std::is_same<decltype(value), OPX::KltAPI::UcharVector>::value)
+                for (unsigned char byte : value)
+                    text << int(byte) << ' ';
+            else
+                text << value;
+        };
+        if (type == KltFeatureDataFloat)
+            read(0.0);
+        else if (type == KltFeatureDataBool)
+            read(false);
+        else if (type == KltFeatureDataString)
+            read(std::string());
+        else if (type == KltFeatureDataRaw)
+            read(OPX::KltAPI::UcharVector());
+        else
+            read(KltInt64_t(0));
+        return text.str();
+    }
+
+    /// Writes \a value in the way that the feature's type asks for; an empty one runs a command.
+    KltErrorType Set(const std::string& name, const std::string& value)
+    {
+        const OPX::KltAPI::FeaturePtr feature = Feature(name);
+        KltFeatureDataType type = KltFeatureDataUnknown;
+        feature->GetDataType(type);
+        if (type == KltFeatureDataFloat)
+            return feature->SetValue(std::stod(value));
+        if (type == KltFeatureDataBool)
+            return feature->SetValue(value == "1");
+        if (type == KltFeatureDataString)
+            return feature->SetValue(value.c_str());
+        if (type == KltFeatureDataCommand)
+            return feature->RunCommand();
+        return feature->SetValue(KltInt64_t(std::stoll(value)));
+    }
+
+    /// Does what stands in each row, "Name: expected value" or "Name = value: expected code".
+    void Expect(const std::vector<const char*>& rows)
+    {
+        for (const std::string row : rows)
+        {
+            const std::size_t colon = row.rfind(": ");
+            const std::size_t equals = row.find(" = ");
+            const std::string expected = row.substr(colon + 2);
+            if (equals == std::string::npos)
+                EXPECT_EQ(Get(row.substr(0, colon)), expected) << row;
+            else
+                EXPECT_EQ(Set(row.substr(0, equals), row.substr(equals + 3, colon - equals - 3)), std::stoi(expected))
+                    << row;
+        }
     }
 
     OPX::KltAPI::FeaturePtrVector Features()

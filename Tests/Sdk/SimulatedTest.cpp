@@ -1,10 +1,15 @@
 #include "SdkFixture.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <atomic>
+#include <csignal>
 #include <map>
 #include <mutex>
 #include <set>
+#include <stdexcept>
 
 using namespace OPX::KltAPI;
 
@@ -156,6 +161,38 @@ TEST_F(Simulated, FilesThatAreBeingCopiedAreNotBroken)
     EXPECT_EQ(std::count(said.begin(), said.end(), '\n'), 1) << said;
 }
 
+TEST_F(Simulated, AFileThatDoesNotAnswerHoldsUpNobody)
+{
+    // Who opens a file that another one has a lease of waits until that one gives it back.
+    signal(SIGIO, SIG_IGN);
+    Write("Busy.xml", Description({}, ""));
+    const int file = open((m_folder / "Busy.xml").c_str(), O_RDWR);
+    if (fcntl(file, F_SETLEASE, F_WRLCK) != 0)
+        GTEST_SKIP() << "no leases in this folder";
+    const auto begin = std::chrono::steady_clock::now();
+    testing::internal::CaptureStderr();
+    ASSERT_EQ(System().Startup(), 0);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(10));
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+        "KoltaCPP: " + (m_folder / "Busy.xml").string() + ": it does not answer\n");
+    EXPECT_GE(Cameras().size(), 3u);
+    close(file);
+}
+
+TEST_F(Simulated, WhatAnObserverThrowsEndsNothing)
+{
+    struct Thrower : ICameraListObserver
+    {
+        void CameraListChanged(CameraPtr, UpdateTriggerType) override { throw std::runtime_error("thrown"); }
+    };
+    ASSERT_EQ(System().Startup(), 0);
+    ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(new Thrower)), 0);
+    Write("First.xml", Description({}, ""));
+    EXPECT_TRUE(WaitFor([] { return Find("First").get() != nullptr; }));
+    Write("Second.xml", Description({}, ""));
+    EXPECT_TRUE(WaitFor([] { return Find("Second").get() != nullptr; }));
+}
+
 TEST_F(Simulated, FeaturesMayLimitEachOther)
 {
     OpenCopyOf("Circles");
@@ -217,6 +254,42 @@ TEST_F(Simulated, CamerasAreMadeFromAnyFileWithoutTheSystem)
         testing::internal::GetCapturedStderr(), "KoltaCPP: " + m_folder.string() + "/a_b: c%s.xml: it holds no XML\n");
     EXPECT_EQ(m_camera.get(), before.get());
     EXPECT_EQ(Camera::FromDescription(nullptr, m_camera), KltErrorBadParameter);
+}
+
+TEST_F(Simulated, MasksOfEitherByteOrderAreWritten)
+{
+    Open("Sim1-Mono");
+    Expect({"GevSCPHostPort = 513: 0", "GevSCPInterfaceIndex = 2: 0", "GevTimestampTrim = -2048: 0",
+        "GevSCPHostPort: 513", "GevSCPInterfaceIndex: 2", "GevTimestampTrim: -2048", "GevSCPHostPort = 65536: -11",
+        "GevSCPHostPort = -1: -11", "GevSCPInterfaceIndex = 16: -11", "GevTimestampTrim = 2048: -11"});
+}
+
+TEST_F(Simulated, NoFormulaEndsTheProcess)
+{
+    Write("Formulas.values", "Smallest = -9223372036854775808\n");
+    OpenCopyOf("Formulas");
+    Expect({"Quotient: code -14", "Remainder: 0", "RealRemainder: 0", "Converted: code -14", "Implemented: code -14",
+        "Addressed = 7: 0", "Addressed: 7", "Converted = 5: 0", "Smallest: -5", "Converted: 5", "Chosen: 7",
+        "Absolute: 9", "Constant: -6", "Endless: code -13", "Scaled = 0.29: 0", "Whole: 29", "Scaled = 2.6: -11"});
+}
+
+TEST_F(Simulated, EveryNodeOnTheWayToAValueCounts)
+{
+    OpenCopyOf("Chains");
+    Expect({"ReadOnly = 1: -6", "Locked = 1: -6", "Locked: 4294967295", "Away = 1: -6", "Away: code -6", "Mode = 1: 0",
+        "Mode = 2: -6", "Mode = 3: -11", "Copied = 5: 0", "First: 5", "Second: 5", "Gain = 99.9: 0", "Gain = 0.75: -11",
+        "Unlimited = 0.3: 0", "Text: code -14", "Text = a: -14", "Chunk: code -6", "Chunk = 1: -6", "Event: code -6",
+        "ExtendedNode: 5", "AllBits = 4294967296: 0", "AllBits: 4294967296"});
+}
+
+TEST_F(Simulated, ACameraWhoseFileGoesDoesNotAnswer)
+{
+    OpenCopyOf("Zoo");
+    EXPECT_EQ(Get("I"), "10");
+    std::filesystem::remove(m_folder / "Zoo.xml");
+    Expect({"I: code -12", "I = 10: -12", "Memory: code -12"});
+    EXPECT_EQ(m_camera->Close(), 0);
+    EXPECT_EQ(m_camera->Open(1), KltErrorNotFound);
 }
 
 TEST_F(Simulated, MemoryKeepsWhatIsWritten)

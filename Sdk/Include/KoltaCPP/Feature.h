@@ -52,9 +52,11 @@ public:
     KltErrorType GetEntries(EnumEntry* entries, unsigned int& count);
 
     /// \name Values
-    /// Errors: -5 the camera is not open, -6 the feature cannot be read or written (now), -7 a null pointer,
-    /// -10 the feature is of another type, -11 the value is out of bounds, not an increment of the minimum or no
-    /// entry of the enumeration, -12 the camera does not answer. After an error \a value is unchanged.
+    /// Errors: -5 the camera is not open, -6 the feature cannot be read or written (now), or the entry is not available
+    /// (now), or the value comes with images or events and not from the camera, -7 a null pointer, -10 the feature is
+    /// of another type, -11 the value is out of bounds, not an increment of the minimum or no entry of the enumeration,
+    /// -12 the camera does not answer or is gone, -13 a formula of the description has no value, -14 a length or the
+    /// result of a formula is absurd. After an error \a value is unchanged.
     /// @{
 
     /// Value of an integer or, as the entry's value, of an enumeration.

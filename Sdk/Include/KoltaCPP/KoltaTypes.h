@@ -88,11 +88,51 @@ namespace OPX
 namespace KltAPI
 {
 
+using ::KltAccessModeFull;
 using ::KltAccessModeType;
+using ::KltAccessModeValues;
+using ::KltErrorApiNotStarted;
+using ::KltErrorBadHandle;
+using ::KltErrorBadParameter;
+using ::KltErrorCode;
+using ::KltErrorDeviceNotOpen;
+using ::KltErrorIncomplete;
+using ::KltErrorInternalFault;
+using ::KltErrorInvalidAccess;
+using ::KltErrorInvalidCall;
+using ::KltErrorInvalidValue;
+using ::KltErrorMoreData;
+using ::KltErrorNotFound;
+using ::KltErrorNotImplemented;
+using ::KltErrorNoTransportLayer;
+using ::KltErrorNotSupported;
+using ::KltErrorOther;
+using ::KltErrorResources;
+using ::KltErrorStructSize;
+using ::KltErrorSuccess;
+using ::KltErrorTimeout;
 using ::KltErrorType;
+using ::KltErrorWrongType;
+using ::KltFeatureDataBool;
+using ::KltFeatureDataCommand;
+using ::KltFeatureDataEnum;
+using ::KltFeatureDataFloat;
+using ::KltFeatureDataInt;
+using ::KltFeatureDataNone;
+using ::KltFeatureDataRaw;
+using ::KltFeatureDataString;
 using ::KltFeatureDataType;
+using ::KltFeatureDataTypeValues;
+using ::KltFeatureDataUnknown;
+using ::KltFeatureFlagsNone;
+using ::KltFeatureFlagsRead;
 using ::KltFeatureFlagsType;
+using ::KltFeatureFlagsValues;
+using ::KltFeatureFlagsWrite;
 using ::KltInt64_t;
+using ::UpdateTriggerCameraArrived;
+using ::UpdateTriggerCameraLeft;
+using ::UpdateTriggerOpenStateChanged;
 using ::UpdateTriggerType;
 
 /// The value of a raw (register) feature.

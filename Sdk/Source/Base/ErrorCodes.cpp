@@ -56,6 +56,11 @@ KltErrorType Find(const Row (&rows)[Size], int foreign)
 
 } // namespace
 
+GQuark OwnErrorDomain()
+{
+    return g_quark_from_static_string("kolta-error");
+}
+
 KltErrorType CodeOf(const GError* error)
 {
     if (error == nullptr)
@@ -64,6 +69,8 @@ KltErrorType CodeOf(const GError* error)
         return Find(DeviceErrors, error->code);
     if (error->domain == ARV_GC_ERROR)
         return Find(DescriptionErrors, error->code);
+    if (error->domain == OwnErrorDomain())
+        return error->code;
     return KltErrorOther;
 }
 

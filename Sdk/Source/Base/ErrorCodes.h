@@ -10,6 +10,9 @@ namespace OPX
 namespace KltAPI
 {
 
+/// The domain of errors that are our own: their codes are the SDK's.
+GQuark OwnErrorDomain();
+
 /// The SDK's code for an error of GLib or Aravis; success for none.
 KltErrorType CodeOf(const GError* error);
 

@@ -9,8 +9,16 @@ namespace OPX
 namespace KltAPI
 {
 
-/// \a text without control characters: they are replaced by underscores.
-std::string WithoutControls(std::string text);
+/// \a text, which is UTF-8, without what is not text: control characters and whatever else changes how other characters
+/// are shown without being seen. They are replaced by underscores. All texts from cameras and of files go through here.
+std::string WithoutControls(const std::string& text);
+
+/// \a text without a backslash at its end, in either spelling: in a comment of generated code that would take the next
+/// line into the comment.
+std::string WithoutLineEnd(std::string text);
+
+/// Whether \a text ends in \a ending, which is in small letters; capitals do not matter.
+bool EndsIn(std::string_view text, std::string_view ending);
 
 /// \a text without the white space around it.
 std::string Trimmed(const std::string& text);

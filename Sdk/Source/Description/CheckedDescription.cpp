@@ -6,6 +6,7 @@
 #include "Description/FileContent.h"
 #include "Description/Unzip.h"
 
+#include <exception>
 #include <filesystem>
 #include <utility>
 
@@ -38,12 +39,20 @@ CheckedDescription CheckDescription(std::string content, const std::string& fall
 
 CheckedDescription ReadDescription(const std::string& path)
 {
-    std::string content;
     CheckedDescription description;
-    description.problem = ReadFile(path, content);
-    return description.problem.empty()
-               ? CheckDescription(std::move(content), WithoutControls(std::filesystem::path(path).stem().string()))
-               : description;
+    try
+    {
+        std::string content;
+        description.problem = ReadFile(path, content);
+        if (description.problem.empty())
+            description =
+                CheckDescription(std::move(content), WithoutControls(std::filesystem::path(path).stem().string()));
+    }
+    catch (const std::exception& error) // Of the memory, or of threads.
+    {
+        description.problem = error.what();
+    }
+    return description;
 }
 
 } // namespace KltAPI

@@ -3,6 +3,7 @@
 #include "Base/Texts.h"
 #include "Description/DocumentLimits.h"
 #include "Description/ReferenceGraph.h"
+#include "Description/ValueCopies.h"
 
 #include <libxml/SAX2.h>
 #include <libxml/parser.h>
@@ -39,17 +40,19 @@ enum Kind : unsigned
     StructPart = 64,
     Entry = 128,
     Ignored = 256, ///< Nothing in it stands for a node.
-    VariableLength = 512 | Reference
+    VariableLength = 512 | Reference,
+    Copy = 1024 ///< Holds the name of another node, which is given the same value.
 };
 
 Kind KindOf(std::string_view element)
 {
     static const std::unordered_map<std::string_view, unsigned> kinds = {{"pValue", Reference},
         {"pVariable", Reference}, {"pAddress", Reference}, {"pIndex", Reference}, {"pLength", VariableLength},
-        {"pValueIndexed", Reference}, {"pValueDefault", Reference}, {"Length", Length}, {"SwissKnife", Formula},
-        {"IntSwissKnife", Formula}, {"Converter", Formula}, {"IntConverter", Formula}, {"IntReg", NumericRegister},
-        {"MaskedIntReg", NumericRegister}, {"FloatReg", NumericRegister}, {"StructReg", NumericRegister | Struct},
-        {"Register", Register}, {"StringReg", Register}, {"StructEntry", StructPart}, {"EnumEntry", Entry},
+        {"pValueCopy", Copy}, {"pValueIndexed", Reference}, {"pValueDefault", Reference}, {"Length", Length},
+        {"SwissKnife", Formula}, {"IntSwissKnife", Formula}, {"Converter", Formula}, {"IntConverter", Formula},
+        {"IntReg", NumericRegister}, {"MaskedIntReg", NumericRegister}, {"FloatReg", NumericRegister},
+        {"StructReg", NumericRegister | Struct}, {"Register", Register}, {"StringReg", Register},
+        {"StructEntry", StructPart}, {"EnumEntry", Entry},
         // The names of these two are known in the formula only, what an extension holds is for its maker's programs.
         {"Constant", Ignored}, {"Expression", Ignored}, {"Extension", Ignored}};
     const auto kind = kinds.find(element);
@@ -129,6 +132,8 @@ public:
         m_open.pop_back();
         if (Is(ended.kind, Reference))
             AddReference(ended.owner, m_text);
+        else if (ended.kind == Copy)
+            copies[graph.NameOf(ended.owner)].push_back(Trimmed(m_text));
         else if (Is(ended.kind, Length) && IsAbsurdLength(m_text, Is(m_open.back().kind, NumericRegister)))
             problem = "the length of " + graph.NameOf(ended.owner) + " is absurd";
     }
@@ -148,6 +153,7 @@ public:
 
     std::string problem; ///< Empty as long as there is none.
     ReferenceGraph graph;
+    ValueCopies copies;
 
 private:
     struct Open
@@ -159,7 +165,7 @@ private:
     /// The first node of the graph: what stands outside of all others belongs to it, and nobody needs it.
     static const ReferenceGraph::Index Outside = 0;
 
-    static bool HoldsText(Kind kind) { return (kind & (Reference | Length)) != 0; }
+    static bool HoldsText(Kind kind) { return (kind & (Reference | Length | Copy)) != 0; }
 
     static bool IsAbsurdLength(const std::string& text, bool ofNumber)
     {
@@ -352,6 +358,19 @@ std::string ProblemOfDocument(const std::string& xml, std::string& modelName)
     if (parser->wellFormed == 0)
         return Message(xmlCtxtGetLastError(parser.get()));
     return reader.graph.FindProblem();
+}
+
+ValueCopies ValueCopiesOf(const std::string& xml)
+{
+    std::string modelName;
+    Reader reader(modelName);
+    // Few descriptions have any.
+    if (xml.find("pValueCopy") == std::string::npos)
+        return reader.copies;
+    const ParserPtr parser = NewParser(xml, reader);
+    if (parser)
+        xmlParseDocument(parser.get());
+    return reader.copies;
 }
 
 } // namespace KltAPI

@@ -8,7 +8,13 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <condition_variable>
 #include <cstring>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <thread>
 
 namespace OPX
 {
@@ -16,6 +22,9 @@ namespace KltAPI
 {
 namespace
 {
+
+/// Files of a share whose server is away do not answer, and no call to them can be broken off.
+const std::chrono::seconds Patience(3);
 
 class Descriptor
 {
@@ -35,9 +44,7 @@ private:
     const int m_number;
 };
 
-} // namespace
-
-std::string ReadFile(const std::string& path, std::string& content)
+std::string ReadNow(const std::string& path, std::string& content)
 {
     struct stat state = {};
     // Asked before it is opened: a pipe would keep us waiting until somebody writes to it.
@@ -65,6 +72,48 @@ std::string ReadFile(const std::string& path, std::string& content)
             return std::string();
         }
     }
+}
+
+/// What a thread reads that nobody may wait for any more.
+struct Reading
+{
+    std::mutex mutex;
+    std::condition_variable ended;
+    bool done = false;
+    std::string content;
+    std::string problem;
+};
+
+void Read(const std::string& path, Reading& reading)
+{
+    std::string content;
+    std::string problem;
+    try
+    {
+        problem = ReadNow(path, content);
+    }
+    catch (const std::exception& error)
+    {
+        problem = error.what();
+    }
+    const std::lock_guard<std::mutex> lock(reading.mutex);
+    reading.content.swap(content);
+    reading.problem.swap(problem);
+    reading.done = true;
+    reading.ended.notify_all();
+}
+
+} // namespace
+
+std::string ReadFile(const std::string& path, std::string& content)
+{
+    const auto reading = std::make_shared<Reading>();
+    std::thread([path, reading] { Read(path, *reading); }).detach();
+    std::unique_lock<std::mutex> lock(reading->mutex);
+    if (!reading->ended.wait_for(lock, Patience, [&] { return reading->done; }))
+        return "it does not answer";
+    content.swap(reading->content);
+    return reading->problem;
 }
 
 } // namespace KltAPI

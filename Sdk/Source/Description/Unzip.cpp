@@ -1,5 +1,6 @@
 #include "Description/Unzip.h"
 
+#include "Base/Texts.h"
 #include "Description/DocumentLimits.h"
 
 #include <archive.h>
@@ -22,8 +23,7 @@ bool IsXml(archive_entry* entry)
     // In the C locale there is no other way to a name beyond ASCII.
     const char* path = archive_entry_pathname_utf8(entry);
     path = path != nullptr ? path : archive_entry_pathname(entry);
-    const std::string name = path == nullptr ? std::string() : path;
-    return name.size() > 4 && name.compare(name.size() - 4, 4, ".xml") == 0;
+    return path != nullptr && EndsIn(path, ".xml");
 }
 
 /// The file that the archive has come to. What its size is said to be is not believed either.

@@ -22,6 +22,7 @@ struct FeatureData
     KltFeatureDataType dataType = KltFeatureDataUnknown;
     KltFeatureFlagsType flags = KltFeatureFlagsNone;
     std::vector<EnumEntry> entries;
+    bool isDelivered = false; ///< Its value comes with images or events, if at all.
 };
 
 } // namespace KltAPI

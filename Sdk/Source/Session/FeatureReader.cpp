@@ -4,6 +4,8 @@
 #include "Base/GlibPtr.h"
 #include "Base/Texts.h"
 #include "Session/EnumEntryImpl.h"
+#include "Session/NodeLinks.h"
+#include "Session/Session.h"
 
 #include <algorithm>
 
@@ -37,22 +39,6 @@ KltFeatureDataType DataTypeOf(ArvGcFeatureNode* node)
     return KltFeatureDataUnknown;
 }
 
-KltFeatureFlagsType FlagsOf(ArvGcFeatureNode* node)
-{
-    if (ARV_IS_GC_COMMAND(node))
-        return KltFeatureFlagsWrite;
-    // The device's own answer to this question is wrong in Aravis 0.8.26; the node's is right.
-    switch (arv_gc_feature_node_get_actual_access_mode(node))
-    {
-    case ARV_GC_ACCESS_MODE_RO:
-        return KltFeatureFlagsRead;
-    case ARV_GC_ACCESS_MODE_WO:
-        return KltFeatureFlagsWrite;
-    default:
-        return KltFeatureFlagsRead | KltFeatureFlagsWrite;
-    }
-}
-
 std::string NameOf(ArvGcFeatureNode* node)
 {
     const char* name = arv_gc_feature_node_get_name(node);
@@ -64,30 +50,28 @@ std::string NameOf(ArvGcFeatureNode* node)
 std::vector<ArvGcFeatureNode*> FeaturesOf(ArvGcNode* category)
 {
     std::vector<ArvGcFeatureNode*> features;
-    for (ArvDomNode* child = arv_dom_node_get_first_child(ARV_DOM_NODE(category)); child != nullptr;
-         child = arv_dom_node_get_next_sibling(child))
-    {
-        if (!ARV_IS_GC_PROPERTY_NODE(child) ||
-            arv_gc_property_node_get_node_type(ARV_GC_PROPERTY_NODE(child)) != ARV_GC_PROPERTY_NODE_TYPE_P_FEATURE)
-            continue;
-        ArvGcNode* feature = arv_gc_property_node_get_linked_node(ARV_GC_PROPERTY_NODE(child));
-        if (ARV_IS_GC_FEATURE_NODE(feature))
-            features.push_back(ARV_GC_FEATURE_NODE(feature));
-    }
+    ForEachProperty(category,
+        [&](ArvGcPropertyNode* property, ArvGcPropertyNodeType type)
+        {
+            ArvGcNode* feature =
+                type == ARV_GC_PROPERTY_NODE_TYPE_P_FEATURE ? arv_gc_property_node_get_linked_node(property) : nullptr;
+            if (ARV_IS_GC_FEATURE_NODE(feature))
+                features.push_back(ARV_GC_FEATURE_NODE(feature));
+        });
     return features;
 }
 
 } // namespace
 
-FeatureReader::FeatureReader(ArvGc* description, std::chrono::steady_clock::duration patience)
-    : m_description(description),
-      m_deadline(std::chrono::steady_clock::now() + patience)
+FeatureReader::FeatureReader(const Connection& connection)
+    : m_connection(connection),
+      m_deadline(std::chrono::steady_clock::now() + connection.patience)
 {
 }
 
 KltErrorType FeatureReader::Read(std::vector<FeatureData>& features)
 {
-    ReadCategory(arv_gc_get_node(m_description, "Root"), std::string(), 0);
+    ReadCategory(arv_gc_get_node(m_connection.description.get(), "Root"), std::string(), 0);
     if (m_result == KltErrorSuccess)
         features.swap(m_features);
     return m_result;
@@ -118,9 +102,10 @@ void FeatureReader::ReadFeature(ArvGcFeatureNode* node, const std::string& path)
     FeatureData data;
     data.nodeName = NameOf(node);
     data.name = WithoutControls(data.nodeName);
-    data.category = path;
+    data.category = WithoutLineEnd(path);
     data.dataType = DataTypeOf(node);
     data.flags = FlagsOf(node);
+    data.isDelivered = m_delivered.Contain(ARV_GC_NODE(node));
     if (data.dataType == KltFeatureDataEnum)
         data.entries = ReadEntries(ARV_GC_ENUMERATION(node));
     m_features.push_back(std::move(data));
@@ -149,10 +134,9 @@ bool FeatureReader::IsImplemented(ArvGcFeatureNode* node)
     if (m_result != KltErrorSuccess)
         return false;
     CallError error;
-    const bool implemented = arv_gc_feature_node_is_implemented(node, error.Out()) != FALSE;
+    const bool implemented = OPX::KltAPI::IsImplemented(node, m_connection.takeUnknown, error.Out());
     Notice(error.Get());
-    // Only a clear no counts: a feature is not to be missing because the camera could not be asked.
-    return implemented || error.Get() != nullptr;
+    return implemented;
 }
 
 void FeatureReader::Notice(const GError* error)

@@ -2,6 +2,7 @@
 #define FEATUREREADER_H
 
 #include "Session/FeatureData.h"
+#include "Session/NodeState.h"
 
 #include <arv.h>
 
@@ -15,6 +16,8 @@ namespace OPX
 namespace KltAPI
 {
 
+struct Connection;
+
 /// Gathers what a camera's description says of its features, and asks the camera which of them it implements.
 ///
 /// A class made from the result must not depend on the state in which the camera happens to be: features that are
@@ -22,8 +25,7 @@ namespace KltAPI
 class FeatureReader
 {
 public:
-    /// \param patience how long the reading may take
-    FeatureReader(ArvGc* description, std::chrono::steady_clock::duration patience);
+    explicit FeatureReader(const Connection& connection);
 
     /// All implemented features in the order of the categories. -12 when the camera stops answering or takes too
     /// long; what was read until then is of no use.
@@ -36,7 +38,8 @@ private:
     bool IsImplemented(ArvGcFeatureNode* node);
     void Notice(const GError* error);
 
-    ArvGc* const m_description;
+    const Connection& m_connection;
+    DeliveredNodes m_delivered;
     const std::chrono::steady_clock::time_point m_deadline;
     KltErrorType m_result = KltErrorSuccess;
     std::unordered_set<ArvGcFeatureNode*> m_seen;

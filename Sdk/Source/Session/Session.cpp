@@ -2,6 +2,7 @@
 
 #include "Session/FeatureImpl.h"
 #include "Session/FeatureReader.h"
+#include "Session/FormulaNodes.h"
 
 #include <utility>
 
@@ -24,7 +25,11 @@ KltErrorType Session::Open()
     Connection connection;
     const KltErrorType result = m_connect(connection);
     if (result == KltErrorSuccess)
+    {
+        UseOwnFormulas(connection.description.get());
+        connection.copies = ValueCopiesOf(connection.xml);
         m_connection = std::move(connection);
+    }
     else
         CloseLater(std::move(connection));
     return result;
@@ -91,8 +96,10 @@ KltErrorType Session::EnsureListed()
         return KltErrorDeviceNotOpen;
     if (m_listed)
         return KltErrorSuccess;
+    if (!IsThere())
+        return KltErrorTimeout;
     std::vector<FeatureData> read;
-    const KltErrorType result = FeatureReader(m_connection.description.get(), m_connection.patience).Read(read);
+    const KltErrorType result = FeatureReader(m_connection).Read(read);
     m_silent = m_silent || result == KltErrorTimeout;
     if (result != KltErrorSuccess)
         return result;

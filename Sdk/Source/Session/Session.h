@@ -2,7 +2,9 @@
 #define SESSION_H
 
 #include "Base/GlibPtr.h"
+#include "Description/ValueCopies.h"
 #include "KoltaCPP/Feature.h"
+#include "Session/NodeState.h"
 
 #include <arv.h>
 
@@ -29,6 +31,13 @@ struct Connection
     /// How long the listing of all features may take. A camera that dies meanwhile costs 2.5 s for every register:
     /// nobody waits longer than this for all of them.
     std::chrono::seconds patience{10};
+
+    TakeUnknown takeUnknown; ///< For simulated cameras.
+
+    /// Whether the camera is still there. Empty for cameras that do not answer when they are gone.
+    std::function<bool()> isThere;
+
+    ValueCopies copies; ///< Filled in by the session.
 };
 
 /// Connects to one camera.
@@ -54,22 +63,25 @@ public:
     /// The feature of this name; -3 if there is none.
     KltErrorType GetFeature(const std::string& name, FeaturePtr& feature);
 
-    /// Calls \a access with the node of this name, which it must not keep, and returns its result.
+    /// Calls \a access with the node of this name, which it must not keep, and the connection; returns its result.
     template <class Access>
     KltErrorType Use(const std::string& nodeName, Access access)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         if (!m_connection.description)
             return KltErrorDeviceNotOpen;
+        if (!IsThere())
+            return KltErrorTimeout;
         ArvGcNode* node = arv_gc_get_node(m_connection.description.get(), nodeName.c_str());
         if (!ARV_IS_GC_FEATURE_NODE(node))
             return KltErrorNotFound;
-        const KltErrorType result = access(ARV_GC_FEATURE_NODE(node));
+        const KltErrorType result = access(ARV_GC_FEATURE_NODE(node), static_cast<const Connection&>(m_connection));
         m_silent = m_silent || result == KltErrorTimeout;
         return result;
     }
 
 private:
+    bool IsThere() const { return !m_connection.isThere || m_connection.isThere(); }
     KltErrorType EnsureListed();
 
     /// A camera that is dead or does not listen to us is said goodbye for five seconds and more: nobody waits for that,

@@ -53,11 +53,14 @@ void KoltaSystem::Impl::Notify(const CameraList::Changes& changes)
         const std::lock_guard<std::mutex> lock(mutex);
         told = observers;
     }
-    g_notifying = true;
+    struct Notifying
+    {
+        Notifying() { g_notifying = true; }
+        ~Notifying() { g_notifying = false; } // Whatever observers throw.
+    } const notifying;
     for (const CameraList::Changes::value_type& change : changes)
         for (const Observers::value_type& observer : told)
             (*observer)->CameraListChanged(change.first, change.second);
-    g_notifying = false;
 }
 
 KoltaSystem::KoltaSystem() : m_impl(new Impl)

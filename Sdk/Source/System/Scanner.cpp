@@ -1,6 +1,9 @@
 #include "System/Scanner.h"
 
+#include "Base/Report.h"
+
 #include <chrono>
+#include <exception>
 #include <utility>
 
 namespace OPX
@@ -22,7 +25,7 @@ Scanner::Scanner(Transports transports, CameraList& list, Notify notify)
 {
     for (const std::unique_ptr<Transport>& transport : m_transports)
         if (transport->IsQuick())
-            m_list.Update(*transport, transport->Scan());
+            Scan(*transport);
     m_thread = std::thread([this] { Loop(); });
 }
 
@@ -44,11 +47,31 @@ void Scanner::Loop()
         {
             if (Stopping())
                 return;
-            const CameraList::Changes changes = m_list.Update(*transport, transport->Scan());
+            const CameraList::Changes changes = Scan(*transport);
             if (!changes.empty() && !Stopping())
-                m_notify(changes);
+                Guarded([&] { m_notify(changes); });
         }
     } while (WaitForNextScan());
+}
+
+CameraList::Changes Scanner::Scan(Transport& transport)
+{
+    CameraList::Changes changes;
+    Guarded([&] { changes = m_list.Update(transport, transport.Scan()); });
+    return changes;
+}
+
+void Scanner::Guarded(const std::function<void()>& work)
+{
+    try
+    {
+        work();
+    }
+    catch (const std::exception& error)
+    {
+        if (m_reported.insert(error.what()).second)
+            Report(std::string("While looking for cameras: ") + error.what());
+    }
 }
 
 bool Scanner::WaitForNextScan()

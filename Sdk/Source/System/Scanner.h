@@ -7,6 +7,8 @@
 #include <condition_variable>
 #include <functional>
 #include <mutex>
+#include <set>
+#include <string>
 #include <thread>
 
 namespace OPX
@@ -30,12 +32,17 @@ public:
 
 private:
     void Loop();
+    CameraList::Changes Scan(Transport& transport);
+
+    /// Nothing that is thrown leaves the thread: that would end the program. It is reported, once.
+    void Guarded(const std::function<void()>& work);
     bool WaitForNextScan();
     bool Stopping();
 
     const Transports m_transports;
     CameraList& m_list;
     const Notify m_notify;
+    std::set<std::string> m_reported;
     std::mutex m_mutex;
     std::condition_variable m_wakeUp;
     bool m_stopping = false;

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <bitset>
 #include <cstdint>
 #include <map>
+#include <utility>
 
 namespace
 {
@@ -12,33 +14,39 @@ namespace
 class SparseMemory
 {
 public:
-    void Read(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer) const
+    void Read(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer)
     {
         for (std::uint32_t i = 0; i < size; ++i)
         {
             const auto page = m_pages.find((address + i) / PageSize);
-            buffer[i] = page == m_pages.end() ? Unwritten : page->second[(address + i) % PageSize];
+            const std::size_t offset = (address + i) % PageSize;
+            const bool written = page != m_pages.end() && page->second.written[offset];
+            buffer[i] = written ? page->second.bytes[offset] : Unwritten;
+            readUnwritten = readUnwritten || !written;
         }
     }
 
     void Write(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer)
     {
         for (std::uint32_t i = 0; i < size; ++i)
-            PageAt(address + i)[(address + i) % PageSize] = buffer[i];
+        {
+            Page& page = m_pages[(address + i) / PageSize];
+            page.bytes[(address + i) % PageSize] = buffer[i];
+            page.written[(address + i) % PageSize] = true;
+        }
     }
+
+    bool readUnwritten = false;
 
 private:
     static constexpr std::uint64_t PageSize = 4096;
     static constexpr std::uint8_t Unwritten = 0xFF;
-    typedef std::array<std::uint8_t, PageSize> Page;
 
-    Page& PageAt(std::uint64_t address)
+    struct Page
     {
-        const auto inserted = m_pages.try_emplace(address / PageSize);
-        if (inserted.second)
-            inserted.first->second.fill(Unwritten);
-        return inserted.first->second;
-    }
+        std::array<std::uint8_t, PageSize> bytes;
+        std::bitset<PageSize> written;
+    };
 
     std::map<std::uint64_t, Page> m_pages;
 };
@@ -137,6 +145,11 @@ namespace KltAPI
 ObjectPtr<ArvDevice> NewMemoryDevice()
 {
     return ObjectPtr<ArvDevice>(ARV_DEVICE(g_object_new(kolta_memory_device_get_type(), nullptr)));
+}
+
+bool TakeUnknownOf(ArvDevice* memoryDevice)
+{
+    return std::exchange(MemoryOf(memoryDevice).readUnwritten, false);
 }
 
 } // namespace KltAPI

@@ -16,6 +16,9 @@ namespace KltAPI
 /// Aravis' own fake device has 64 KiB of registers; descriptions of real cameras reach far beyond.
 ObjectPtr<ArvDevice> NewMemoryDevice();
 
+/// Whether memory was read since the last call that was never written.
+bool TakeUnknownOf(ArvDevice* memoryDevice);
+
 } // namespace KltAPI
 } // namespace OPX
 

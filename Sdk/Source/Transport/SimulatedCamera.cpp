@@ -2,6 +2,7 @@
 
 #include "Base/ParserLock.h"
 #include "Base/Texts.h"
+#include "Session/FormulaNodes.h"
 #include "Transport/MemoryDevice.h"
 #include "Transport/StartValues.h"
 
@@ -23,10 +24,13 @@ KltErrorType Connect(const DescriptionFile& file, Connection& connection)
     connection.xml = file.Content().xml;
     connection.device = NewMemoryDevice();
     connection.patience = std::chrono::seconds(4); // Memory is quick: only a hostile description takes longer.
+    connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
+    connection.isThere = [file] { return file.IsUnchanged(); };
     const std::lock_guard<std::mutex> lock(ParserLock());
     connection.description.reset(arv_gc_new(connection.device.get(), connection.xml.data(), connection.xml.size()));
     if (!connection.description)
         return KltErrorOther;
+    UseOwnFormulas(connection.description.get());
     ApplyStartValues(connection.description.get(), file.Path());
     return KltErrorSuccess;
 }

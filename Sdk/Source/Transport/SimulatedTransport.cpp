@@ -1,6 +1,7 @@
 #include "Transport/SimulatedTransport.h"
 
 #include "Base/Report.h"
+#include "Base/Texts.h"
 
 #include <dlfcn.h>
 
@@ -31,7 +32,8 @@ fs::path FolderOfLibrary()
 
 bool IsDescription(const fs::path& path)
 {
-    return path.extension() == ".xml" || path.extension() == ".zip";
+    const std::string ending = path.extension().string();
+    return EndsIn(ending, ".xml") || EndsIn(ending, ".zip");
 }
 
 std::string Unique(const std::string& name, std::set<std::string>& taken)
@@ -86,8 +88,7 @@ std::vector<fs::path> SimulatedTransport::Files()
         std::error_code error;
         if (!fs::exists(place, error))
         {
-            if (m_missing.insert(place).second)
-                Report(std::string(Variable) + " names '" + place.string() + "', which does not exist.");
+            ReportOnce(place, std::string(Variable) + " names '" + place.string() + "', which does not exist.");
             continue;
         }
         const std::size_t first = files.size();
@@ -97,9 +98,17 @@ std::vector<fs::path> SimulatedTransport::Files()
             for (fs::directory_iterator entry(place, error), end; !error && entry != end; entry.increment(error))
                 if (IsDescription(entry->path()) && !entry->is_directory(error))
                     files.push_back(entry->path());
+        if (error)
+            ReportOnce(place, place.string() + ": " + error.message());
         std::sort(files.begin() + static_cast<std::ptrdiff_t>(first), files.end());
     }
     return files;
+}
+
+void SimulatedTransport::ReportOnce(const fs::path& place, const std::string& message)
+{
+    if (m_reported.insert(place).second)
+        Report(message);
 }
 
 const SimulatedTransport::KnownFile* SimulatedTransport::Examine(const fs::path& path)

@@ -33,6 +33,7 @@ private:
     };
 
     std::vector<std::filesystem::path> Files();
+    void ReportOnce(const std::filesystem::path& place, const std::string& message);
     const KnownFile* Examine(const std::filesystem::path& path);
 
     /// Files that come while we are running are broken as long as they are being copied: to be called only for those
@@ -40,7 +41,7 @@ private:
     static void ReportProblem(KnownFile& file);
 
     std::vector<std::filesystem::path> m_places;
-    std::set<std::filesystem::path> m_missing; ///< Places that were reported as missing.
+    std::set<std::filesystem::path> m_reported; ///< Places that something was said of.
     std::map<std::filesystem::path, KnownFile> m_known;
     bool m_scanned = false;
 };

@@ -3,7 +3,7 @@
 #include "Base/GlibPtr.h"
 #include "Base/Report.h"
 #include "Base/Texts.h"
-#include "Session/RegisterLength.h"
+#include "Session/NodeValues.h"
 
 #include <fstream>
 #include <sstream>
@@ -37,6 +37,16 @@ std::string ApplyBytes(ArvGcRegister* node, const std::string& value)
     return error.Get() == nullptr ? std::string() : error.Get()->message;
 }
 
+bool IsOffIncrement(ArvGcNode* node, const std::string& value)
+{
+    bool isOff = false;
+    if (ARV_IS_GC_INTEGER(node) && !ARV_IS_GC_ENUMERATION(node))
+        CheckRange(ARV_GC_INTEGER(node), g_ascii_strtoll(value.c_str(), nullptr, 0), &isOff);
+    else if (ARV_IS_GC_FLOAT(node))
+        CheckRange(ARV_GC_FLOAT(node), g_ascii_strtod(value.c_str(), nullptr), &isOff);
+    return isOff;
+}
+
 /// \return what is wrong with the line, empty if it was applied
 std::string Apply(ArvGc* description, const std::string& line)
 {
@@ -50,6 +60,8 @@ std::string Apply(ArvGc* description, const std::string& line)
     if (CheckLength(ARV_GC_FEATURE_NODE(node)) != KltErrorSuccess)
         return "the length of '" + name + "' is absurd";
     const std::string value = Trimmed(line.substr(equals + 1));
+    if (IsOffIncrement(node, value))
+        return "'" + value + "' is not an increment of the minimum";
     CallError error;
     if (ARV_IS_GC_REGISTER(node) && !ARV_IS_GC_INTEGER(node) && !ARV_IS_GC_FLOAT(node) && !ARV_IS_GC_STRING(node))
         return ApplyBytes(ARV_GC_REGISTER(node), value);

@@ -1,0 +1,45 @@
+#ifndef NODESTATE_H
+#define NODESTATE_H
+
+#include "KoltaCPP/KoltaTypes.h"
+
+#include <arv.h>
+
+#include <functional>
+#include <unordered_map>
+
+namespace OPX
+{
+namespace KltAPI
+{
+
+/// Tells, once, whether something was read from the camera since the last call that nobody knows the true content of:
+/// a register of a simulated camera that was never written. Empty for cameras that are there.
+typedef std::function<bool()> TakeUnknown;
+
+/// Whether a node can be read and written at all. Every node on the way to the value can forbid it; Aravis asks the
+/// first and the last one only.
+KltFeatureFlagsType FlagsOf(ArvGcFeatureNode* node);
+
+/// Whether the camera has this node and all that its value comes through. Only a clear no counts: not an error, and not
+/// what was decided by registers that nobody knows.
+/// \param error the first one, if any
+bool IsImplemented(ArvGcFeatureNode* node, const TakeUnknown& takeUnknown, GError** error);
+
+/// Whether the node can be used in the camera's present state. \return -6 if not
+KltErrorType CheckState(ArvGcFeatureNode* node, bool write, const TakeUnknown& takeUnknown);
+
+/// Finds the nodes whose values come with images and events, and not from the camera's registers.
+class DeliveredNodes
+{
+public:
+    bool Contain(ArvGcNode* node);
+
+private:
+    std::unordered_map<ArvGcNode*, bool> m_known;
+};
+
+} // namespace KltAPI
+} // namespace OPX
+
+#endif
