@@ -6,7 +6,7 @@ CameraChoice CameraChoice::FromText(const std::string& text)
 {
     CameraChoice choice;
     std::error_code error;
-    if (std::filesystem::exists(text, error))
+    if (text == "-" || std::filesystem::exists(text, error))
         choice.descriptionFile = text;
     else
         choice.serialNumber = text;

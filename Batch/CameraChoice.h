@@ -7,7 +7,7 @@
 struct CameraChoice
 {
     std::string serialNumber;
-    std::string descriptionFile; ///< Goes before the serial number.
+    std::string descriptionFile; ///< Goes before the serial number. "-" is the standard input.
 
     /// A text that is either: the path of a file that exists, or a serial number.
     static CameraChoice FromText(const std::string& text);

@@ -125,6 +125,8 @@ ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after)
 
 void DumpDescription(const CameraChoice& camera, const std::string& file)
 {
+    if (file == "-")
+        throw CommandError(ExitUsage, "'-' is no file. The description goes to the standard output without --output.");
     const std::string description = ReadDescription(camera);
     if (file.empty())
     {

@@ -6,10 +6,15 @@
 
 #include <KoltaCPP/KoltaSystem.h>
 
+#include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
+#include <sys/mman.h>
 #include <thread>
+#include <unistd.h>
 
 using namespace OPX::KltAPI;
 namespace fs = std::filesystem;
@@ -32,14 +37,32 @@ bool OnlySimulated()
     return transports != nullptr && std::string(transports) == "simulated";
 }
 
-/// Looks at this file and at nothing else.
+/// A file in memory with what the standard input delivers. Its path is good for as long as the program runs.
+std::string StandardInput()
+{
+    const int file = memfd_create("standard input", MFD_CLOEXEC);
+    char block[1 << 16];
+    std::size_t size = 1;
+    bool written = file >= 0;
+    while (written && size > 0)
+    {
+        size = std::fread(block, 1, sizeof block, stdin);
+        written = write(file, block, size) == static_cast<ssize_t>(size);
+    }
+    if (!written || std::ferror(stdin) != 0)
+        throw CommandError(ExitFile, std::string("The standard input cannot be read: ") + std::strerror(errno) + ".");
+    return "/proc/self/fd/" + std::to_string(file);
+}
+
+/// Looks at this file and at nothing else; "-" is the standard input.
 CameraPtr Simulate(const std::string& file)
 {
     std::error_code error;
-    if (!fs::is_regular_file(file, error))
+    if (file != "-" && !fs::is_regular_file(file, error))
         throw CommandError(ExitCamera, "There is no description file '" + file + "'. Check the path.");
     CameraPtr camera;
-    if (Camera::FromDescription(file.c_str(), camera) != KltErrorSuccess)
+    const std::string path = file == "-" ? StandardInput() : file;
+    if (Camera::FromDescription(path.c_str(), camera) != KltErrorSuccess)
         throw CommandError(ExitCamera, "The description '" + file + "' cannot be used.");
     return camera;
 }

@@ -86,7 +86,9 @@ void CommandLine::AddCamera(CLI::App* command)
 {
     CLI::Option_group* camera = command->add_option_group("Camera", "Which camera");
     camera->add_option("--camera", m_options.camera.serialNumber, "Its serial number")->type_name("SERIAL");
-    camera->add_option("--xml", m_options.camera.descriptionFile, "Its description, if it is not there")
+    camera
+        ->add_option(
+            "--xml", m_options.camera.descriptionFile, "Its description, if it is not there; - is the standard input")
         ->type_name("FILE");
     camera->require_option(1);
 }
