@@ -4,7 +4,6 @@
 #include "Base/GlibPtr.h"
 #include "Base/Texts.h"
 #include "Session/EnumEntryImpl.h"
-#include "Session/NodeLinks.h"
 #include "Session/Session.h"
 
 #include <algorithm>
@@ -97,14 +96,15 @@ void FeatureReader::ReadCategory(ArvGcNode* category, const std::string& path, i
 
 void FeatureReader::ReadFeature(ArvGcFeatureNode* node, const std::string& path)
 {
-    if (!IsImplemented(node))
+    const NodeChain chain = ValueChain(node);
+    if (!IsImplemented(chain))
         return;
     FeatureData data;
     data.nodeName = NameOf(node);
     data.name = WithoutControls(data.nodeName);
     data.category = WithoutLineEnd(path);
     data.dataType = DataTypeOf(node);
-    data.flags = FlagsOf(node);
+    data.flags = FlagsOf(chain);
     data.isDelivered = m_delivered.Contain(ARV_GC_NODE(node));
     if (data.dataType == KltFeatureDataEnum)
         data.entries = ReadEntries(ARV_GC_ENUMERATION(node));
@@ -117,7 +117,7 @@ std::vector<EnumEntry> FeatureReader::ReadEntries(ArvGcEnumeration* enumeration)
     for (const GSList* entry = arv_gc_enumeration_get_entries(enumeration); entry != nullptr; entry = entry->next)
     {
         ArvGcFeatureNode* node = ARV_GC_FEATURE_NODE(entry->data);
-        if (!IsImplemented(node))
+        if (!IsImplemented(ValueChain(node)))
             continue;
         CallError error;
         const gint64 value = arv_gc_enum_entry_get_value(ARV_GC_ENUM_ENTRY(node), error.Out());
@@ -129,12 +129,12 @@ std::vector<EnumEntry> FeatureReader::ReadEntries(ArvGcEnumeration* enumeration)
     return entries;
 }
 
-bool FeatureReader::IsImplemented(ArvGcFeatureNode* node)
+bool FeatureReader::IsImplemented(const NodeChain& chain)
 {
     if (m_result != KltErrorSuccess)
         return false;
     CallError error;
-    const bool implemented = OPX::KltAPI::IsImplemented(node, m_connection.takeUnknown, error.Out());
+    const bool implemented = OPX::KltAPI::IsImplemented(chain, m_connection.takeUnknown, error.Out());
     Notice(error.Get());
     return implemented;
 }

@@ -35,7 +35,7 @@ private:
     void ReadCategory(ArvGcNode* category, const std::string& path, int depth);
     void ReadFeature(ArvGcFeatureNode* node, const std::string& path);
     std::vector<EnumEntry> ReadEntries(ArvGcEnumeration* enumeration);
-    bool IsImplemented(ArvGcFeatureNode* node);
+    bool IsImplemented(const NodeChain& chain);
     void Notice(const GError* error);
 
     const Connection& m_connection;

@@ -102,7 +102,7 @@ class NodeFormulas
 public:
     explicit NodeFormulas(ArvGcNode* node)
         : m_integers(ARV_IS_GC_INT_SWISS_KNIFE_NODE(node) || ARV_IS_GC_INT_CONVERTER_NODE(node)),
-          m_value(LinkedNode(node, ARV_GC_PROPERTY_NODE_TYPE_P_VALUE))
+          m_value(ValueNode(node))
     {
         ForEachProperty(
             node, [this](ArvGcPropertyNode* property, ArvGcPropertyNodeType type) { Take(property, type); });

@@ -3,7 +3,6 @@
 
 #include <arv.h>
 
-#include <functional>
 #include <vector>
 
 namespace OPX
@@ -11,15 +10,23 @@ namespace OPX
 namespace KltAPI
 {
 
-/// Calls \a visit with every property of a node: the elements in it that are no nodes themselves.
-void ForEachProperty(
-    ArvGcNode* node, const std::function<void(ArvGcPropertyNode* property, ArvGcPropertyNodeType type)>& visit);
+/// Calls \a visit with every property of a node and its type: the elements in it that are no nodes themselves.
+template <class Visit>
+void ForEachProperty(ArvGcNode* node, Visit visit)
+{
+    for (ArvDomNode* child = arv_dom_node_get_first_child(ARV_DOM_NODE(node)); child != nullptr;
+         child = arv_dom_node_get_next_sibling(child))
+        if (ARV_IS_GC_PROPERTY_NODE(child))
+            visit(ARV_GC_PROPERTY_NODE(child), arv_gc_property_node_get_node_type(ARV_GC_PROPERTY_NODE(child)));
+}
 
-/// The node that the first property of this type names; null if there is none.
-ArvGcNode* LinkedNode(ArvGcNode* node, ArvGcPropertyNodeType type);
+/// The node whose value becomes the value of \a node; null if that has a value of its own.
+ArvGcNode* ValueNode(ArvGcNode* node);
+
+typedef std::vector<ArvGcFeatureNode*> NodeChain;
 
 /// The node, the one that its pValue names, the one that this one's names, and so on.
-std::vector<ArvGcFeatureNode*> ValueChain(ArvGcFeatureNode* node);
+NodeChain ValueChain(ArvGcFeatureNode* node);
 
 } // namespace KltAPI
 } // namespace OPX

@@ -2,7 +2,6 @@
 
 #include "Base/ErrorCodes.h"
 #include "Base/GlibPtr.h"
-#include "Session/NodeLinks.h"
 
 namespace OPX
 {
@@ -39,19 +38,19 @@ bool Known(Ask ask, bool unknown, const TakeUnknown& takeUnknown)
 
 } // namespace
 
-KltFeatureFlagsType FlagsOf(ArvGcFeatureNode* node)
+KltFeatureFlagsType FlagsOf(const NodeChain& chain)
 {
-    if (ARV_IS_GC_COMMAND(node))
+    if (ARV_IS_GC_COMMAND(chain.front()))
         return KltFeatureFlagsWrite;
     KltFeatureFlagsType flags = BothFlags;
-    for (ArvGcFeatureNode* each : ValueChain(node))
+    for (ArvGcFeatureNode* each : chain)
         flags &= OwnFlagsOf(each);
     return flags;
 }
 
-bool IsImplemented(ArvGcFeatureNode* node, const TakeUnknown& takeUnknown, GError** error)
+bool IsImplemented(const NodeChain& chain, const TakeUnknown& takeUnknown, GError** error)
 {
-    for (ArvGcFeatureNode* each : ValueChain(node))
+    for (ArvGcFeatureNode* each : chain)
     {
         CallError failure;
         const bool implemented =
@@ -70,10 +69,11 @@ bool IsImplemented(ArvGcFeatureNode* node, const TakeUnknown& takeUnknown, GErro
 KltErrorType CheckState(ArvGcFeatureNode* node, bool write, const TakeUnknown& takeUnknown)
 {
     CallError error;
-    bool usable = IsImplemented(node, takeUnknown, error.Out());
+    const NodeChain chain = ValueChain(node);
+    bool usable = IsImplemented(chain, takeUnknown, error.Out());
     if (error.Get() != nullptr)
         return CodeOf(error.Get());
-    for (ArvGcFeatureNode* each : ValueChain(node))
+    for (ArvGcFeatureNode* each : chain)
     {
         usable = usable && arv_gc_feature_node_is_available(each, error.Out()) != FALSE;
         if (error.Get() == nullptr && write)

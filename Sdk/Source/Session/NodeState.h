@@ -2,6 +2,7 @@
 #define NODESTATE_H
 
 #include "KoltaCPP/KoltaTypes.h"
+#include "Session/NodeLinks.h"
 
 #include <arv.h>
 
@@ -19,12 +20,13 @@ typedef std::function<bool()> TakeUnknown;
 
 /// Whether a node can be read and written at all. Every node on the way to the value can forbid it; Aravis asks the
 /// first and the last one only.
-KltFeatureFlagsType FlagsOf(ArvGcFeatureNode* node);
+/// \param chain the node and those that its value comes through
+KltFeatureFlagsType FlagsOf(const NodeChain& chain);
 
 /// Whether the camera has this node and all that its value comes through. Only a clear no counts: not an error, and not
 /// what was decided by registers that nobody knows.
 /// \param error the first one, if any
-bool IsImplemented(ArvGcFeatureNode* node, const TakeUnknown& takeUnknown, GError** error);
+bool IsImplemented(const NodeChain& chain, const TakeUnknown& takeUnknown, GError** error);
 
 /// Whether the node can be used in the camera's present state. \return -6 if not
 KltErrorType CheckState(ArvGcFeatureNode* node, bool write, const TakeUnknown& takeUnknown);

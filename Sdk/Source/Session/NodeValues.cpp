@@ -215,7 +215,7 @@ KltErrorType WriteBytes(ArvGcRegister* node, const UcharVector& value)
 
 KltErrorType WriteCopies(ArvGcFeatureNode* node, const Number& value, const ValueCopies& copies)
 {
-    for (ArvGcFeatureNode* each : copies.empty() ? std::vector<ArvGcFeatureNode*>() : ValueChain(node))
+    for (ArvGcFeatureNode* each : copies.empty() ? NodeChain() : ValueChain(node))
     {
         const char* name = arv_gc_feature_node_get_name(each);
         const auto targets = copies.find(name == nullptr ? "" : name);
