@@ -59,13 +59,22 @@ std::string NameOf(ArvGcFeatureNode* node)
     return name == nullptr ? std::string() : name;
 }
 
-/// The list that Aravis hands out lives until the next call only.
-std::vector<std::string> LinksOf(ArvGcCategory* category)
+/// The nodes that a category names. Aravis' own list takes a time that grows with the square of its length.
+std::vector<ArvGcFeatureNode*> LinksOf(ArvGcNode* category)
 {
-    std::vector<std::string> links;
-    for (const GSList* link = arv_gc_category_get_features(category); link != nullptr; link = link->next)
-        if (link->data != nullptr)
-            links.emplace_back(static_cast<const char*>(link->data));
+    std::vector<ArvGcFeatureNode*> links;
+    ArvDomNode* child = arv_dom_node_get_first_child(ARV_DOM_NODE(category));
+    for (; child != nullptr; child = arv_dom_node_get_next_sibling(child))
+    {
+        if (!ARV_IS_GC_PROPERTY_NODE(child))
+            continue;
+        ArvGcPropertyNode* property = ARV_GC_PROPERTY_NODE(child);
+        if (arv_gc_property_node_get_node_type(property) != ARV_GC_PROPERTY_NODE_TYPE_P_FEATURE)
+            continue;
+        ArvGcNode* node = arv_gc_property_node_get_linked_node(property);
+        if (ARV_IS_GC_FEATURE_NODE(node))
+            links.push_back(ARV_GC_FEATURE_NODE(node));
+    }
     return links;
 }
 
@@ -90,18 +99,18 @@ void FeatureReader::ReadCategory(const std::string& nodeName, const std::string&
     ArvGcNode* category = arv_gc_get_node(m_description, nodeName.c_str());
     if (!ARV_IS_GC_CATEGORY(category) || depth > MaximumDepth)
         return;
-    for (const std::string& link : LinksOf(ARV_GC_CATEGORY(category)))
+    for (ArvGcFeatureNode* node : LinksOf(category))
     {
         if (m_result != KltErrorSuccess)
             return;
-        ArvGcNode* node = arv_gc_get_node(m_description, link.c_str());
-        // Links may lead nowhere, back to where they came from, or to what another category has already.
-        if (!ARV_IS_GC_FEATURE_NODE(node) || !m_seen.insert(link).second)
+        // Links may lead back to where they came from, or to what another category has already.
+        const std::string link = NameOf(node);
+        if (!m_seen.insert(link).second)
             continue;
         if (ARV_IS_GC_CATEGORY(node))
             ReadCategory(link, path + '/' + WithoutControls(link), depth + 1);
         else
-            ReadFeature(ARV_GC_FEATURE_NODE(node), path.empty() ? "/" : path);
+            ReadFeature(node, path.empty() ? "/" : path);
     }
 }
 
