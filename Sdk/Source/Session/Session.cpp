@@ -3,12 +3,43 @@
 #include "Session/FeatureImpl.h"
 #include "Session/FeatureReader.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace OPX
 {
 namespace KltAPI
 {
+namespace
+{
+
+/// Ten seconds are promised. What remains is for closing the connection again, and for what the processor does after
+/// the camera's last answer.
+const std::chrono::seconds CallLimit(9);
+
+} // namespace
+
+Session::Call::Call(Session& session)
+    : m_session(session),
+      m_deadline(Connection::Clock::now() + CallLimit),
+      m_hasTurn(session.m_turns.Take(m_deadline))
+{
+    if (m_hasTurn)
+        *session.m_connection.deadline = m_deadline;
+}
+
+Session::Call::~Call()
+{
+    if (m_hasTurn)
+        m_session.m_turns.Give();
+}
+
+KltErrorType Session::Call::Refusal() const
+{
+    if (!m_hasTurn)
+        return KltErrorTimeout;
+    return m_session.m_connection.description ? KltErrorSuccess : KltErrorDeviceNotOpen;
+}
 
 Session::Session(Connector connect) : m_connect(std::move(connect))
 {
@@ -16,38 +47,26 @@ Session::Session(Connector connect) : m_connect(std::move(connect))
 
 KltErrorType Session::Open()
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_connection.description)
-        return KltErrorInvalidAccess;
-    if (m_closing.valid())
-        m_closing.get();
+    const Call call(*this);
+    if (call.Refusal() != KltErrorDeviceNotOpen)
+        return call.HasTurn() ? KltErrorInvalidAccess : KltErrorTimeout;
     Connection connection;
+    *connection.deadline = call.Deadline();
     const KltErrorType result = m_connect(connection);
     if (result == KltErrorSuccess)
         m_connection = std::move(connection);
-    else
-        CloseLater(std::move(connection));
     return result;
-}
-
-void Session::CloseLater(Connection connection)
-{
-    m_closing = std::async(std::launch::async,
-        [closing = std::move(connection)]() mutable { const Connection closed = std::move(closing); });
 }
 
 KltErrorType Session::Close()
 {
     // The features know this session: released only after the lock was, or the last one would destroy it.
     FeaturePtrVector features;
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (!m_connection.description)
-        return KltErrorDeviceNotOpen;
-    Connection connection;
-    std::swap(connection, m_connection);
-    if (m_silent)
-        CloseLater(std::move(connection));
-    m_silent = false;
+    const Call call(*this);
+    if (call.Refusal() != KltErrorSuccess)
+        return call.Refusal();
+    Connection closed;
+    std::swap(closed, m_connection);
     m_listed = false;
     m_features.swap(features);
     m_indices.clear();
@@ -56,8 +75,8 @@ KltErrorType Session::Close()
 
 KltErrorType Session::GetFeatures(FeaturePtrVector& features)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    const KltErrorType result = EnsureListed();
+    const Call call(*this);
+    const KltErrorType result = EnsureListed(call);
     if (result == KltErrorSuccess)
         features = m_features;
     return result;
@@ -65,8 +84,8 @@ KltErrorType Session::GetFeatures(FeaturePtrVector& features)
 
 KltErrorType Session::GetFeature(const std::string& name, FeaturePtr& feature)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    const KltErrorType result = EnsureListed();
+    const Call call(*this);
+    const KltErrorType result = EnsureListed(call);
     if (result != KltErrorSuccess)
         return result;
     const auto index = m_indices.find(name);
@@ -78,22 +97,20 @@ KltErrorType Session::GetFeature(const std::string& name, FeaturePtr& feature)
 
 KltErrorType Session::GetDescription(std::string& xml)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (!m_connection.description)
-        return KltErrorDeviceNotOpen;
-    xml = m_connection.xml;
-    return KltErrorSuccess;
+    const Call call(*this);
+    if (call.Refusal() == KltErrorSuccess)
+        xml = m_connection.xml;
+    return call.Refusal();
 }
 
-KltErrorType Session::EnsureListed()
+KltErrorType Session::EnsureListed(const Call& call)
 {
-    if (!m_connection.description)
-        return KltErrorDeviceNotOpen;
-    if (m_listed)
-        return KltErrorSuccess;
+    if (call.Refusal() != KltErrorSuccess || m_listed)
+        return call.Refusal();
+    const auto patience =
+        std::min<Connection::Clock::duration>(m_connection.patience, call.Deadline() - Connection::Clock::now());
     std::vector<FeatureData> read;
-    const KltErrorType result = FeatureReader(m_connection.description.get(), m_connection.patience).Read(read);
-    m_silent = m_silent || result == KltErrorTimeout;
+    const KltErrorType result = FeatureReader(m_connection.description.get(), patience).Read(read);
     if (result != KltErrorSuccess)
         return result;
     for (FeatureData& data : read)
