@@ -32,6 +32,7 @@ const std::uint32_t BlockSize = 512; ///< A packet has to hold it, whatever else
 
 const milliseconds Patience(3000);
 const milliseconds ShortestPause(25);
+const milliseconds SlowPause(100);
 const milliseconds LongestPause(500);
 
 const std::uint16_t NotImplemented = 0x8001;
@@ -179,9 +180,11 @@ bool GvcpChannel::Converse(const Bytes& packet, std::size_t size, Reply& reply)
         Send(packet);
         if (Await(packet, size, std::min(now + pause, giveUp), reply))
         {
-            // Only the answer to the first question tells how quick the camera is.
-            const Clock::duration next = now == start ? 2 * (Clock::now() - start) : 2 * m_pause;
-            m_pause = std::max<Clock::duration>(ShortestPause, std::min<Clock::duration>(LongestPause, next));
+            if (now == start)
+                m_pause = std::min<Clock::duration>(2 * (Clock::now() - start), LongestPause);
+            else // Lost, or the camera is slow: only the answer to the first question could tell.
+                m_pause = std::max<Clock::duration>(m_pause, std::min<Clock::duration>(2 * m_pause, SlowPause));
+            m_pause = std::max<Clock::duration>(m_pause, ShortestPause);
             return true;
         }
         pause = std::min<Clock::duration>(2 * pause, LongestPause);

@@ -3,6 +3,7 @@
 #include "Base/ErrorCodes.h"
 #include "Base/GlibPtr.h"
 #include "Description/DocumentLimits.h"
+#include "Description/Unzip.h"
 
 #include <cstring>
 #include <regex>
@@ -57,8 +58,9 @@ KltErrorType ReadContent(GvcpChannel& camera, const Place& place, CheckedDescrip
     }
     std::string content(place.size, '\0');
     const KltErrorType result = Read(camera, place.address, content);
-    // The size can be that of the memory it stands in.
-    content.erase(content.find_last_not_of('\0') + 1);
+    // The size can be that of the memory it stands in. An archive may end with zeros.
+    if (!IsZip(content))
+        content.erase(content.find_last_not_of('\0') + 1);
     if (result == KltErrorSuccess)
         description = CheckDescription(content, std::string());
     return result;
