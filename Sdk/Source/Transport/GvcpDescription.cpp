@@ -31,7 +31,7 @@ struct Place
 bool FindPlace(const std::string& address, Place& place)
 {
     static const std::regex local(
-        "\\s*local:[^;]*;\\s*(0x)?([0-9a-f]{1,8})\\s*;\\s*(0x)?([0-9a-f]{1,8})\\s*([?].*)?", std::regex::icase);
+        R"(\s*local:[^;]*;\s*(0x)?([0-9a-f]{1,8})\s*;\s*(0x)?([0-9a-f]{1,8})\s*([?].*)?)", std::regex::icase);
     std::smatch found;
     if (!std::regex_match(address, found, local))
         return false;
@@ -76,8 +76,9 @@ KltErrorType FetchDescription(GvcpChannel& camera, CheckedDescription& descripti
         description = CheckedDescription();
         std::string address(AddressSize, '\0');
         KltErrorType result = Read(camera, addressRegister, address);
+        address.resize(std::strlen(address.c_str()));
         Place place{};
-        if (result == KltErrorSuccess && !FindPlace(address.c_str(), place))
+        if (result == KltErrorSuccess && !FindPlace(address, place))
             description.problem = "it is not in the camera";
         else if (result == KltErrorSuccess)
             result = ReadContent(camera, place, description);
