@@ -74,7 +74,7 @@ void PlayedCamera::Play(const Role& role)
         << DescriptionAddress << ';' << role.description.size();
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_manner = role.manner;
-    m_questions = 0;
+    m_askedForPlace = false;
     m_memory.assign(DescriptionAddress + role.description.size() + 4, 0);
     Store(0x24, BytesOf(ntohl(inet_addr(m_address.c_str()))));
     Store(0x48, BytesOf("OPX"));
@@ -131,6 +131,7 @@ void PlayedCamera::Answer(const Bytes& question, const sockaddr_in& sender)
     const std::lock_guard<std::mutex> lock(m_mutex);
     const auto command = static_cast<std::uint16_t>(Number(question, 2, 2));
     const bool search = command == 2;
+    m_questions += search ? 0 : 1;
     std::uint16_t status = 0;
     std::uint16_t kind = command + 1;
     Bytes answer = Perform(command, question, status);
@@ -146,7 +147,7 @@ void PlayedCamera::Answer(const Bytes& question, const sockaddr_in& sender)
         packet.resize(packet.size() / 2);
     if (!search && m_manner == Manner::IsSlow)
         std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    const bool lost = m_manner == Manner::LosesEverySecond && ++m_questions % 2 != 0;
+    const bool lost = m_manner == Manner::LosesEverySecond && m_questions % 2 != 0;
     if (search || (m_manner != Manner::KeepsSilent && !lost))
         sendto(m_sockets.front(), packet.data(), packet.size(), 0, reinterpret_cast<const sockaddr*>(&sender),
             sizeof sender);
@@ -165,8 +166,9 @@ PlayedCamera::Bytes PlayedCamera::Perform(std::uint16_t command, const Bytes& qu
         status = 0x8003;
         return Bytes();
     }
-    if (m_manner == Manner::Lies && address == 0x200 && ++m_questions > 1)
+    if (m_manner == Manner::Lies && address == 0x200 && m_askedForPlace)
         Store(0x200, BytesOf("File:///dev/zero"));
+    m_askedForPlace = m_askedForPlace || address == 0x200;
     Bytes answer;
     if (command == 0x84)
         answer = BytesOf(address);

@@ -44,6 +44,7 @@ public:
     void Change(Manner manner);
 
     std::uint32_t Register(std::uint32_t address);
+    int Questions() const { return m_questions; }
 
 private:
     typedef std::vector<std::uint8_t> Bytes;
@@ -59,7 +60,8 @@ private:
     std::mutex m_mutex;
     Bytes m_memory;
     Manner m_manner = Manner::Answers;
-    int m_questions = 0;
+    std::atomic<int> m_questions{0};
+    bool m_askedForPlace = false;
     std::atomic<bool> m_ending{false};
     std::thread m_thread;
 };

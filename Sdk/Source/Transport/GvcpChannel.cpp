@@ -31,8 +31,7 @@ const std::size_t HeaderSize = 8;
 const std::uint32_t BlockSize = 512; ///< A packet has to hold it, whatever else is in there.
 
 const milliseconds Patience(3000);
-const milliseconds ShortestPause(25);
-const milliseconds SlowPause(100);
+const milliseconds ShortestPause(10);
 const milliseconds LongestPause(500);
 
 const std::uint16_t NotImplemented = 0x8001;
@@ -141,19 +140,43 @@ void GvcpChannel::Touch(std::uint32_t address)
     Send(PacketOf(ReadRegisterCommand, question));
 }
 
-void GvcpChannel::ForgetLateAnswers() const
+void GvcpChannel::SetPause(Clock::duration pause)
 {
-    std::uint8_t byte = 0;
+    m_pause = std::max<Clock::duration>(ShortestPause, std::min<Clock::duration>(LongestPause, pause));
+}
+
+/// Of an answer to another question than the one that is open.
+void GvcpChannel::ForgetLate(const Bytes& answer)
+{
+    // Answered twice: nothing was lost, we have only been impatient.
+    if (answer.size() >= HeaderSize && Word(answer.data() + 6) == m_questionBefore)
+        SetPause(2 * m_pause);
+}
+
+bool GvcpChannel::Receive(Bytes& answer) const
+{
+    answer.resize(2 * BlockSize);
+    const ssize_t received = recv(m_socket, answer.data(), answer.size(), MSG_DONTWAIT);
+    answer.resize(static_cast<std::size_t>(std::max<ssize_t>(received, 0)));
+    return received >= 0;
+}
+
+void GvcpChannel::ForgetLateAnswers()
+{
+    Bytes answer;
     // As many as fit into the socket: a camera could send them faster than they are read.
-    for (int i = 0; i < 1000 && recv(m_socket, &byte, 1, MSG_DONTWAIT) >= 0; ++i)
-        continue;
+    for (int i = 0; i < 1000 && Receive(answer); ++i)
+        ForgetLate(answer);
 }
 
 bool GvcpChannel::Ask(std::uint16_t command, const Bytes& question, std::size_t size, Bytes& answer, GError** error)
 {
     Reply reply;
+    const Bytes packet = PacketOf(command, question);
     ForgetLateAnswers();
-    if (!Converse(PacketOf(command, question), size, reply))
+    const bool answered = Converse(packet, size, reply);
+    m_questionBefore = Word(packet.data() + 6);
+    if (!answered)
     {
         g_set_error_literal(error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_TIMEOUT, "the camera does not answer");
         return false;
@@ -180,11 +203,9 @@ bool GvcpChannel::Converse(const Bytes& packet, std::size_t size, Reply& reply)
         Send(packet);
         if (Await(packet, size, std::min(now + pause, giveUp), reply))
         {
+            // Only the answer to the first question tells how quick the camera is.
             if (now == start)
-                m_pause = std::min<Clock::duration>(2 * (Clock::now() - start), LongestPause);
-            else // Lost, or the camera is slow: only the answer to the first question could tell.
-                m_pause = std::max<Clock::duration>(m_pause, std::min<Clock::duration>(2 * m_pause, SlowPause));
-            m_pause = std::max<Clock::duration>(m_pause, ShortestPause);
+                SetPause(2 * (Clock::now() - start));
             return true;
         }
         pause = std::min<Clock::duration>(2 * pause, LongestPause);
@@ -192,31 +213,28 @@ bool GvcpChannel::Converse(const Bytes& packet, std::size_t size, Reply& reply)
     return false;
 }
 
-bool GvcpChannel::Await(const Bytes& packet, std::size_t size, Clock::time_point until, Reply& reply) const
+bool GvcpChannel::Await(const Bytes& packet, std::size_t size, Clock::time_point until, Reply& reply)
 {
+    Bytes answer;
     for (Clock::time_point now = Clock::now(); now < until; now = Clock::now())
     {
         pollfd readable = {m_socket, POLLIN, 0};
         const auto wait = std::chrono::duration_cast<milliseconds>(until - now).count() + 1;
-        std::uint8_t buffer[2 * BlockSize];
-        if (poll(&readable, 1, static_cast<int>(wait)) <= 0)
+        if (poll(&readable, 1, static_cast<int>(wait)) <= 0 || !Receive(answer) || answer.size() < HeaderSize)
             continue;
-        const ssize_t received = recv(m_socket, buffer, sizeof buffer, MSG_DONTWAIT);
-        if (received < static_cast<ssize_t>(HeaderSize) || !std::equal(buffer + 6, buffer + 8, packet.begin() + 6))
-            continue;
-        const std::size_t length = static_cast<std::size_t>(received) - HeaderSize;
-        const std::uint16_t answer = Word(buffer + 2);
-        if (answer == PendingAnswer && length >= 4)
-        {
-            until = std::min(Clock::now() + milliseconds(Word(buffer + HeaderSize + 2)), *m_deadline);
-            continue;
-        }
-        reply.status = Word(buffer);
+        const std::uint16_t kind = Word(answer.data() + 2);
+        const std::size_t length = answer.size() - HeaderSize;
+        reply.status = Word(answer.data());
+        if (!std::equal(packet.begin() + 6, packet.begin() + 8, answer.begin() + 6))
+            ForgetLate(answer);
+        else if (kind == PendingAnswer && length >= 4)
+            until = std::min(Clock::now() + milliseconds(Word(answer.data() + HeaderSize + 2)), *m_deadline);
         // Damaged answers are as good as lost.
-        if (reply.status == 0 && (answer != Word(packet.data() + 2) + 1 || length < size))
-            continue;
-        reply.payload.assign(buffer + HeaderSize, buffer + received);
-        return true;
+        else if (reply.status != 0 || (kind == Word(packet.data() + 2) + 1 && length >= size))
+        {
+            reply.payload.assign(answer.begin() + HeaderSize, answer.end());
+            return true;
+        }
     }
     return false;
 }

@@ -53,18 +53,22 @@ private:
 
     Bytes PacketOf(std::uint16_t command, const Bytes& question);
     void Send(const Bytes& packet) const;
-    void ForgetLateAnswers() const;
+    bool Receive(Bytes& answer) const;
+    void SetPause(Clock::duration pause);
+    void ForgetLate(const Bytes& answer);
+    void ForgetLateAnswers();
 
     /// Asks and waits for an answer of at least \a size bytes.
     bool Ask(std::uint16_t command, const Bytes& question, std::size_t size, Bytes& answer, GError** error);
     bool Converse(const Bytes& packet, std::size_t size, Reply& reply);
-    bool Await(const Bytes& packet, std::size_t size, Clock::time_point until, Reply& reply) const;
+    bool Await(const Bytes& packet, std::size_t size, Clock::time_point until, Reply& reply);
     bool WriteWords(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer, GError** error);
 
     Deadline m_deadline;
     const int m_socket;
     std::atomic<std::uint16_t> m_lastId;
-    Clock::duration m_pause; ///< After which a question is repeated.
+    std::uint16_t m_questionBefore = 0; ///< Its id.
+    Clock::duration m_pause;            ///< After which a question is repeated.
 };
 
 } // namespace KltAPI
