@@ -29,6 +29,7 @@ const std::uint16_t PendingAnswer = 0x89; ///< The camera asks for patience.
 
 const std::size_t HeaderSize = 8;
 const std::uint32_t BlockSize = 512; ///< A packet has to hold it, whatever else is in there.
+const std::size_t LongestAnswer = 1024;
 
 const milliseconds Patience(3000);
 const milliseconds ShortestPause(10);
@@ -155,7 +156,7 @@ void GvcpChannel::ForgetLate(const Bytes& answer)
 
 bool GvcpChannel::Receive(Bytes& answer) const
 {
-    answer.resize(2 * BlockSize);
+    answer.resize(LongestAnswer);
     const ssize_t received = recv(m_socket, answer.data(), answer.size(), MSG_DONTWAIT);
     answer.resize(static_cast<std::size_t>(std::max<ssize_t>(received, 0)));
     return received >= 0;
