@@ -1,5 +1,6 @@
 // Against cameras in the network. To be run in a network of its own, see in-own-network.
 
+#include "PlayedCamera.h"
 #include "SdkFixture.h"
 
 #include <arv.h>
@@ -7,15 +8,44 @@
 #include <csignal>
 #include <memory>
 #include <spawn.h>
+#include <sstream>
 #include <sys/wait.h>
 #include <unistd.h>
 
 using namespace OPX::KltAPI;
+using std::chrono::milliseconds;
 using std::chrono::seconds;
 using std::chrono::steady_clock;
 
 namespace
 {
+
+const char Width[] = "<IntReg Name='Width'><Address>0x9000</Address><Length>4</Length><AccessMode>RW</AccessMode>"
+                     "<pPort>Device</pPort><Cachable>NoCache</Cachable><Endianess>BigEndian</Endianess></IntReg>";
+
+std::string Content(const std::filesystem::path& file)
+{
+    std::ostringstream content;
+    content << std::ifstream(file, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+std::string Hex(std::size_t number)
+{
+    std::ostringstream hex;
+    hex << std::hex << number;
+    return hex.str();
+}
+
+/// What the call returns, which it has to do within the limit.
+template <class SdkCall>
+KltErrorType Timed(SdkCall call, milliseconds limit)
+{
+    const auto start = steady_clock::now();
+    const KltErrorType result = call();
+    EXPECT_LT((steady_clock::now() - start) / milliseconds(1), limit.count());
+    return result;
+}
 
 /// A camera in a process of its own.
 class FakeCamera
@@ -50,7 +80,7 @@ class GigE : public SdkTest
 protected:
     GigE() { setenv("KOLTA_TRANSPORTS", "gige", 1); }
 
-    /// Closes the camera before it is unplugged: a dead one takes seconds.
+    /// Closes the camera before it is unplugged.
     ~GigE() override
     {
         if (m_camera)
@@ -62,6 +92,22 @@ protected:
     {
         m_plugged.push_back(std::make_unique<FakeCamera>(address, serialNumber, description));
         return *m_plugged.back();
+    }
+
+    /// Of 10,000 features, for each of which the camera is asked.
+    static std::string LargeDescription()
+    {
+        std::vector<std::string> names;
+        std::string nodes =
+            "<IntReg Name='Yes'><Address>0x11C</Address><Length>4</Length><AccessMode>RO</AccessMode>"
+            "<pPort>Device</pPort><Cachable>NoCache</Cachable><Endianess>BigEndian</Endianess></IntReg>";
+        for (int i = 0; i < 10000; ++i)
+        {
+            names.push_back("F" + std::to_string(i));
+            nodes +=
+                "<Integer Name='" + names.back() + "'><pIsImplemented>Yes</pIsImplemented><Value>1</Value></Integer>";
+        }
+        return Description(names, nodes);
     }
 
     /// Starts the SDK and waits for the camera.
@@ -80,114 +126,162 @@ TEST_F(GigE, CamerasComeAndGoWithOneNoticeEach)
 {
     const auto start = steady_clock::now();
     ASSERT_EQ(System().Startup(), 0);
-    EXPECT_LT(steady_clock::now() - start, std::chrono::milliseconds(500));
+    EXPECT_LT(steady_clock::now() - start, milliseconds(500));
     std::atomic<int> came(0);
     std::atomic<int> went(0);
     ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(new Counter(came, went))), 0);
 
     Plug("127.0.0.1", "First");
-    EXPECT_TRUE(WaitFor([&] { return came == 1; }, seconds(3)));
-    FakeCamera& second = Plug("127.0.0.2", "Second");
-    EXPECT_TRUE(WaitFor([&] { return came == 2; }, seconds(3)));
+    Write("Large.xml", LargeDescription());
+    FakeCamera& second = Plug("127.0.0.2", "Second", (m_folder / "Large.xml").string());
+    EXPECT_TRUE(WaitFor([&] { return came == 2; }));
     ASSERT_NE(Find("First").get(), nullptr);
     ASSERT_NE(Find("Second").get(), nullptr);
     for (const CameraPtr& camera : Cameras())
         EXPECT_EQ(camera->Open(1) + camera->Close(), 0);
 
-    second.Unplug();
-    EXPECT_TRUE(WaitFor([&] { return went == 1; }, seconds(6)));
-    EXPECT_EQ(Cameras().size(), 1u);
-    EXPECT_NE(Find("First").get(), nullptr);
-    std::this_thread::sleep_for(seconds(4));
-    EXPECT_EQ(came, 2);
-    EXPECT_EQ(went, 1);
-}
-
-TEST_F(GigE, ValuesAreThoseOfTheCamera)
-{
-    Plug("127.0.0.1", "Values");
-    m_camera = Await("Values");
-    ASSERT_EQ(m_camera->Open(1), 0);
-    const FeaturePtr width = Feature("Width");
-    KltInt64_t value = 0;
-    EXPECT_EQ(width->GetValue(value), 0);
-    EXPECT_EQ(value, 512);
-    EXPECT_EQ(width->SetValue(1024), 0);
-    EXPECT_EQ(width->SetValue(4096), KltErrorInvalidValue);
-    EXPECT_EQ(width->SetValue(1030), KltErrorInvalidValue);
-    EXPECT_EQ(Feature("SensorWidth")->SetValue(1), KltErrorInvalidAccess);
-    EXPECT_EQ(Feature("AcquisitionStart")->RunCommand(), 0);
-    EXPECT_EQ(m_camera->Close(), 0);
-    EXPECT_EQ(width->GetValue(value), KltErrorDeviceNotOpen);
-    EXPECT_EQ(Text(*width, &Feature::GetName), "Width");
-    ASSERT_EQ(m_camera->Open(1), 0);
-    EXPECT_EQ(width->GetValue(value), 0);
-    EXPECT_EQ(value, 1024);
-}
-
-TEST_F(GigE, ACameraThatAnotherProgramControlsIsRefused)
-{
-    Plug("127.0.0.1", "Taken");
-    m_camera = Await("Taken");
     // For the camera, whoever has another socket is another program.
-    ArvDevice* other = arv_open_device("Aravis-Fake-Taken", nullptr);
+    m_camera = Find("First");
+    ArvDevice* other = arv_open_device("Aravis-Fake-First", nullptr);
     ASSERT_NE(other, nullptr);
-    const auto start = steady_clock::now();
-    EXPECT_EQ(m_camera->Open(1), KltErrorInvalidAccess);
-    EXPECT_LT(steady_clock::now() - start, seconds(5));
-    std::cout << "The refusal took " << (steady_clock::now() - start) / std::chrono::milliseconds(1) << " ms.\n";
+    EXPECT_EQ(Timed([&] { return m_camera->Open(1); }, milliseconds(500)), KltErrorInvalidAccess);
     unsigned int count = 0;
     EXPECT_EQ(m_camera->GetFeatures(nullptr, count), KltErrorDeviceNotOpen);
     g_object_unref(other);
     EXPECT_EQ(m_camera->Open(1), 0);
-}
 
-TEST_F(GigE, ACameraThatDiesWhileItIsReadCostsTenSecondsAtMost)
-{
-    std::vector<std::string> names;
-    std::string nodes = "<IntReg Name='Yes'><Address>0x11C</Address><Length>4</Length><AccessMode>RO</AccessMode>"
-                        "<pPort>Device</pPort><Cachable>NoCache</Cachable><Endianess>BigEndian</Endianess></IntReg>";
-    for (int i = 0; i < 10000; ++i)
-    {
-        names.push_back("F" + std::to_string(i));
-        nodes += "<Integer Name='" + names.back() + "'><pIsImplemented>Yes</pIsImplemented><Value>1</Value></Integer>";
-    }
-    Write("Mortal.xml", Description(names, nodes));
-    FakeCamera& fake = Plug("127.0.0.1", "Mortal", (m_folder / "Mortal.xml").string());
-    m_camera = Await("Mortal");
-    ASSERT_EQ(m_camera->Open(1), 0);
-
+    const CameraPtr dying = Find("Second");
+    ASSERT_EQ(dying->Open(1), 0);
     std::thread murder(
         [&]
         {
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
-            fake.Unplug();
+            std::this_thread::sleep_for(milliseconds(100));
+            second.Unplug();
         });
-    const auto start = steady_clock::now();
-    unsigned int count = 0;
-    EXPECT_EQ(m_camera->GetFeatures(nullptr, count), KltErrorTimeout);
-    const auto closing = steady_clock::now();
-    EXPECT_EQ(m_camera->Close(), 0);
-    EXPECT_LT(steady_clock::now() - closing, seconds(1));
-    const auto duration = steady_clock::now() - start;
+    EXPECT_EQ(Timed([&] { return dying->GetFeatures(nullptr, count); }, seconds(5)), KltErrorTimeout);
     murder.join();
-    EXPECT_GT(duration, std::chrono::milliseconds(100));
-    EXPECT_LT(duration, seconds(10));
-    std::cout << "The reading and the closing took " << duration / std::chrono::milliseconds(1) << " ms.\n";
-    EXPECT_TRUE(WaitFor([&] { return Find("Mortal").get() == nullptr; }, seconds(6)));
-    EXPECT_EQ(m_camera->Open(1), KltErrorNotFound);
+    EXPECT_EQ(Timed([&] { return dying->Close(); }, seconds(1)), 0);
+    EXPECT_TRUE(WaitFor([&] { return went == 1; }, seconds(6)));
+    EXPECT_EQ(Cameras().size(), 1u);
+    // Meanwhile the list is looked through twice, and nothing changes.
+    EXPECT_EQ(Timed([&] { return dying->Open(1); }, seconds(5)), KltErrorNotFound);
+    EXPECT_EQ(came, 2);
+    EXPECT_EQ(went, 1);
 }
 
-TEST_F(GigE, ACameraWithoutAUsableDescriptionIsAnError)
+TEST_F(GigE, ADescriptionIsReadOrRefusedWhateverTheCameraSaysOfIt)
 {
-    for (const std::string name : {"NoXml", "Half", "Circle", "OtherRoot"})
+    const std::string sound = Description({"Width"}, Width);
+    std::string attributes;
+    for (int i = 0; i < 60000; ++i)
+        attributes += " a" + std::to_string(i) + "=''";
+    Write("Sound.xml", sound);
+    ASSERT_EQ(std::system(("cd " + m_folder.string() + "; zip -q Sound.zip Sound.xml; mkfifo Pipe").c_str()), 0);
+    const std::string zip = Content(m_folder / "Sound.zip");
+    // The list of its files is said to be far away. It is not needed.
+    std::string damaged = zip;
+    damaged.replace(damaged.size() - 6, 4, "\xF0\xFF\xFF\x7F");
+    typedef PlayedCamera::Manner Manner;
+    const struct
     {
-        FakeCamera& fake = Plug("127.0.0.1", name, BROKEN_DESCRIPTIONS "/" + name + ".xml");
-        m_camera = Await(name);
-        ASSERT_NE(m_camera.get(), nullptr);
-        EXPECT_NE(m_camera->Open(1), 0) << name;
-        m_camera.reset();
-        System().Shutdown();
-        fake.Unplug();
+        PlayedCamera::Role role;
+        KltErrorType code;
+    } rows[] = {
+        {{"", "", sound}, 0},
+        {{"", "", sound + std::string(300, '\0')}, 0},
+        {{"", "", zip}, 0},
+        {{"LOCAL:///Camera.xml;0x10000;" + Hex(sound.size()) + "?SchemaVersion=1.1.0", "", sound}, 0},
+        {{"http://localhost/Camera.xml", "own", sound}, 0},
+        {{"Local:Nothing.xml;7FFFFFF0;100", "own", sound}, 0},
+        {{"", "", sound, 0, Manner::LosesEverySecond}, 0},
+        {{"", "", sound, 0, Manner::IsSlow}, 0},
+        {{"", "", sound, 0, Manner::Lies}, 0},
+        {{"", "", sound, 2}, KltErrorInvalidAccess},
+        {{"", "", sound, 1, Manner::IsSlow}, KltErrorInvalidAccess},
+        {{"File://" + (m_folder / "Pipe").string(), "", sound}, KltErrorOther},
+        {{"File:///dev/zero", "Local:", sound}, KltErrorOther},
+        {{"Local:Large.xml;10000;FFFFFFFF", "Local:Beyond.xml;FFFFFFF0;100", sound}, KltErrorOther},
+        {{"Local:Nothing.xml;10000;0", "Local:;;;x;-1;-1", sound}, KltErrorOther},
+        {{"", "", damaged}, 0},
+        {{"", "", zip.substr(0, zip.size() / 2)}, KltErrorOther},
+        {{"", "", "<?xml version='1.0' encoding='none'?" + sound}, KltErrorOther},
+        {{"", "", Description({"I"}, "<Integer Name='I'" + attributes + "/>")}, KltErrorOther},
+        {{"", "", Content(BROKEN_DESCRIPTIONS "/Half.xml")}, KltErrorOther},
+        {{"", "", Content(BROKEN_DESCRIPTIONS "/Circle.xml")}, KltErrorOther},
+    };
+    PlayedCamera played("127.0.0.1", "Hostile");
+    m_camera = Await("Hostile");
+    ASSERT_NE(m_camera.get(), nullptr);
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE(&row - rows);
+        played.Play(row.role);
+        ASSERT_EQ(Timed([&] { return m_camera->Open(1); }, seconds(3)), row.code);
+        if (row.code != 0)
+            continue;
+        EXPECT_EQ(Feature("Width")->SetValue(640), 0);
+        EXPECT_EQ(played.Register(0x9000), 640u);
+        EXPECT_EQ(played.Register(0xA00), 2u);
+        EXPECT_EQ(m_camera->Close(), 0);
+        EXPECT_EQ(played.Register(0xA00), 0u);
     }
+}
+
+TEST_F(GigE, NoCallTakesTenSecondsWhateverTheCameraDoes)
+{
+    PlayedCamera first("127.0.0.1", "First");
+    PlayedCamera second("127.0.0.2", "Second");
+    first.Play({"", "", Description({"Width"}, Width), 0, PlayedCamera::Manner::AsksForPatience});
+    second.Play({"", "", Description({"Width"}, Width)});
+    m_camera = Await("Second");
+    ASSERT_EQ(m_camera->Open(1), 0);
+    const FeaturePtr width = Feature("Width");
+    second.Change(PlayedCamera::Manner::AsksForPatience);
+    const CameraPtr other = Await("First");
+    std::thread opening([&] { EXPECT_EQ(Timed([&] { return other->Open(1); }, seconds(10)), KltErrorTimeout); });
+    const auto read = [&]
+    {
+        KltInt64_t value = 0;
+        EXPECT_EQ(Timed([&] { return width->GetValue(value); }, seconds(10)), KltErrorTimeout);
+    };
+    std::thread waiting(read);
+    read();
+    waiting.join();
+    opening.join();
+    EXPECT_EQ(Timed([&] { return m_camera->Close(); }, seconds(1)), 0);
+
+    first.Change(PlayedCamera::Manner::KeepsSilent);
+    std::thread silence([&] { EXPECT_EQ(Timed([&] { return other->Open(1); }, seconds(4)), KltErrorTimeout); });
+    second.Change(PlayedCamera::Manner::AnswersHalf);
+    EXPECT_EQ(Timed([&] { return m_camera->Open(1); }, seconds(4)), KltErrorTimeout);
+    silence.join();
+    second.Change(PlayedCamera::Manner::Answers);
+    EXPECT_EQ(Timed([&] { return m_camera->Open(1); }, seconds(1)), 0);
+}
+
+TEST_F(GigE, ConnectionsAreKeptAliveAndLeaveNothingBehind)
+{
+    PlayedCamera played("127.0.0.1", "Lasting");
+    played.Play({"", "", Description({"Width"}, Width)});
+    m_camera = Await("Lasting");
+    ASSERT_NE(m_camera.get(), nullptr);
+    const auto descriptors = [] {
+        return std::distance(
+            std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());
+    };
+    System().Shutdown();
+    const auto before = descriptors();
+    for (int i = 0; i < 1000; ++i)
+    {
+        ASSERT_EQ(m_camera->Open(1), 0);
+        KltInt64_t value = 0;
+        ASSERT_EQ(Feature("Width")->GetValue(value), 0);
+        ASSERT_EQ(m_camera->Close(), 0);
+    }
+    EXPECT_EQ(descriptors(), before);
+
+    // A camera drops who is not heard of for three seconds.
+    ASSERT_EQ(m_camera->Open(1), 0);
+    const int questions = played.Questions();
+    EXPECT_TRUE(WaitFor([&] { return played.Questions() > questions + 1; }, seconds(2)));
 }

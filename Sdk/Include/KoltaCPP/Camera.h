@@ -37,7 +37,8 @@ protected:
     Impl* m_impl;
 };
 
-/// One camera. Calls may come from any thread; a call that talks to the camera waits for those before it.
+/// One camera. Calls may come from any thread; a call that talks to the camera waits for those before it. None takes
+/// longer than ten seconds: it gives -12 then.
 class Camera : public FeatureContainer
 {
 public:
@@ -71,7 +72,7 @@ public:
     KltErrorType GetDescription(char* description, unsigned int& length) const;
 
     /// Opens the camera and reads its description. Errors: -3 it is gone, -6 another program controls it or it is
-    /// open already, -7 an unknown access mode, -12 it does not answer.
+    /// open already, -7 an unknown access mode, -12 it does not answer, -13 its description cannot be used.
     virtual KltErrorType Open(KltAccessModeType accessMode);
 
     /// Closes the camera. Its features keep answering for name, category, type, flags and entries.

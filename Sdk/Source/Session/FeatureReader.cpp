@@ -64,7 +64,7 @@ std::vector<ArvGcFeatureNode*> FeaturesOf(ArvGcNode* category)
 
 FeatureReader::FeatureReader(const Connection& connection)
     : m_connection(connection),
-      m_deadline(std::chrono::steady_clock::now() + connection.patience)
+      m_deadline(std::min(Connection::Clock::now() + connection.patience, *connection.deadline))
 {
 }
 

@@ -10,6 +10,36 @@ namespace OPX
 {
 namespace KltAPI
 {
+namespace
+{
+
+/// Ten seconds are promised. What remains is for closing the connection again, and for what the processor does after
+/// the camera's last answer.
+const std::chrono::seconds CallLimit(9);
+
+} // namespace
+
+Session::Call::Call(Session& session)
+    : m_session(session),
+      m_deadline(Connection::Clock::now() + CallLimit),
+      m_hasTurn(session.m_turns.Take(m_deadline))
+{
+    if (m_hasTurn)
+        *session.m_connection.deadline = m_deadline;
+}
+
+Session::Call::~Call()
+{
+    if (m_hasTurn)
+        m_session.m_turns.Give();
+}
+
+KltErrorType Session::Call::Refusal() const
+{
+    if (!m_hasTurn)
+        return KltErrorTimeout;
+    return m_session.m_connection.description ? KltErrorSuccess : KltErrorDeviceNotOpen;
+}
 
 Session::Session(Connector connect) : m_connect(std::move(connect))
 {
@@ -17,12 +47,11 @@ Session::Session(Connector connect) : m_connect(std::move(connect))
 
 KltErrorType Session::Open()
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (m_connection.description)
-        return KltErrorInvalidAccess;
-    if (m_closing.valid())
-        m_closing.get();
+    const Call call(*this);
+    if (call.Refusal() != KltErrorDeviceNotOpen)
+        return call.HasTurn() ? KltErrorInvalidAccess : KltErrorTimeout;
     Connection connection;
+    *connection.deadline = call.Deadline();
     const KltErrorType result = m_connect(connection);
     if (result == KltErrorSuccess)
     {
@@ -30,29 +59,18 @@ KltErrorType Session::Open()
         connection.copies = ValueCopiesOf(connection.xml);
         m_connection = std::move(connection);
     }
-    else
-        CloseLater(std::move(connection));
     return result;
-}
-
-void Session::CloseLater(Connection connection)
-{
-    m_closing = std::async(std::launch::async,
-        [closing = std::move(connection)]() mutable { const Connection closed = std::move(closing); });
 }
 
 KltErrorType Session::Close()
 {
     // The features know this session: released only after the lock was, or the last one would destroy it.
     FeaturePtrVector features;
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (!m_connection.description)
-        return KltErrorDeviceNotOpen;
-    Connection connection;
-    std::swap(connection, m_connection);
-    if (m_silent)
-        CloseLater(std::move(connection));
-    m_silent = false;
+    const Call call(*this);
+    if (call.Refusal() != KltErrorSuccess)
+        return call.Refusal();
+    Connection closed;
+    std::swap(closed, m_connection);
     m_listed = false;
     m_features.swap(features);
     m_indices.clear();
@@ -61,8 +79,8 @@ KltErrorType Session::Close()
 
 KltErrorType Session::GetFeatures(FeaturePtrVector& features)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    const KltErrorType result = EnsureListed();
+    const Call call(*this);
+    const KltErrorType result = EnsureListed(call);
     if (result == KltErrorSuccess)
         features = m_features;
     return result;
@@ -70,8 +88,8 @@ KltErrorType Session::GetFeatures(FeaturePtrVector& features)
 
 KltErrorType Session::GetFeature(const std::string& name, FeaturePtr& feature)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    const KltErrorType result = EnsureListed();
+    const Call call(*this);
+    const KltErrorType result = EnsureListed(call);
     if (result != KltErrorSuccess)
         return result;
     const auto index = m_indices.find(name);
@@ -83,24 +101,20 @@ KltErrorType Session::GetFeature(const std::string& name, FeaturePtr& feature)
 
 KltErrorType Session::GetDescription(std::string& xml)
 {
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    if (!m_connection.description)
-        return KltErrorDeviceNotOpen;
-    xml = m_connection.xml;
-    return KltErrorSuccess;
+    const Call call(*this);
+    if (call.Refusal() == KltErrorSuccess)
+        xml = m_connection.xml;
+    return call.Refusal();
 }
 
-KltErrorType Session::EnsureListed()
+KltErrorType Session::EnsureListed(const Call& call)
 {
-    if (!m_connection.description)
-        return KltErrorDeviceNotOpen;
-    if (m_listed)
-        return KltErrorSuccess;
+    if (call.Refusal() != KltErrorSuccess || m_listed)
+        return call.Refusal();
     if (!IsThere())
         return KltErrorTimeout;
     std::vector<FeatureData> read;
     const KltErrorType result = FeatureReader(m_connection).Read(read);
-    m_silent = m_silent || result == KltErrorTimeout;
     if (result != KltErrorSuccess)
         return result;
     for (FeatureData& data : read)

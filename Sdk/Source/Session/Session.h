@@ -2,6 +2,7 @@
 #define SESSION_H
 
 #include "Base/GlibPtr.h"
+#include "Base/Turns.h"
 #include "Description/ValueCopies.h"
 #include "KoltaCPP/Feature.h"
 #include "Session/NodeState.h"
@@ -10,9 +11,7 @@
 
 #include <chrono>
 #include <functional>
-#include <future>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <unordered_map>
 
@@ -24,12 +23,16 @@ namespace KltAPI
 /// An open connection to a camera. The description goes first.
 struct Connection
 {
+    typedef std::chrono::steady_clock Clock;
+
+    /// When the call that is under way has to end. Moved on by every call; the device looks at it.
+    std::shared_ptr<Clock::time_point> deadline = std::make_shared<Clock::time_point>();
+
     ObjectPtr<ArvDevice> device;
     ObjectPtr<ArvGc> description;
     std::string xml; ///< What the description was made from.
 
-    /// How long the listing of all features may take. A camera that dies meanwhile costs 2.5 s for every register:
-    /// nobody waits longer than this for all of them.
+    /// How long the listing of all features may take.
     std::chrono::seconds patience{10};
 
     TakeUnknown takeUnknown; ///< For simulated cameras.
@@ -45,6 +48,8 @@ typedef std::function<KltErrorType(Connection& connection)> Connector;
 
 /// What a camera and its features share: the connection, while there is one, and the lock around it. Aravis allows one
 /// thread at a time per device.
+///
+/// No call takes longer than ten seconds, whatever the camera and the callers in other threads do: -12 then.
 ///
 /// Lives as long as the camera or one of its features; opened again, it serves the features of before.
 class Session : public std::enable_shared_from_this<Session>
@@ -67,32 +72,45 @@ public:
     template <class Access>
     KltErrorType Use(const std::string& nodeName, Access access)
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        if (!m_connection.description)
-            return KltErrorDeviceNotOpen;
+        const Call call(*this);
+        if (call.Refusal() != KltErrorSuccess)
+            return call.Refusal();
         if (!IsThere())
             return KltErrorTimeout;
         ArvGcNode* node = arv_gc_get_node(m_connection.description.get(), nodeName.c_str());
         if (!ARV_IS_GC_FEATURE_NODE(node))
             return KltErrorNotFound;
-        const KltErrorType result = access(ARV_GC_FEATURE_NODE(node), static_cast<const Connection&>(m_connection));
-        m_silent = m_silent || result == KltErrorTimeout;
-        return result;
+        return access(ARV_GC_FEATURE_NODE(node), static_cast<const Connection&>(m_connection));
     }
 
 private:
-    bool IsThere() const { return !m_connection.isThere || m_connection.isThere(); }
-    KltErrorType EnsureListed();
+    /// One call, from when it came: the lock, and the deadline of what is done under it.
+    class Call
+    {
+    public:
+        explicit Call(Session& session);
+        ~Call();
+        Call(const Call&) = delete;
+        Call& operator=(const Call&) = delete;
 
-    /// A camera that is dead or does not listen to us is said goodbye for five seconds and more: nobody waits for that,
-    /// but who opens it again.
-    void CloseLater(Connection connection);
+        bool HasTurn() const { return m_hasTurn; }
+        Connection::Clock::time_point Deadline() const { return m_deadline; }
+
+        /// Why the camera cannot be used: -12 others take too long, -5 it is closed; or 0.
+        KltErrorType Refusal() const;
+
+    private:
+        Session& m_session;
+        const Connection::Clock::time_point m_deadline;
+        const bool m_hasTurn;
+    };
+
+    bool IsThere() const { return !m_connection.isThere || m_connection.isThere(); }
+    KltErrorType EnsureListed(const Call& call);
 
     const Connector m_connect;
-    std::mutex m_mutex;
+    Turns m_turns; ///< Around what follows.
     Connection m_connection;
-    bool m_silent = false;       ///< The camera did not answer once.
-    std::future<void> m_closing; ///< The end of an earlier connection.
     bool m_listed = false;
     FeaturePtrVector m_features;
     std::unordered_map<std::string, std::size_t> m_indices; ///< Of the features, by name.

@@ -5,11 +5,15 @@
 #include "Base/Report.h"
 #include "Base/Texts.h"
 #include "Description/CheckedDescription.h"
+#include "Transport/GvcpDescription.h"
+#include "Transport/GvcpDevice.h"
 #include "Transport/UsbPermissions.h"
 
 #include <arv.h>
 
-#include <cstring>
+#include <map>
+#include <mutex>
+#include <utility>
 
 namespace OPX
 {
@@ -35,37 +39,58 @@ std::string Text(const char* text)
     return text == nullptr ? std::string() : WithoutControls(text);
 }
 
-/// Aravis has parsed the description, but nothing was evaluated yet.
-std::string TakeDescription(Connection& connection)
+/// Makes what is evaluated from the text that was checked, and from no other.
+KltErrorType UseDescription(Connection& connection, const std::string& deviceId, const CheckedDescription& checked)
 {
-    std::size_t size = 0;
-    const char* xml = arv_device_get_genicam_xml(connection.device.get(), &size);
-    if (xml == nullptr)
-        return "there is none";
-    connection.xml.assign(xml, size);
-    return CheckDescription(connection.xml, std::string()).problem;
+    if (!checked.problem.empty())
+    {
+        Report("The description of " + deviceId + " cannot be used: " + checked.problem);
+        return KltErrorOther;
+    }
+    const std::lock_guard<std::mutex> lock(ParserLock());
+    connection.xml = checked.xml;
+    connection.description.reset(arv_gc_new(connection.device.get(), connection.xml.data(), connection.xml.size()));
+    return connection.description ? KltErrorSuccess : KltErrorOther;
 }
 
-KltErrorType Connect(const std::string& deviceId, Connection& connection)
+KltErrorType ConnectGige(const std::string& deviceId, const std::string& address, Connection& connection)
+{
+    auto camera = std::make_unique<GvcpChannel>(address, connection.deadline);
+    CallError error;
+    // Known before a description is read, which takes much longer.
+    if (IsInUse(*camera, error.Out()))
+        return KltErrorInvalidAccess;
+    if (error.Get() != nullptr)
+        return CodeOf(error.Get());
+    CheckedDescription checked;
+    const KltErrorType result = FetchDescription(*camera, checked);
+    if (result == KltErrorSuccess)
+        connection.device = NewGvcpDevice(std::move(camera), error.Out());
+    if (error.Get() != nullptr)
+        return CodeOf(error.Get());
+    return result == KltErrorTimeout ? result : UseDescription(connection, deviceId, checked);
+}
+
+KltErrorType OpenUsb3(const std::string& deviceId, Connection& connection)
 {
     const std::lock_guard<std::mutex> lock(ParserLock());
     CallError error;
     connection.device.reset(arv_open_device(deviceId.c_str(), error.Out()));
-    if (!connection.device)
-        return error.Get() == nullptr ? static_cast<KltErrorType>(KltErrorNotFound) : CodeOf(error.Get());
-    // Who is not in control is let in all the same, and finds out with the first value that is written.
-    if (ARV_IS_GV_DEVICE(connection.device.get()) &&
-        !arv_gv_device_is_controller(ARV_GV_DEVICE(connection.device.get())))
-        return KltErrorInvalidAccess;
-    ArvGc* description = arv_device_get_genicam(connection.device.get());
-    const std::string problem = TakeDescription(connection);
-    if (description == nullptr || !problem.empty())
-    {
-        Report("The description of " + deviceId + " cannot be used: " + problem);
-        return KltErrorOther;
-    }
-    connection.description.reset(ARV_GC(g_object_ref(description)));
-    return KltErrorSuccess;
+    if (connection.device)
+        return KltErrorSuccess;
+    return error.Get() == nullptr ? static_cast<KltErrorType>(KltErrorNotFound) : CodeOf(error.Get());
+}
+
+/// Aravis has parsed the description then, but nothing was evaluated yet.
+KltErrorType ConnectUsb3(const std::string& deviceId, Connection& connection)
+{
+    const KltErrorType result = OpenUsb3(deviceId, connection);
+    if (result != KltErrorSuccess)
+        return result;
+    std::size_t size = 0;
+    const char* xml = arv_device_get_genicam_xml(connection.device.get(), &size);
+    const std::string content = xml == nullptr ? std::string() : std::string(xml, size);
+    return UseDescription(connection, deviceId, CheckDescription(content, std::string()));
 }
 
 CameraRecord RecordOf(unsigned int index)
@@ -81,15 +106,36 @@ CameraRecord RecordOf(unsigned int index)
         record.serialNumber = Text(arv_get_device_physical_id(index));
     if (record.serialNumber.empty())
         record.serialNumber = Text(deviceId.c_str());
-    record.transport = std::string(arv_get_device_protocol(index)) == Usb3Vision ? "usb3" : "gige";
     record.address = Text(arv_get_device_address(index));
-    record.connect = [deviceId](Connection& connection) { return Connect(deviceId, connection); };
     return record;
 }
 
 } // namespace
 
-AravisTransport::AravisTransport(bool gige, bool usb3) : m_warnsOfUsb(usb3)
+/// Where the network cameras were in the last scan.
+class AravisTransport::Addresses
+{
+public:
+    void Replace(std::map<std::string, std::string> addresses)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_addresses.swap(addresses);
+    }
+
+    /// Empty if the camera was not seen.
+    std::string Of(const std::string& deviceId) const
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        const auto found = m_addresses.find(deviceId);
+        return found == m_addresses.end() ? std::string() : found->second;
+    }
+
+private:
+    mutable std::mutex m_mutex;
+    std::map<std::string, std::string> m_addresses; ///< By device id.
+};
+
+AravisTransport::AravisTransport(bool gige, bool usb3) : m_warnsOfUsb(usb3), m_addresses(std::make_shared<Addresses>())
 {
     // Aravis' own fake device is always there unless it is switched off.
     for (unsigned int i = 0; i < arv_get_n_interfaces(); ++i)
@@ -108,11 +154,34 @@ std::vector<CameraRecord> AravisTransport::Scan()
     }
     arv_update_device_list();
     std::vector<CameraRecord> records;
+    std::map<std::string, std::string> addresses;
     const unsigned int count = arv_get_n_devices();
     for (unsigned int i = 0; i < count; ++i)
-        if (arv_get_device_id(i) != nullptr)
-            records.push_back(RecordOf(i));
+    {
+        if (arv_get_device_id(i) == nullptr)
+            continue;
+        CameraRecord record = RecordOf(i);
+        const bool isUsb3 = std::string(arv_get_device_protocol(i)) == Usb3Vision;
+        record.transport = isUsb3 ? "usb3" : "gige";
+        record.connect = isUsb3 ? [id = record.id](Connection& connection) { return ConnectUsb3(id, connection); }
+                                : GigeConnector(record);
+        if (!isUsb3)
+            addresses[record.id] = record.address;
+        records.push_back(std::move(record));
+    }
+    m_addresses->Replace(std::move(addresses));
     return records;
+}
+
+Connector AravisTransport::GigeConnector(const CameraRecord& record) const
+{
+    return [id = record.id, first = record.address, addresses = m_addresses](Connection& connection)
+    {
+        // Cameras can get another address, and can be missed by a scan.
+        const std::string address = addresses->Of(id);
+        const KltErrorType result = ConnectGige(id, address.empty() ? first : address, connection);
+        return result == KltErrorTimeout && addresses->Of(id).empty() ? KltErrorNotFound : result;
+    };
 }
 
 } // namespace KltAPI

@@ -22,7 +22,12 @@ public:
     bool IsQuick() const override { return false; }
 
 private:
+    class Addresses;
+
+    Connector GigeConnector(const CameraRecord& record) const;
+
     bool m_warnsOfUsb; ///< Until it was said once.
+    const std::shared_ptr<Addresses> m_addresses;
 };
 
 } // namespace KltAPI

@@ -1,0 +1,321 @@
+#include "Transport/GvcpChannel.h"
+
+#include <arv.h>
+
+#include <algorithm>
+#include <arpa/inet.h>
+#include <poll.h>
+#include <sys/socket.h>
+#include <unistd.h>
+#include <utility>
+
+namespace OPX
+{
+namespace KltAPI
+{
+namespace
+{
+
+using std::chrono::milliseconds;
+
+const std::uint16_t Port = 3956;
+
+// The answer to each has the next number.
+const std::uint16_t ReadRegisterCommand = 0x80;
+const std::uint16_t WriteRegisterCommand = 0x82;
+const std::uint16_t ReadMemoryCommand = 0x84;
+const std::uint16_t WriteMemoryCommand = 0x86;
+const std::uint16_t PendingAnswer = 0x89; ///< The camera asks for patience.
+
+const std::size_t HeaderSize = 8;
+const std::uint32_t BlockSize = 512; ///< A packet has to hold it, whatever else is in there.
+const std::size_t LongestAnswer = 1024;
+
+const milliseconds Patience(3000);
+const milliseconds ShortestPause(10);
+const milliseconds LongestPause(500);
+
+const std::uint16_t NotImplemented = 0x8001;
+
+/// For the states from NotImplemented on.
+const ArvDeviceError Refusals[] = {
+    ARV_DEVICE_ERROR_PROTOCOL_ERROR_NOT_IMPLEMENTED,
+    ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_PARAMETER,
+    ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS,
+    ARV_DEVICE_ERROR_PROTOCOL_ERROR_WRITE_PROTECT,
+    ARV_DEVICE_ERROR_PROTOCOL_ERROR_BAD_ALIGNMENT,
+    ARV_DEVICE_ERROR_PROTOCOL_ERROR_ACCESS_DENIED,
+    ARV_DEVICE_ERROR_PROTOCOL_ERROR_BUSY,
+};
+
+void Append(std::vector<std::uint8_t>& bytes, std::uint32_t value, int size)
+{
+    for (int shift = 8 * (size - 1); shift >= 0; shift -= 8)
+        bytes.push_back(static_cast<std::uint8_t>(value >> shift));
+}
+
+std::uint16_t Word(const std::uint8_t* bytes)
+{
+    return static_cast<std::uint16_t>(bytes[0] << 8 | bytes[1]);
+}
+
+std::uint32_t LongWord(const std::uint8_t* bytes)
+{
+    return static_cast<std::uint32_t>(Word(bytes)) << 16 | Word(bytes + 2);
+}
+
+int Connected(const std::string& address)
+{
+    const int descriptor = socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0);
+    sockaddr_in camera{};
+    camera.sin_family = AF_INET;
+    camera.sin_port = htons(Port);
+    // Connected: what others send does not come through.
+    if (inet_pton(AF_INET, address.c_str(), &camera.sin_addr) == 1 &&
+        connect(descriptor, reinterpret_cast<const sockaddr*>(&camera), sizeof camera) == 0)
+        return descriptor;
+    close(descriptor);
+    return -1;
+}
+
+/// Whether \a size bytes from \a address on lie in the 32 bits that the protocol has for addresses.
+bool InReach(std::uint64_t address, std::uint32_t size, GError** error)
+{
+    const std::uint64_t end = std::uint64_t(1) << 32;
+    if (address < end && size <= end - address)
+        return true;
+    g_set_error_literal(error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS, "beyond 32 bits");
+    return false;
+}
+
+} // namespace
+
+struct GvcpChannel::Reply
+{
+    std::uint16_t status = 0;
+    Bytes payload;
+};
+
+GvcpChannel::GvcpChannel(const std::string& address, Deadline deadline)
+    : m_deadline(std::move(deadline)),
+      m_socket(Connected(address)),
+      m_lastId(0),
+      m_pause(ShortestPause)
+{
+}
+
+GvcpChannel::~GvcpChannel()
+{
+    if (m_socket != -1)
+        close(m_socket);
+}
+
+void GvcpChannel::SetDeadline(Deadline deadline)
+{
+    m_deadline = std::move(deadline);
+}
+
+GvcpChannel::Bytes GvcpChannel::PacketOf(std::uint16_t command, const Bytes& question)
+{
+    std::uint16_t id = ++m_lastId;
+    while (id == 0)
+        id = ++m_lastId;
+    Bytes packet = {0x42, 0x01}; // A command that asks for an answer.
+    Append(packet, command, 2);
+    Append(packet, static_cast<std::uint32_t>(question.size()), 2);
+    Append(packet, id, 2);
+    packet.insert(packet.end(), question.begin(), question.end());
+    return packet;
+}
+
+void GvcpChannel::Send(const Bytes& packet) const
+{
+    // What cannot be sent now is as good as lost.
+    static_cast<void>(send(m_socket, packet.data(), packet.size(), MSG_DONTWAIT | MSG_NOSIGNAL));
+}
+
+void GvcpChannel::Touch(std::uint32_t address)
+{
+    Bytes question;
+    Append(question, address, 4);
+    Send(PacketOf(ReadRegisterCommand, question));
+}
+
+void GvcpChannel::SetPause(Clock::duration pause)
+{
+    m_pause = std::max<Clock::duration>(ShortestPause, std::min<Clock::duration>(LongestPause, pause));
+}
+
+/// Of an answer to another question than the one that is open.
+void GvcpChannel::ForgetLate(const Bytes& answer)
+{
+    // Answered twice: nothing was lost, we have only been impatient.
+    if (answer.size() >= HeaderSize && Word(answer.data() + 6) == m_questionBefore)
+        SetPause(2 * m_pause);
+}
+
+bool GvcpChannel::Receive(Bytes& answer) const
+{
+    answer.resize(LongestAnswer);
+    const ssize_t received = recv(m_socket, answer.data(), answer.size(), MSG_DONTWAIT);
+    answer.resize(static_cast<std::size_t>(std::max<ssize_t>(received, 0)));
+    return received >= 0;
+}
+
+void GvcpChannel::ForgetLateAnswers()
+{
+    Bytes answer;
+    // As many as fit into the socket: a camera could send them faster than they are read.
+    for (int i = 0; i < 1000 && Receive(answer); ++i)
+        ForgetLate(answer);
+}
+
+bool GvcpChannel::Ask(std::uint16_t command, const Bytes& question, std::size_t size, Bytes& answer, GError** error)
+{
+    Reply reply;
+    const Bytes packet = PacketOf(command, question);
+    ForgetLateAnswers();
+    const bool answered = Converse(packet, size, reply);
+    m_questionBefore = Word(packet.data() + 6);
+    if (!answered)
+    {
+        g_set_error_literal(error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_TIMEOUT, "the camera does not answer");
+        return false;
+    }
+    if (reply.status != 0)
+    {
+        const std::size_t refusal = reply.status - std::size_t(NotImplemented);
+        const bool known = reply.status >= NotImplemented && refusal < G_N_ELEMENTS(Refusals);
+        g_set_error(error, ARV_DEVICE_ERROR, known ? Refusals[refusal] : ARV_DEVICE_ERROR_PROTOCOL_ERROR,
+            "the camera refuses with 0x%04x", reply.status);
+        return false;
+    }
+    answer.swap(reply.payload);
+    return true;
+}
+
+bool GvcpChannel::Converse(const Bytes& packet, std::size_t size, Reply& reply)
+{
+    const Clock::time_point start = Clock::now();
+    const Clock::time_point giveUp = std::min(start + Patience, *m_deadline);
+    Clock::duration pause = m_pause;
+    for (Clock::time_point now = start; now < giveUp; now = Clock::now())
+    {
+        Send(packet);
+        if (Await(packet, size, std::min(now + pause, giveUp), reply))
+        {
+            // Only the answer to the first question tells how quick the camera is.
+            if (now == start)
+                SetPause(2 * (Clock::now() - start));
+            return true;
+        }
+        pause = std::min<Clock::duration>(2 * pause, LongestPause);
+    }
+    return false;
+}
+
+bool GvcpChannel::Await(const Bytes& packet, std::size_t size, Clock::time_point until, Reply& reply)
+{
+    Bytes answer;
+    for (Clock::time_point now = Clock::now(); now < until; now = Clock::now())
+    {
+        pollfd readable = {m_socket, POLLIN, 0};
+        const auto wait = std::chrono::duration_cast<milliseconds>(until - now).count() + 1;
+        if (poll(&readable, 1, static_cast<int>(wait)) <= 0 || !Receive(answer) || answer.size() < HeaderSize)
+            continue;
+        const std::uint16_t kind = Word(answer.data() + 2);
+        const std::size_t length = answer.size() - HeaderSize;
+        reply.status = Word(answer.data());
+        if (!std::equal(packet.begin() + 6, packet.begin() + 8, answer.begin() + 6))
+            ForgetLate(answer);
+        else if (kind == PendingAnswer && length >= 4)
+            until = std::min(Clock::now() + milliseconds(Word(answer.data() + HeaderSize + 2)), *m_deadline);
+        // Damaged answers are as good as lost.
+        else if (reply.status != 0 || (kind == Word(packet.data() + 2) + 1 && length >= size))
+        {
+            reply.payload.assign(answer.begin() + HeaderSize, answer.end());
+            return true;
+        }
+    }
+    return false;
+}
+
+bool GvcpChannel::ReadRegister(std::uint64_t address, std::uint32_t& value, GError** error)
+{
+    Bytes bytes;
+    if (!InReach(address, 4, error))
+        return false;
+    Append(bytes, static_cast<std::uint32_t>(address), 4);
+    const bool done = Ask(ReadRegisterCommand, bytes, 4, bytes, error);
+    if (done)
+        value = LongWord(bytes.data());
+    return done;
+}
+
+bool GvcpChannel::WriteRegister(std::uint64_t address, std::uint32_t value, GError** error)
+{
+    Bytes bytes;
+    if (!InReach(address, 4, error))
+        return false;
+    Append(bytes, static_cast<std::uint32_t>(address), 4);
+    Append(bytes, value, 4);
+    return Ask(WriteRegisterCommand, bytes, 0, bytes, error);
+}
+
+bool GvcpChannel::ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer, GError** error)
+{
+    if (!InReach(address, size, error))
+        return false;
+    const std::uint64_t end = address + size;
+    // Cameras read whole words.
+    for (std::uint64_t begin = address & ~std::uint64_t(3); begin < end; begin += BlockSize)
+    {
+        const std::uint64_t words = std::min<std::uint64_t>(BlockSize, (end - begin + 3) & ~std::uint64_t(3));
+        Bytes question;
+        Bytes answer;
+        Append(question, static_cast<std::uint32_t>(begin), 4);
+        Append(question, static_cast<std::uint32_t>(words), 4);
+        if (!Ask(ReadMemoryCommand, question, 4 + words, answer, error))
+            return false;
+        const std::uint64_t from = std::max(begin, address);
+        const std::uint64_t to = std::min(begin + words, end);
+        std::copy_n(answer.data() + 4 + (from - begin), to - from, buffer + (from - address));
+    }
+    return true;
+}
+
+bool GvcpChannel::WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer, GError** error)
+{
+    if (!InReach(address, size, error))
+        return false;
+    for (std::uint32_t done = 0; done < size; done += BlockSize)
+    {
+        Bytes bytes;
+        Append(bytes, static_cast<std::uint32_t>(address + done), 4);
+        bytes.insert(bytes.end(), buffer + done, buffer + std::min(done + BlockSize, size));
+        GError* refusal = nullptr;
+        if (Ask(WriteMemoryCommand, bytes, 0, bytes, &refusal))
+            continue;
+        if (g_error_matches(refusal, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_PROTOCOL_ERROR_NOT_IMPLEMENTED) && done == 0 &&
+            size % 4 == 0)
+        {
+            g_error_free(refusal);
+            return WriteWords(address, size, buffer, error);
+        }
+        g_propagate_error(error, refusal);
+        return false;
+    }
+    return true;
+}
+
+/// For cameras that can write registers only.
+bool GvcpChannel::WriteWords(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer, GError** error)
+{
+    for (std::uint32_t done = 0; done < size; done += 4)
+        if (!WriteRegister(address + done, LongWord(buffer + done), error))
+            return false;
+    return true;
+}
+
+} // namespace KltAPI
+} // namespace OPX
