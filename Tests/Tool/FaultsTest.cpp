@@ -193,6 +193,12 @@ private slots:
                 Write("out/TwoCamera.h", "old");
                 overwrite(false);
             });
+        Add("the output is a link to nothing", Nothing,
+            [&]
+            {
+                QVERIFY(QFile::link(Path("nothing"), output));
+                overwrite(false);
+            });
         Add("the output is on a full disk", Nothing,
             [&]
             {
