@@ -12,7 +12,6 @@
 
 #include <functional>
 #include <memory>
-#include <stdexcept>
 
 using namespace TestData;
 using ScriptedSdk::First;
@@ -222,28 +221,6 @@ private slots:
             };
             const Story story = Tell(failWithoutFolder, Nothing);
             QVERIFY2(story.first().second.contains("; Run;"), call);
-        }
-    }
-
-    void OfTheStart()
-    {
-        for (const char* call : {"KoltaSystem::Startup", "KoltaSystem::RegisterCameraListObserver"})
-        {
-            ScriptedSdk::Reset();
-            QSettings().clear();
-            TheScript().Fail(call, -16);
-            QString text;
-            try
-            {
-                KoltaClassGenerator window;
-            }
-            catch (const std::runtime_error& error)
-            {
-                text = QString::fromLatin1(error.what());
-            }
-            QCOMPARE(text, QString("Cannot start Kolta!\nReason: No transport layers were found."));
-            QCOMPARE(TheScript().calls["KoltaSystem::Shutdown"], 1);
-            QVERIFY(QSettings().allKeys().isEmpty());
         }
     }
 };

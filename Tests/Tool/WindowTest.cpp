@@ -15,6 +15,8 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <csignal>
+
 using namespace TestData;
 using ScriptedSdk::First;
 using ScriptedSdk::Second;
@@ -366,17 +368,31 @@ private slots:
         }
     }
 
-    void AProgramThatCannotStartEndsWithAnError()
+    void AProgramEndsInOrderHoweverItIsEnded()
     {
-        QProcess program;
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert("SCRIPTED_FAILURE", "KoltaSystem::Startup");
-        program.setProcessEnvironment(environment);
-        program.start(SCRIPTED_TOOL, QStringList());
-        QVERIFY(program.waitForFinished(20000));
-        QCOMPARE(program.exitCode(), 255);
-        QCOMPARE(QString::fromUtf8(program.readAllStandardOutput()),
-            QString("Box: Error|Cannot start Kolta!\nReason: No transport layers were found.|Exit\nShutdowns: 1\n"));
+        const QString box = "Box: Error|Cannot start Kolta!\nReason: No transport layers were found.|Exit\n";
+        const QList<QPair<QString, int>> ends = {{"SCRIPTED_FAILURE=KoltaSystem::Startup", 0},
+            {"SCRIPTED_FAILURE=KoltaSystem::RegisterCameraListObserver", 0}, {"SCRIPTED_SESSION_END=now", 0},
+            {"NONE=", SIGTERM}, {"NONE=", SIGHUP}};
+        for (const auto& end : ends)
+        {
+            init();
+            QProcess program;
+            program.setEnvironment(QProcess::systemEnvironment() << end.first << "XDG_CONFIG_HOME=" + m_folder->path());
+            program.start(SCRIPTED_TOOL, QStringList());
+            program.setReadChannel(QProcess::StandardError);
+            // Until the window is made.
+            while (end.second != 0 && !program.readAllStandardError().contains("Options"))
+                QVERIFY(program.waitForReadyRead());
+            if (end.second != 0)
+                ::kill(static_cast<pid_t>(program.processId()), end.second);
+            QVERIFY(program.waitForFinished(20000));
+            const bool started = !end.first.startsWith("SCRIPTED_FAILURE");
+            QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+            QCOMPARE(program.exitCode(), started ? 0 : 255);
+            QCOMPARE(QString::fromUtf8(program.readAllStandardOutput()), (started ? "" : box) + "Shutdowns: 1\n");
+            QCOMPARE(QDir(m_folder->path()).exists("OPX/KoltaClassGenerator.conf"), started);
+        }
     }
 };
 
