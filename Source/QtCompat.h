@@ -4,6 +4,8 @@
 /// \file
 /// The differences between the versions of Qt, so that no other file has to know them.
 
+#include <QEvent>
+#include <QObject>
 #include <QTextStream>
 #include <QtGlobal>
 
@@ -21,6 +23,19 @@ inline void WriteUtf8(QTextStream& stream)
     stream.setCodec("UTF-8");
 #else
     Q_UNUSED(stream);
+#endif
+}
+
+/// Whether \a event of the user comes to \a receiver from its window, which had it before. Qt 4 has no object for a
+/// window besides its widgets.
+inline bool CameThroughWindow(const QObject& receiver, const QEvent& event)
+{
+#if QT_VERSION < QT_VERSION_CHECK(5, 0, 0)
+    Q_UNUSED(receiver);
+    Q_UNUSED(event);
+    return false;
+#else
+    return receiver.isWidgetType() && event.spontaneous();
 #endif
 }
 

@@ -77,6 +77,9 @@ void CppClassGenerator::SetupUi(QWidget* parent)
     m_sourceTemplateFileChooser->m_filter = tr("C++ source files (*.cpp);;All files (*.*)");
     m_ui.m_lblHeaderTemplateFile->setBuddy(m_headerTemplateFileChooser->m_lineEdit);
     m_ui.m_lblSourceTemplateFile->setBuddy(m_sourceTemplateFileChooser->m_lineEdit);
+    // A buddy gives its name only to what lies beside it.
+    m_headerTemplateFileChooser->SetNames(m_ui.m_lblHeaderTemplateFile->text(), tr("Browse for the header template"));
+    m_sourceTemplateFileChooser->SetNames(m_ui.m_lblSourceTemplateFile->text(), tr("Browse for the source template"));
 
     // The edits for prefixes and suffixes are left out: whatever they hold, a run may start.
     for (QLineEdit* edit : {m_ui.m_editClassName, m_ui.m_editHeaderFileName, m_ui.m_editSourceFileName})
@@ -109,15 +112,31 @@ void CppClassGenerator::WriteSettings() const
 
 bool CppClassGenerator::OptionsValid() const
 {
-    return !m_ui.m_editClassName->text().isEmpty() && !m_ui.m_editHeaderFileName->text().isEmpty() &&
-           !m_ui.m_editSourceFileName->text().isEmpty() && ExistsAt(m_headerTemplateFileChooser->m_lineEdit->text()) &&
-           ExistsAt(m_sourceTemplateFileChooser->m_lineEdit->text());
+    return MissingOption().isEmpty();
+}
+
+QString CppClassGenerator::MissingOption() const
+{
+    if (m_ui.m_editClassName->text().isEmpty())
+        return tr("Enter a class name.");
+    if (m_ui.m_editHeaderFileName->text().isEmpty())
+        return tr("Enter a header file name.");
+    if (m_ui.m_editSourceFileName->text().isEmpty())
+        return tr("Enter a source file name.");
+    if (!ExistsAt(m_headerTemplateFileChooser->m_lineEdit->text()))
+        return tr("The header template does not exist.");
+    if (!ExistsAt(m_sourceTemplateFileChooser->m_lineEdit->text()))
+        return tr("The source template does not exist.");
+    return QString();
 }
 
 void CppClassGenerator::SetCameraName(const char* name)
 {
     m_ui.m_editClassName->setText(GetValidIdentifierName(tr(name) + QLatin1String("Camera")));
     OnClassNameEditingFinished();
+    // Long names differ at their beginning.
+    for (QLineEdit* edit : {m_ui.m_editClassName, m_ui.m_editHeaderFileName, m_ui.m_editSourceFileName})
+        edit->setCursorPosition(0);
 }
 
 void CppClassGenerator::OnOptionsTextChanged(const QString& text)

@@ -126,12 +126,6 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 
 private slots:
-    void initTestCase()
-    {
-        QCoreApplication::setOrganizationName("OPX");
-        QCoreApplication::setApplicationName("KoltaClassGenerator");
-    }
-
     void init()
     {
         m_folder.reset(new QTemporaryDir);
@@ -202,8 +196,8 @@ private slots:
             [&]
             {
                 m_driver.Destination()->setText("/dev");
-                m_driver.Child<QLineEdit>("m_editHeaderFileName")->setText("full");
-                m_driver.Child<QLineEdit>("m_editSourceFileName")->setText("full");
+                m_driver.Edit("m_editHeaderFileName")->setText("full");
+                m_driver.Edit("m_editSourceFileName")->setText("full");
             });
         const QByteArray difference = DifferenceFromStored("FileFaults.txt", m_text);
         QVERIFY2(difference.isEmpty(), difference.constData());
