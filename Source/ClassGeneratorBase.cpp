@@ -9,3 +9,8 @@ void ClassGeneratorBase::SetCameraName(const char* name)
 {
     m_cameraName = QString::fromLatin1(name);
 }
+
+QString ClassGeneratorBase::MissingOption() const
+{
+    return tr("The options are not complete.");
+}

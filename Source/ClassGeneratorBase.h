@@ -45,6 +45,9 @@ public:
     /// \param overwrite whether existing files may be replaced
     virtual void Run(const char* destinationFolder, bool overwrite, const FeatureInfos& features) = 0;
 
+    /// The first thing for which OptionsValid says no, as a sentence for the user. Asked only then.
+    virtual QString MissingOption() const;
+
 signals:
     /// One message for the user.
     void LogMessage(QString message);

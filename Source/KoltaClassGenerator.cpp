@@ -1,5 +1,6 @@
 #include "KoltaClassGenerator.h"
 
+#include "BusyGuard.h"
 #include "CameraObserver.h"
 #include "ClassGeneratorBase.h"
 #include "CppClassGenerator.h"
@@ -7,6 +8,8 @@
 #include "KoltaVersion.h"
 #include "QtCompat.h"
 #include "SdkReads.h"
+#include "SelectionKeeper.h"
+#include "TextEditBlock.h"
 #include "TextEditIoDevice.h"
 
 #include <KoltaCPP/KoltaSystem.h>
@@ -15,6 +18,7 @@
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QSettings>
+#include <QTextDocument>
 #include <QVariant>
 #include <QtDebug>
 
@@ -59,6 +63,7 @@ void KoltaClassGenerator::BuildWindow()
 {
     m_generators.append(new CppClassGenerator);
     m_ui.setupUi(this);
+    new SelectionKeeper(m_ui.m_listBoxCameras);
     AddOptionsTabs();
 
     auto* device = new TextEditIoDevice(this, m_ui.m_messages);
@@ -211,6 +216,7 @@ void KoltaClassGenerator::OnCameraSelected()
         UpdateControls();
         return;
     }
+    const BusyGuard busy(this);
     const KltErrorType opened = camera->Open(KltAccessModeFull);
     if (opened != KltErrorSuccess)
     {
@@ -267,6 +273,8 @@ void KoltaClassGenerator::OnRunClicked()
     if (generator == nullptr)
         return;
     const QByteArray destinationFolder = m_ui.m_editDestinationFolder->text().toLocal8Bit();
+    const BusyGuard busy(this);
+    const TextEditBlock messages(*m_ui.m_messages);
     generator->Run(destinationFolder.constData(), m_ui.m_cbOverwriteFiles->isChecked(), m_featureInfos);
 }
 
@@ -294,13 +302,20 @@ void KoltaClassGenerator::AddCameraRow(const Camera& camera)
     ReadString(camera, &Camera::GetName, name);
     std::string serialNumber;
     // A camera without a serial number cannot be told from others: it is counted, but gets no row.
-    if (ReadString(camera, &Camera::GetSerialNumber, serialNumber))
-        m_ui.m_listBoxCameras->addItem(QString::fromUtf8((name + " (" + serialNumber + ")").c_str()));
+    if (!ReadString(camera, &Camera::GetSerialNumber, serialNumber))
+        return;
+    const QString row = QString::fromUtf8((name + " (" + serialNumber + ")").c_str());
+    m_ui.m_listBoxCameras->addItem(row);
+    // Two cameras of one model differ at the end of the row, which may be out of sight.
+    m_ui.m_listBoxCameras->item(m_ui.m_listBoxCameras->count() - 1)
+        ->setToolTip(Qt::mightBeRichText(row) ? Qt::convertFromPlainText(row) : row);
 }
 
 bool KoltaClassGenerator::ReadFeatures(const CameraPtr& camera, const std::string& name)
 {
     Log(tr("Reading features of camera '") + QString::fromUtf8(name.c_str()) + QLatin1String("' ..."));
+    // A camera may be slow, and nothing is painted until it has been read.
+    m_ui.m_messages->viewport()->repaint();
     const int result = m_featureInfos.Create(camera);
     if (result != KltErrorSuccess)
     {
@@ -315,13 +330,29 @@ bool KoltaClassGenerator::ReadFeatures(const CameraPtr& camera, const std::strin
 
 void KoltaClassGenerator::UpdateControls()
 {
-    const bool cameraSelected = !m_ui.m_listBoxCameras->selectedItems().isEmpty();
+    const QString missing = MissingForRun();
+    m_ui.m_btnRun->setEnabled(missing.isEmpty());
+    m_ui.m_btnRun->setToolTip(missing);
+}
+
+/// The first condition that is not met, as a sentence for the user; empty if a run may start.
+QString KoltaClassGenerator::MissingForRun() const
+{
     const QString destinationFolder = m_ui.m_editDestinationFolder->text();
     const bool destinationExists = QFile::exists(destinationFolder);
     const ClassGeneratorBase* generator = CurrentGenerator();
     const bool optionsValid = generator != nullptr && generator->OptionsValid();
-    m_ui.m_btnRun->setEnabled(cameraSelected && !destinationFolder.isEmpty() && !m_featureInfos.Categories().empty() &&
-                              destinationExists && optionsValid);
+    if (m_ui.m_listBoxCameras->selectedItems().isEmpty())
+        return tr("Select a camera.");
+    if (destinationFolder.isEmpty())
+        return tr("Choose a destination folder.");
+    if (m_featureInfos.Categories().empty())
+        return tr("The camera has no features.");
+    if (!destinationExists)
+        return tr("The destination folder does not exist.");
+    if (!optionsValid)
+        return generator != nullptr ? generator->MissingOption() : tr("Choose a programming language.");
+    return QString();
 }
 
 ClassGeneratorBase* KoltaClassGenerator::CurrentGenerator() const

@@ -65,6 +65,7 @@ private:
     void AddCameraRow(const OPX::KltAPI::Camera& camera);
     bool ReadFeatures(const OPX::KltAPI::CameraPtr& camera, const std::string& name);
     void UpdateControls();
+    QString MissingForRun() const;
     ClassGeneratorBase* CurrentGenerator() const;
     void Log(const QString& message);
 

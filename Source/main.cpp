@@ -1,3 +1,4 @@
+#include "EndWatcher.h"
 #include "KoltaClassGenerator.h"
 
 #include <QApplication>
@@ -22,6 +23,8 @@ void ShowError(const std::exception& error)
 int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
+    const EndWatcher watcher;
+    QObject::connect(&watcher, SIGNAL(EndRequested()), &application, SLOT(closeAllWindows()));
     try
     {
         KoltaClassGenerator window;

@@ -56,6 +56,9 @@ void CppClassGenerator::SetupUi(QWidget* parent)
     m_sourceTemplateFileChooser->m_filter = tr("C++ source files (*.cpp);;All files (*.*)");
     m_ui.m_lblHeaderTemplateFile->setBuddy(m_headerTemplateFileChooser->m_lineEdit);
     m_ui.m_lblSourceTemplateFile->setBuddy(m_sourceTemplateFileChooser->m_lineEdit);
+    // A buddy gives its name only to what lies beside it.
+    m_headerTemplateFileChooser->SetNames(m_ui.m_lblHeaderTemplateFile->text(), tr("Browse for the header template"));
+    m_sourceTemplateFileChooser->SetNames(m_ui.m_lblSourceTemplateFile->text(), tr("Browse for the source template"));
 
     // The edits for prefixes and suffixes are left out: whatever they hold, a run may start.
     for (QLineEdit* edit : {m_ui.m_editClassName, m_ui.m_editHeaderFileName, m_ui.m_editSourceFileName})
@@ -91,10 +94,18 @@ bool CppClassGenerator::OptionsValid() const
     return Options().IsValid();
 }
 
+QString CppClassGenerator::MissingOption() const
+{
+    return Options().Missing();
+}
+
 void CppClassGenerator::SetCameraName(const char* name)
 {
     m_ui.m_editClassName->setText(ClassNameFor(name));
     OnClassNameEditingFinished();
+    // Long names differ at their beginning.
+    for (QLineEdit* edit : {m_ui.m_editClassName, m_ui.m_editHeaderFileName, m_ui.m_editSourceFileName})
+        edit->setCursorPosition(0);
 }
 
 void CppClassGenerator::Run(const char* destinationFolder, bool overwrite, const FeatureInfos& features)

@@ -23,6 +23,7 @@ public:
     void ReadSettings() override;
     void WriteSettings() const override;
     bool OptionsValid() const override;
+    QString MissingOption() const override;
 
     /// Names class and files after the camera.
     void SetCameraName(const char* name) override;

@@ -13,6 +13,11 @@ QString DefaultTemplate(const char* name)
            QLatin1String(name);
 }
 
+QString Tr(const char* text)
+{
+    return QCoreApplication::translate("CppClassGenerator", text);
+}
+
 bool ExistsAt(const QString& path)
 {
     return !path.isEmpty() && QFile::exists(path);
@@ -37,8 +42,17 @@ void CppOptions::SetClassName(const QString& name)
     sourceFileName = name + QLatin1String(".cpp");
 }
 
-bool CppOptions::IsValid() const
+QString CppOptions::Missing() const
 {
-    return !className.isEmpty() && !headerFileName.isEmpty() && !sourceFileName.isEmpty() && ExistsAt(headerTemplate) &&
-           ExistsAt(sourceTemplate);
+    if (className.isEmpty())
+        return Tr("Enter a class name.");
+    if (headerFileName.isEmpty())
+        return Tr("Enter a header file name.");
+    if (sourceFileName.isEmpty())
+        return Tr("Enter a source file name.");
+    if (!ExistsAt(headerTemplate))
+        return Tr("The header template does not exist.");
+    if (!ExistsAt(sourceTemplate))
+        return Tr("The source template does not exist.");
+    return QString();
 }

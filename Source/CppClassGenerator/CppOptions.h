@@ -24,7 +24,10 @@ struct CppOptions
     void SetClassName(const QString& name);
 
     /// Whether class and files have names, and something exists at the paths of both templates.
-    bool IsValid() const;
+    bool IsValid() const { return Missing().isEmpty(); }
+
+    /// The first of that which is missing, as a sentence for the user; empty if nothing is.
+    QString Missing() const;
 };
 
 #endif

@@ -12,11 +12,13 @@
 namespace
 {
 
-/// Qt separates the patterns of a filter by blanks only; two semicolons separate filters.
+/// Qt separates the patterns of a filter by blanks only; two semicolons separate filters. And it takes the dot in the
+/// pattern for all files at its word: those without an ending would be left out.
 QString DialogFilter(const QString& filter)
 {
     QStringList filters = filter.split(QLatin1String(";;"));
     filters.replaceInStrings(QLatin1String(";"), QLatin1String(" "));
+    filters.replaceInStrings(QLatin1String("(*.*)"), QLatin1String("(*)"));
     return filters.join(QLatin1String(";;"));
 }
 
@@ -40,6 +42,13 @@ FileChooserWidget::FileChooserWidget(QWidget* parent)
 
     connect(m_browseButton, SIGNAL(clicked()), this, SLOT(OnBrowseClicked()));
     connect(m_lineEdit, SIGNAL(textChanged(QString)), this, SLOT(OnTextChanged(QString)));
+}
+
+void FileChooserWidget::SetNames(const QString& edit, const QString& button)
+{
+    m_lineEdit->setAccessibleName(edit);
+    m_browseButton->setAccessibleName(button);
+    m_browseButton->setToolTip(button);
 }
 
 void FileChooserWidget::OnTextChanged(const QString& text)

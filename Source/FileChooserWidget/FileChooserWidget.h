@@ -18,6 +18,9 @@ class FileChooserWidget : public QWidget
 public:
     explicit FileChooserWidget(QWidget* parent = nullptr);
 
+    /// For people who hear the window: the name of the edit, and of the button, which shows it as its tool tip, too.
+    void SetNames(const QString& edit, const QString& button);
+
     QHBoxLayout* m_layout;
     QLineEdit* m_lineEdit; ///< Holds the path.
     QPushButton* m_browseButton;

@@ -18,6 +18,9 @@ KltErrorType Step(const std::string& call, const std::string& subject, Which whi
 {
     Script& script = TheScript();
     ++script.calls[call];
+    const auto meanwhile = script.meanwhile.find(call);
+    if (meanwhile != script.meanwhile.end())
+        meanwhile->second();
     for (const std::string& key : {call + "@" + subject, call})
     {
         const auto fault = script.faults.find({key, which});

@@ -3,6 +3,7 @@
 
 #include <KoltaCPP/KoltaCPP.h>
 
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -55,6 +56,9 @@ struct Script
 
     /// Counts that the first call of a list read tells instead of the true one, by the name of the call.
     std::map<std::string, unsigned int> counts;
+
+    /// What else happens while a call works, by the name of the call: slow ones let time pass in it.
+    std::map<std::string, std::function<void()>> meanwhile;
 
     /// How often each operation was called, both calls of a read together.
     std::map<std::string, int> calls;

@@ -1,11 +1,12 @@
-// Sets the scripted SDK up from the environment before the program starts, and answers its error box.
+// Sets the scripted SDK up from the environment before the program starts, and answers its error box or ends its
+// session.
 
+#include "Answer.h"
 #include "ScriptedSdk.h"
 
 #include <QAbstractButton>
-#include <QApplication>
 #include <QMessageBox>
-#include <QTimer>
+#include <QSessionManager>
 
 #include <cstdio>
 #include <cstdlib>
@@ -29,24 +30,28 @@ struct FromEnvironment
 
 const FromEnvironment g_fromEnvironment;
 
-void PressExit()
+void PressExit(QMessageBox& box)
 {
-    QMessageBox* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (box == nullptr)
-    {
-        QTimer::singleShot(50, PressExit);
-        return;
-    }
-    std::printf("Box: %s|%s", qPrintable(box->windowTitle()), qPrintable(box->text()));
-    for (const QAbstractButton* button : box->buttons())
+    std::printf("Box: %s|%s", qPrintable(box.windowTitle()), qPrintable(box.text()));
+    for (const QAbstractButton* button : box.buttons())
         std::printf("|%s", qPrintable(button->text()));
     std::printf("\n");
-    box->buttons().first()->click();
+    box.buttons().first()->click();
+}
+
+/// As the application object does when the desktop tells it. Nobody looks at the manager.
+void EndSession()
+{
+    QObject manager;
+    QMetaObject::invokeMethod(qApp, "commitDataRequest", Qt::DirectConnection,
+        Q_ARG(QSessionManager&, reinterpret_cast<QSessionManager&>(manager)));
 }
 
 void Watch()
 {
-    QTimer::singleShot(0, PressExit);
+    AnswerNext<QMessageBox>(PressExit);
+    if (std::getenv("SCRIPTED_SESSION_END") != nullptr)
+        QTimer::singleShot(500, EndSession);
 }
 
 } // namespace

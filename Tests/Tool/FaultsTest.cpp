@@ -12,7 +12,6 @@
 
 #include <functional>
 #include <memory>
-#include <stdexcept>
 
 using namespace TestData;
 using ScriptedSdk::First;
@@ -127,12 +126,6 @@ private:
     std::unique_ptr<QTemporaryDir> m_folder;
 
 private slots:
-    void initTestCase()
-    {
-        QCoreApplication::setOrganizationName("OPX");
-        QCoreApplication::setApplicationName("KoltaClassGenerator");
-    }
-
     void init()
     {
         m_folder.reset(new QTemporaryDir);
@@ -193,12 +186,18 @@ private slots:
                 Write("out/TwoCamera.h", "old");
                 overwrite(false);
             });
+        Add("the output is a link to nothing", Nothing,
+            [&]
+            {
+                QVERIFY(QFile::link(Path("nothing"), output));
+                overwrite(false);
+            });
         Add("the output is on a full disk", Nothing,
             [&]
             {
                 m_driver.Destination()->setText("/dev");
-                m_driver.Child<QLineEdit>("m_editHeaderFileName")->setText("full");
-                m_driver.Child<QLineEdit>("m_editSourceFileName")->setText("full");
+                m_driver.Edit("m_editHeaderFileName")->setText("full");
+                m_driver.Edit("m_editSourceFileName")->setText("full");
             });
         const QByteArray difference = DifferenceFromStored("FileFaults.txt", m_text);
         QVERIFY2(difference.isEmpty(), difference.constData());
@@ -216,28 +215,6 @@ private slots:
             };
             const Story story = Tell(failWithoutFolder, Nothing);
             QVERIFY2(story.first().second.contains("; Run;"), call);
-        }
-    }
-
-    void OfTheStart()
-    {
-        for (const char* call : {"KoltaSystem::Startup", "KoltaSystem::RegisterCameraListObserver"})
-        {
-            ScriptedSdk::Reset();
-            QSettings().clear();
-            TheScript().Fail(call, -16);
-            QString text;
-            try
-            {
-                KoltaClassGenerator window;
-            }
-            catch (const std::runtime_error& error)
-            {
-                text = QString::fromLatin1(error.what());
-            }
-            QCOMPARE(text, QString("Cannot start Kolta!\nReason: No transport layers were found."));
-            QCOMPARE(TheScript().calls["KoltaSystem::Shutdown"], 1);
-            QVERIFY(QSettings().allKeys().isEmpty());
         }
     }
 };

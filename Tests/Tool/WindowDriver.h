@@ -1,6 +1,7 @@
 #ifndef WINDOWDRIVER_H
 #define WINDOWDRIVER_H
 
+#include "FileChooserWidget.h"
 #include "KoltaClassGenerator.h"
 
 #include <QLineEdit>
@@ -16,6 +17,13 @@
 class WindowDriver
 {
 public:
+    /// Settings are looked for by these names.
+    WindowDriver()
+    {
+        QCoreApplication::setOrganizationName(QStringLiteral("OPX"));
+        QCoreApplication::setApplicationName(QStringLiteral("KoltaClassGenerator"));
+    }
+
     void Open()
     {
         m_window.reset(new KoltaClassGenerator);
@@ -38,8 +46,14 @@ public:
     QPushButton* Run() { return Child<QPushButton>("m_btnRun"); }
     QPushButton* Refresh() { return Child<QPushButton>("m_btnRefresh"); }
 
-    /// The text of an edit of the options page.
-    QString Text(const char* edit) { return Child<QLineEdit>(edit)->text(); }
+    /// An edit of the options page, or the one in a chooser.
+    QLineEdit* Edit(const char* name)
+    {
+        FileChooserWidget* chooser = Child<FileChooserWidget>(name);
+        return chooser != nullptr ? chooser->m_lineEdit : Child<QLineEdit>(name);
+    }
+
+    QString Text(const char* edit) { return Edit(edit)->text(); }
 
     /// A file chooser has an edit of this name, too.
     QLineEdit* Destination()

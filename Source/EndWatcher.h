@@ -1,0 +1,27 @@
+#ifndef ENDWATCHER_H
+#define ENDWATCHER_H
+
+#include <QObject>
+
+/// Tells when the program is asked from outside to end: by SIGTERM or SIGHUP, or because the desktop session ends.
+///
+/// Made after the application object; one at a time. GUI thread only.
+class EndWatcher : public QObject
+{
+    Q_OBJECT
+
+public:
+    EndWatcher();
+
+    /// Gives the signals back to the system.
+    ~EndWatcher() override;
+
+signals:
+    /// The program has to end. Emitted from the event loop.
+    void EndRequested();
+
+private slots:
+    void OnSignal();
+};
+
+#endif
