@@ -1,12 +1,14 @@
 #include "CameraCommands.h"
 
+#include "CameraSource.h"
 #include "FeatureTable.h"
+#include "ReplaceFiles.h"
+#include "SdkReads.h"
 
 #include <QByteArray>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 #include <fnmatch.h>
 
 #include <cstdio>
@@ -86,7 +88,7 @@ void ListCameras(bool json)
 void ListFeatures(const CameraChoice& camera, const std::string& glob, bool json)
 {
     QJsonArray array;
-    for (const FeatureRow& row : TableOf(Read(camera).features))
+    for (const FeatureRow& row : TableOf(ReadFeatures(camera).features))
     {
         if (!glob.empty() && fnmatch(glob.c_str(), row.name.c_str(), 0) != 0)
             continue;
@@ -102,9 +104,9 @@ void ListFeatures(const CameraChoice& camera, const std::string& glob, bool json
 
 ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after)
 {
-    std::map<std::string, FeatureRow> old = ByName(Read(before).features);
+    std::map<std::string, FeatureRow> old = ByName(ReadFeatures(before).features);
     bool differs = false;
-    for (const auto& row : ByName(Read(after).features))
+    for (const auto& row : ByName(ReadFeatures(after).features))
     {
         const auto same = old.find(row.first);
         if (same == old.end())
@@ -123,16 +125,13 @@ ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after)
 
 void DumpDescription(const CameraChoice& camera, const std::string& file)
 {
-    const std::string description = ReadDescriptionOf(camera);
+    if (file == "-")
+        throw CommandError(ExitUsage, "'-' is no file. The description goes to the standard output without --output.");
+    const std::string description = ReadDescription(camera);
     if (file.empty())
     {
         std::fwrite(description.data(), 1, description.size(), stdout);
-        if (std::fflush(stdout) != 0)
-            throw CommandError(ExitFile, "The description cannot be written.");
         return;
     }
-    QSaveFile output(QString::fromStdString(file));
-    if (!output.open(QIODevice::WriteOnly) ||
-        output.write(description.data(), static_cast<qint64>(description.size())) < 0 || !output.commit())
-        throw CommandError(ExitFile, "'" + file + "' cannot be written: " + output.errorString().toStdString());
+    ReplaceFiles({{file, QByteArray::fromStdString(description)}});
 }

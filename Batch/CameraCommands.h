@@ -1,7 +1,7 @@
 #ifndef CAMERACOMMANDS_H
 #define CAMERACOMMANDS_H
 
-#include "CameraSource.h"
+#include "CameraChoice.h"
 #include "ExitCodes.h"
 
 #include <string>

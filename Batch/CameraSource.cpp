@@ -6,10 +6,15 @@
 
 #include <KoltaCPP/KoltaSystem.h>
 
+#include <cerrno>
 #include <chrono>
+#include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <filesystem>
+#include <sys/mman.h>
 #include <thread>
+#include <unistd.h>
 
 using namespace OPX::KltAPI;
 namespace fs = std::filesystem;
@@ -21,117 +26,89 @@ namespace
 const std::chrono::milliseconds TimeToAppear(4000);
 const std::chrono::milliseconds TimeBetweenLooks(50);
 
-const char TransportsVariable[] = "KOLTA_TRANSPORTS";
-const char PathVariable[] = "KOLTA_CAMERA_PATH";
-
 std::string Reason(int code)
 {
     return KoltaHelper::ReturnCodeToString(code).toStdString();
 }
 
-/// The serial number that the SDK gives the camera it simulates from this file.
-std::string SerialNumberFor(const std::string& file)
-{
-    return fs::path(file).stem().string();
-}
-
 bool OnlySimulated()
 {
-    const char* transports = std::getenv(TransportsVariable);
+    const char* transports = std::getenv("KOLTA_TRANSPORTS");
     return transports != nullptr && std::string(transports) == "simulated";
 }
 
-/// Calls \a use with the camera, which is open then. What it returns is an error code.
-template <class Use>
-void WithOpenCamera(const CameraChoice& choice, Use use)
+/// A file in memory with what the standard input delivers. Its path is good for as long as the program runs.
+std::string StandardInput()
 {
-    const SdkSession session(choice);
-    const CameraPtr camera = session.Find(choice);
+    const int file = memfd_create("standard input", MFD_CLOEXEC);
+    char block[1 << 16];
+    std::size_t size = 1;
+    bool written = file >= 0;
+    while (written && size > 0)
+    {
+        size = std::fread(block, 1, sizeof block, stdin);
+        written = write(file, block, size) == static_cast<ssize_t>(size);
+    }
+    if (!written || std::ferror(stdin) != 0)
+        throw CommandError(ExitFile, std::string("The standard input cannot be read: ") + std::strerror(errno) + ".");
+    return "/proc/self/fd/" + std::to_string(file);
+}
+
+/// Looks at this file and at nothing else; "-" is the standard input.
+CameraPtr Simulate(const std::string& file)
+{
+    std::error_code error;
+    if (file != "-" && !fs::is_regular_file(file, error))
+        throw CommandError(ExitCamera, "There is no description file '" + file + "'. Check the path.");
+    CameraPtr camera;
+    const std::string path = file == "-" ? StandardInput() : file;
+    if (Camera::FromDescription(path.c_str(), camera) != KltErrorSuccess)
+        throw CommandError(ExitCamera, "The description '" + file + "' cannot be used.");
+    return camera;
+}
+
+/// Opens the camera and calls \a use with it. What it returns is an error code.
+template <class Use>
+void WithOpenCamera(const CameraPtr& camera, Use use)
+{
     const std::string name = TextOf(*camera, &Camera::GetName);
     const int opened = camera->Open(KltAccessModeFull);
     if (opened != KltErrorSuccess)
         throw CommandError(ExitCamera, "Unable to open camera '" + name + "': " + Reason(opened));
     const int used = use(camera);
-    camera->Close();
     if (used != KltErrorSuccess)
         throw CommandError(ExitCamera, "Unable to read camera '" + name + "': " + Reason(used));
 }
 
-void CheckFile(const std::string& file)
+/// The same for the camera of a choice.
+template <class Use>
+void WithOpenCamera(const CameraChoice& choice, Use use)
 {
-    std::error_code error;
-    if (!fs::is_regular_file(file, error))
-        throw CommandError(ExitCamera, "There is no description file '" + file + "'. Check the path.");
-    if (file.find(':') != std::string::npos)
-        throw CommandError(ExitCamera, "The path '" + file + "' holds a colon. Copy the file to a path without one.");
+    if (!choice.descriptionFile.empty())
+    {
+        // Never released: freeing every node of a description takes longer than reading it, and the program ends soon.
+        static std::vector<CameraPtr>& kept = *new std::vector<CameraPtr>;
+        kept.push_back(Simulate(choice.descriptionFile));
+        return WithOpenCamera(kept.back(), use);
+    }
+    const SdkSession session;
+    const CameraPtr camera = session.Find(choice.serialNumber);
+    WithOpenCamera(camera, use);
+    camera->Close();
 }
 
 } // namespace
 
-CameraChoice CameraChoice::FromText(const std::string& text)
-{
-    CameraChoice choice;
-    std::error_code error;
-    if (fs::exists(text, error))
-        choice.descriptionFile = text;
-    else
-        choice.serialNumber = text;
-    return choice;
-}
-
 SdkSession::SdkSession()
-{
-    Start();
-}
-
-SdkSession::SdkSession(const CameraChoice& choice)
-{
-    if (!choice.descriptionFile.empty())
-    {
-        CheckFile(choice.descriptionFile);
-        for (const char* variable : {TransportsVariable, PathVariable})
-            if (const char* value = std::getenv(variable))
-                m_environment[variable] = value;
-        setenv(TransportsVariable, "simulated", 1);
-        setenv(PathVariable, choice.descriptionFile.c_str(), 1);
-        try
-        {
-            Start();
-        }
-        catch (...)
-        {
-            Restore();
-            throw;
-        }
-        Restore();
-        return;
-    }
-    Start();
-}
-
-SdkSession::~SdkSession()
-{
-    KoltaSystem::GetInstance().Shutdown();
-}
-
-void SdkSession::Start()
 {
     const KltErrorType result = KoltaSystem::GetInstance().Startup();
     if (result != KltErrorSuccess)
         throw CommandError(ExitCamera, "Cannot start Kolta: " + Reason(result) + " Check KOLTA_TRANSPORTS.");
 }
 
-void SdkSession::Restore()
+SdkSession::~SdkSession()
 {
-    // The SDK looks at them when it is started.
-    for (const char* variable : {TransportsVariable, PathVariable})
-    {
-        const auto before = m_environment.find(variable);
-        if (before == m_environment.end())
-            unsetenv(variable);
-        else
-            setenv(variable, before->second.c_str(), 1);
-    }
+    KoltaSystem::GetInstance().Shutdown();
 }
 
 std::vector<CameraPtr> SdkSession::Cameras() const
@@ -150,18 +127,14 @@ std::vector<CameraPtr> SdkSession::AllCameras() const
     return Cameras();
 }
 
-CameraPtr SdkSession::Find(const CameraChoice& choice) const
+CameraPtr SdkSession::Find(const std::string& serialNumber) const
 {
-    const bool simulated = !choice.descriptionFile.empty();
-    const std::string serialNumber = simulated ? SerialNumberFor(choice.descriptionFile) : choice.serialNumber;
     const auto end = std::chrono::steady_clock::now() + TimeToAppear;
     do
     {
         for (const CameraPtr& camera : Cameras())
             if (TextOf(*camera, &Camera::GetSerialNumber) == serialNumber)
                 return camera;
-        if (simulated)
-            throw CommandError(ExitCamera, "The description '" + choice.descriptionFile + "' cannot be used.");
         if (OnlySimulated())
             break;
         std::this_thread::sleep_for(TimeBetweenLooks);
@@ -170,16 +143,9 @@ CameraPtr SdkSession::Find(const CameraChoice& choice) const
         ExitCamera, "There is no camera with the serial number '" + serialNumber + "'. See 'kolta-classgen list'.");
 }
 
-std::string TextOf(const Camera& camera, KltErrorType (Camera::*getter)(char*, unsigned int&) const)
+CameraFeatures ReadFeatures(const CameraChoice& choice)
 {
-    std::string text;
-    ReadString(camera, getter, text);
-    return text;
-}
-
-ReadCamera Read(const CameraChoice& choice)
-{
-    ReadCamera read;
+    CameraFeatures read;
     WithOpenCamera(choice,
         [&read](const CameraPtr& camera)
         {
@@ -189,7 +155,7 @@ ReadCamera Read(const CameraChoice& choice)
     return read;
 }
 
-std::string ReadDescriptionOf(const CameraChoice& choice)
+std::string ReadDescription(const CameraChoice& choice)
 {
     std::string description;
     WithOpenCamera(choice, [&description](const CameraPtr& camera)

@@ -15,22 +15,22 @@ class CommandLine
 public:
     CommandLine();
 
-    /// Carries out what the arguments say. Throws CLI::ParseError and CommandError.
+    /// Carries out what the arguments say. Throws CommandError.
     ExitCode Run(int argc, const char* const* argv);
 
-    /// Prints what belongs to an error of the command line, or the help that was asked for.
-    ExitCode Exit(const CLI::ParseError& error) const;
-
 private:
+    ExitCode Exit(const CLI::ParseError& error) const;
     CLI::App* Add(const char* name, const char* what, const char* example);
     void AddCamera(CLI::App* command);
     void AddGeneration(CLI::App* command);
-    void AddText(CLI::App* command, const char* option, const char* edit, const char* what);
+    void AddText(
+        CLI::App* command, const char* option, QString CppOptions::*text, const char* what, const char* type = "TEXT");
     void AddGenerate();
     void AddCheck();
     void AddLookups();
     void AddComparisons();
     void AddSelf();
+    void AddCompletion(const char* command, std::string (*script)(const CLI::App&));
     std::string RepairCommand() const;
 
     CLI::App m_program;

@@ -30,7 +30,7 @@ FeatureRow RowOf(const std::string& category, const Feature& feature, const Feat
 {
     FeatureRow row;
     row.category = category;
-    ReadString(feature, &Feature::GetName, row.name);
+    row.name = TextOf(feature, &Feature::GetName);
     row.type = TypeOf(feature);
     row.access = AccessOf(feature);
     const auto entries = features.Enums().find(row.name);
@@ -38,11 +38,9 @@ FeatureRow RowOf(const std::string& category, const Feature& feature, const Feat
         return row;
     for (const EnumEntry& entry : entries->second)
     {
-        std::string name;
         KltInt64_t value = 0;
-        ReadString(entry, &EnumEntry::GetName, name);
         entry.GetValue(value);
-        row.entries.emplace_back(name, value);
+        row.entries.emplace_back(TextOf(entry, &EnumEntry::GetName), value);
     }
     return row;
 }

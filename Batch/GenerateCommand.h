@@ -1,31 +1,31 @@
 #ifndef GENERATECOMMAND_H
 #define GENERATECOMMAND_H
 
-#include "CameraSource.h"
+#include "CameraChoice.h"
+#include "CppOptions.h"
 #include "ExitCodes.h"
 
-#include <map>
 #include <string>
 
-/// What is to be generated, and where to. Options that are not given are the window's defaults.
+/// What is to be generated, and where to.
 struct GenerateOptions
 {
     CameraChoice camera;
     std::string outputFolder;
-    std::map<std::string, std::string> texts; ///< Texts for edits of the options page, by object name.
-    std::string headerTemplate;
-    std::string sourceTemplate;
+    CppOptions given; ///< A null text was not given: it is the window's default then.
     std::string depfile;
-    bool force = false; ///< Generate also what will not compile.
+    bool force = false;   ///< Generate also what will not compile.
+    bool verbose = false; ///< Tell every step.
 };
 
-/// Generates the class. The generator's messages go to the standard error output.
+/// Generates the class. Nothing is said of it, unless that is asked for.
 /// Throws CommandError; the output folder holds what it held before then.
 void Generate(const GenerateOptions& options);
 
-/// Prints how the files in the output folder differ from what would be generated.
+/// Prints how the files in the output folder differ from what would be generated. Throws CommandError where that cannot
+/// be told.
 /// \param repair the command that makes them the same
 /// \return ExitDiffers if they do
-ExitCode Check(const GenerateOptions& options, const std::string& repair);
+ExitCode CheckGenerated(const GenerateOptions& options, const std::string& repair);
 
 #endif

@@ -1,62 +1,89 @@
 #include "NameCheck.h"
 
-#include "CppClassGenerator.h"
+#include "CppClassWriter.h"
+#include "KoltaHelper.h"
 #include "SdkReads.h"
 
 #include <QHash>
 #include <QSet>
-#include <QSignalBlocker>
+
+#include <algorithm>
 
 using namespace OPX::KltAPI;
 
 namespace
 {
 
+QSet<QString> Words(const char* words)
+{
+    const QStringList list = QString::fromLatin1(words).split(QLatin1Char(' '));
+    return QSet<QString>(list.begin(), list.end());
+}
+
 bool IsKeyword(const QString& name)
 {
-    const int longest = 16;
-    if (name.size() > longest)
-        return false;
-    static const QSet<QString> keywords = []
-    {
-        const QString all = QLatin1String(
-            "alignas alignof and and_eq asm auto bitand bitor bool break case catch char char16_t char32_t char8_t "
-            "class "
-            "co_await co_return co_yield compl concept const const_cast consteval constexpr constinit continue "
-            "decltype "
-            "default delete do double dynamic_cast else enum explicit export extern false float for friend goto if "
-            "inline int long mutable namespace new noexcept not not_eq nullptr operator or or_eq private protected "
-            "public register reinterpret_cast requires return short signed sizeof static static_assert static_cast "
-            "struct switch template this thread_local throw true try typedef typeid typename union unsigned using "
-            "virtual void volatile wchar_t while xor xor_eq");
-        const QStringList list = all.split(QLatin1Char(' '));
-        return QSet<QString>(list.begin(), list.end());
-    }();
+    static const QSet<QString> keywords =
+        Words("alignas alignof and and_eq asm auto bitand bitor bool break case catch char char16_t char32_t "
+              "char8_t class co_await co_return co_yield compl concept const const_cast consteval constexpr "
+              "constinit continue decltype default delete do double dynamic_cast else enum explicit export extern "
+              "false float for friend goto if inline int long mutable namespace new noexcept not not_eq nullptr "
+              "operator or or_eq private protected public register reinterpret_cast requires return short signed "
+              "sizeof static static_assert static_cast struct switch template this thread_local throw true try "
+              "typedef typeid typename union unsigned using virtual void volatile wchar_t while xor xor_eq");
     return keywords.contains(name);
 }
 
-/// Goes through the catalogue and gathers who makes which name.
-class Check
+/// Names that generated code uses for something else, or that the preprocessor replaces.
+bool IsTaken(const QString& name)
+{
+    static const QSet<QString> taken = Words(
+        "OPX std NULL KltErrorType KltErrorSuccess KltErrorBadHandle KltInt64_t KltFeatureDataType KltFeatureFlagsType "
+        "KltAccessModeType UpdateTriggerType linux unix i386 main pFeature");
+    return taken.contains(name);
+}
+
+/// What Qt takes for a letter or a digit, and C++ does not: raised digits, fractions and the like.
+bool IsOutOfPlace(QChar character)
+{
+    return character.category() == QChar::Number_Other;
+}
+
+QString Quoted(const QString& name)
+{
+    return QLatin1Char('\'') + name + QLatin1Char('\'');
+}
+
+/// Goes through the catalogue and gathers who makes which name. All of them share the scope of the class.
+class NameCollector
 {
 public:
-    Check(CppClassGenerator& generator, const QString& className) : m_generator(generator), m_className(className)
+    explicit NameCollector(CppClassWriter& writer) : m_writer(writer)
     {
-        Take(m_types, className, className, "the class");
+        const QString className = writer.Options().className;
+        Take(className, QLatin1String("the class"));
+        m_types.insert(className, QLatin1String("the class"));
+        Take(QLatin1String("m_camera"), QLatin1String("the member of the template"));
+        TakeMethod({CppMethod::Accessor, QLatin1String("GetFeatureByName"),
+                       QLatin1String(" (const char * name, OPX::KltAPI::FeaturePtr & feature)")},
+            QLatin1String("the method of the template"));
     }
 
     void AddFeature(const Feature& feature)
     {
-        std::string sdkName;
-        ReadString(feature, &Feature::GetName, sdkName);
-        const QString name = CppClassGenerator::tr(sdkName.c_str());
-        const CppFeature described = m_generator.Describe(feature);
+        const QString name = CppClassWriter::tr(TextOf(feature, &Feature::GetName).c_str());
+        const CppFeature described = m_writer.Describe(feature);
         if (name.isEmpty())
             m_problems.errors.append(QLatin1String("A feature has no name."));
         else if (described.names.identifier != name)
             m_problems.warnings.append(Quoted(name) + QLatin1String(" becomes ") + Quoted(described.names.identifier) +
                                        QLatin1String(": the camera does not know it by that name at run time."));
-        Take(m_members, described.names.member, name, "the member");
-        AddMethods(described, name);
+        Take(described.names.member, QLatin1String("the member for ") + Quoted(name));
+        const QList<CppMethod> methods = described.Methods();
+        for (const CppMethod& method : methods)
+            TakeMethod(method, QLatin1String("the method for ") + Quoted(name));
+        if (methods.isEmpty())
+            m_problems.warnings.append(Quoted(name) + QLatin1String(" is left out: C++ has nothing for its type, ") +
+                                       KoltaHelper::DataTypeToString(described.dataType) + QLatin1Char('.'));
     }
 
     void AddEnum(const QString& name, const std::vector<EnumEntry>& entries)
@@ -65,14 +92,12 @@ public:
             m_problems.errors.append(QLatin1String("Enumeration ") + Quoted(name) +
                                      QLatin1String(" has no entries, so its type does not exist."));
         else
-            Take(m_types, m_generator.EnumTypeName(name), name, "the type");
+            TakeType(m_writer.EnumTypeName(name), QLatin1String("the type for ") + Quoted(name));
         for (const EnumEntry& entry : entries)
         {
-            std::string entryName;
-            ReadString(entry, &EnumEntry::GetName, entryName);
-            const QString entryText = CppClassGenerator::tr(entryName.c_str());
-            Take(m_types, m_generator.EnumEntryName(name, entryText), name + QLatin1Char('_') + entryText,
-                "the enumerator");
+            const QString entryName = CppClassWriter::tr(TextOf(entry, &EnumEntry::GetName).c_str());
+            Take(m_writer.EnumEntryName(name, entryName),
+                QLatin1String("the enumerator for ") + Quoted(name + QLatin1Char('_') + entryName));
         }
     }
 
@@ -81,60 +106,87 @@ public:
 private:
     typedef QHash<QString, QString> Owners; ///< Who made a name.
 
-    static QString Quoted(const QString& name) { return QLatin1Char('\'') + name + QLatin1Char('\''); }
-
-    void AddMethods(const CppFeature& feature, const QString& name)
+    /// Notes that \a owner makes \a name.
+    void Take(const QString& name, const QString& owner)
     {
-        const QList<CppMethod> methods = feature.ValueMethods();
-        for (const CppMethod& method : methods)
-        {
-            // Methods of one name with different arguments are no problem.
-            Take(m_methods, method.name, name, "the method", method.arguments);
-            if (method.name == m_className)
-                m_problems.errors.append(
-                    QLatin1String("The method for ") + Quoted(name) + QLatin1String(" has the name of the class."));
-        }
-        if (!methods.isEmpty())
-            Take(m_methods, feature.names.accessor, name, "the method",
-                QLatin1String(" (OPX::KltAPI::FeaturePtr & feature)"));
+        CheckAlone(name, owner);
+        Compare(m_methodNames, name, owner);
+        TakeFrom(m_others, name, name, owner);
     }
 
-    /// Notes that \a owner makes \a name. Methods are told apart by their arguments, too.
-    void Take(Owners& owners, const QString& name, const QString& owner, const char* what,
-        const QString& arguments = QString())
+    /// The same for a method: methods of one name with different arguments are no problem.
+    void TakeMethod(const CppMethod& method, const QString& owner)
     {
-        if (IsKeyword(name))
-            m_problems.errors.append(Quoted(owner) + QLatin1String(" ends in ") + QLatin1String(what) +
-                                     QLatin1Char(' ') + Quoted(name) + QLatin1String(", a keyword of C++."));
-        const QString key = name + arguments;
-        const auto taken = owners.constFind(key);
-        if (taken == owners.constEnd())
-            owners.insert(key, owner);
+        CheckAlone(method.name, owner);
+        Compare(m_others, method.name, owner);
+        TakeFrom(m_methods, method.name + method.arguments, method.name, owner);
+        m_methodNames.insert(method.name, owner);
+    }
+
+    /// The same for an enumeration type, which has a second name with an underscore in front. That one is in nobody's
+    /// way but other types'.
+    void TakeType(const QString& name, const QString& owner)
+    {
+        const QString tag = QLatin1Char('_') + name;
+        Take(name, owner);
+        Compare(m_tags, name, owner);
+        Compare(m_types, tag, owner);
+        m_types.insert(name, owner);
+        m_tags.insert(tag, owner);
+    }
+
+    void TakeFrom(Owners& owners, const QString& key, const QString& name, const QString& owner)
+    {
+        if (owners.contains(key))
+            Collide(owners.value(key), owner, name);
         else
-            m_problems.errors.append(Quoted(taken.value()) + QLatin1String(" and ") + Quoted(owner) +
-                                     QLatin1String(" both end in ") + QLatin1String(what) + QLatin1Char(' ') +
-                                     Quoted(name) + QLatin1Char('.'));
+            owners.insert(key, owner);
     }
 
-    CppClassGenerator& m_generator;
-    const QString m_className;
-    Owners m_methods;
-    Owners m_members;
-    Owners m_types; ///< Types and enumerators share one scope.
+    void Compare(const Owners& owners, const QString& name, const QString& owner)
+    {
+        if (owners.contains(name))
+            Collide(owners.value(name), owner, name);
+    }
+
+    void Collide(const QString& one, const QString& other, const QString& name)
+    {
+        m_problems.errors.append(one.left(1).toUpper() + one.mid(1) + QLatin1String(" and ") + other +
+                                 QLatin1String(" are both called ") + Quoted(name) + QLatin1Char('.'));
+    }
+
+    /// What is wrong with a name whatever the others are.
+    void CheckAlone(const QString& name, const QString& owner)
+    {
+        const char* const what = IsKeyword(name) ? "a keyword of C++"
+                                 : IsTaken(name) ? "a name that generated code uses otherwise"
+                                 : std::any_of(name.begin(), name.end(), IsOutOfPlace)
+                                     ? "no name for C++: it holds a character that only looks like a digit"
+                                     : nullptr;
+        if (what != nullptr)
+            m_problems.errors.append(owner.left(1).toUpper() + owner.mid(1) + QLatin1String(" is called ") +
+                                     Quoted(name) + QLatin1String(", which is ") + QLatin1String(what) +
+                                     QLatin1Char('.'));
+    }
+
+    CppClassWriter& m_writer;
+    Owners m_methods;     ///< With their arguments.
+    Owners m_methodNames; ///< Without.
+    Owners m_others;      ///< Members, types, enumerators, the class.
+    Owners m_types;
+    Owners m_tags;
     NameProblems m_problems;
 };
 
 } // namespace
 
-NameProblems CheckNames(CppClassGenerator& generator, const QString& className, const FeatureInfos& features)
+NameProblems CheckNames(CppClassWriter& writer, const FeatureInfos& features)
 {
-    // The generator tells of every name that it changes; the run itself will do so.
-    const QSignalBlocker blocker(&generator);
-    Check check(generator, className);
+    NameCollector names(writer);
     for (const auto& category : features.Categories())
         for (const FeaturePtr& feature : category.second)
-            check.AddFeature(*feature);
+            names.AddFeature(*feature);
     for (const auto& enumeration : features.Enums())
-        check.AddEnum(CppClassGenerator::tr(enumeration.first.c_str()), enumeration.second);
-    return check.Problems();
+        names.AddEnum(CppClassWriter::tr(enumeration.first.c_str()), enumeration.second);
+    return names.Problems();
 }

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-class CppClassGenerator;
+class CppClassWriter;
 
 /// What is wrong with the names in a class that is yet to be generated.
 struct NameProblems
@@ -15,7 +15,7 @@ struct NameProblems
     QStringList warnings; ///< It would, but something in it would not work.
 };
 
-/// Looks at all names of the class as a whole, as the generator makes them under its present options.
-NameProblems CheckNames(CppClassGenerator& generator, const QString& className, const FeatureInfos& features);
+/// Looks at all names of the class as a whole, as \a writer makes them.
+NameProblems CheckNames(CppClassWriter& writer, const FeatureInfos& features);
 
 #endif

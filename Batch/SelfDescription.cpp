@@ -21,7 +21,21 @@ bool IsShown(const CLI::App* command)
     return !command->get_group().empty() && !command->get_name().empty();
 }
 
-std::vector<const CLI::App*> Commands(const CLI::App& program)
+std::string ManualOptions(const CLI::App& command)
+{
+    std::string text;
+    for (const CLI::Option* option : OptionsOf(command))
+    {
+        const std::string type = option->get_items_expected_max() > 0 ? option->get_type_name() : std::string();
+        text += ".TP\n.B " + Escaped(option->get_name(true, true)) + (type.empty() ? "" : " " + type) + "\n" +
+                Escaped(option->get_description()) + "\n";
+    }
+    return text;
+}
+
+} // namespace
+
+std::vector<const CLI::App*> CommandsOf(const CLI::App& program)
 {
     std::vector<const CLI::App*> commands;
     for (const CLI::App* command : program.get_subcommands([](const CLI::App* any) { return IsShown(any); }))
@@ -29,8 +43,7 @@ std::vector<const CLI::App*> Commands(const CLI::App& program)
     return commands;
 }
 
-/// The options of a command, also those in groups.
-std::vector<const CLI::Option*> Options(const CLI::App& command)
+std::vector<const CLI::Option*> OptionsOf(const CLI::App& command)
 {
     std::vector<const CLI::App*> places =
         command.get_subcommands([](const CLI::App* any) { return any->get_name().empty(); });
@@ -43,54 +56,21 @@ std::vector<const CLI::Option*> Options(const CLI::App& command)
     return options;
 }
 
-std::string ManualOptions(const CLI::App& command)
-{
-    std::string text;
-    for (const CLI::Option* option : Options(command))
-    {
-        const std::string type = option->get_items_expected_max() > 0 ? option->get_type_name() : std::string();
-        text += ".TP\n.B " + Escaped(option->get_name(true, true)) + (type.empty() ? "" : " " + type) + "\n" +
-                Escaped(option->get_description()) + "\n";
-    }
-    return text;
-}
-
-} // namespace
-
 std::string ManualPage(const CLI::App& program)
 {
     std::string page = ".TH KOLTA\\-CLASSGEN 1\n.SH NAME\nkolta\\-classgen \\- " + Escaped(program.get_description()) +
                        "\n.SH SYNOPSIS\n.B kolta\\-classgen\n.I command\n[options]\n.SH COMMANDS\n";
-    for (const CLI::App* command : Commands(program))
+    for (const CLI::App* command : CommandsOf(program))
         page += ".SS " + Escaped(command->get_name()) + "\n" + Escaped(command->get_description()) + ".\n.PP\n" +
                 Escaped(command->get_footer()) + "\n" + ManualOptions(*command);
     return page +
            ".SH ENVIRONMENT\n.TP\n.B KOLTA_TRANSPORTS\nWhich cameras to look for: any of simulated,gige,usb3.\n"
            ".TP\n.B KOLTA_CAMERA_PATH\nFiles and folders with descriptions of cameras to simulate.\n"
+           ".SH FILES\nHeader and source are replaced one after the other, as quickly as two files can be. Who kills "
+           "the "
+           "program\nbetween the two finds the new header beside the old source: generate again. What it has left "
+           "behind, "
+           "named\n\\&.FILE.kolta\\-classgen\\-PROCESS, the next run removes.\n"
            ".SH EXIT STATUS\n" +
            Escaped(program.get_footer()) + "\n";
-}
-
-std::string BashCompletion(const CLI::App& program)
-{
-    std::string commands;
-    std::string cases;
-    for (const CLI::App* command : Commands(program))
-    {
-        commands += command->get_name() + " ";
-        std::string options;
-        for (const CLI::Option* option : Options(*command))
-            if (!option->get_lnames().empty())
-                options += "--" + option->get_lnames().front() + " ";
-        cases += "        " + command->get_name() + ") words='" + options + "' ;;\n";
-    }
-    return "_kolta_classgen()\n{\n    local current=${COMP_WORDS[COMP_CWORD]} words\n    case ${COMP_WORDS[1]} in\n" +
-           cases + "        *) words='" + commands +
-           "--help --version' ;;\n    esac\n"
-           "    [ \"$COMP_CWORD\" -gt 1 ] || words='" +
-           commands +
-           "--help --version'\n"
-           "    COMPREPLY=($(compgen -W \"$words\" -- \"$current\"))\n"
-           "    [ ${#COMPREPLY[@]} -gt 0 ] || COMPREPLY=($(compgen -f -- \"$current\"))\n}\n"
-           "complete -o filenames -F _kolta_classgen kolta-classgen\n";
 }

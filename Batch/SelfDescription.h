@@ -4,11 +4,15 @@
 #include <CLI/CLI.hpp>
 
 #include <string>
+#include <vector>
 
 /// The manual page (section 1) of a program, made from its commands and options.
 std::string ManualPage(const CLI::App& program);
 
-/// A script that has bash complete commands, options and files.
-std::string BashCompletion(const CLI::App& program);
+/// The commands that are shown to users.
+std::vector<const CLI::App*> CommandsOf(const CLI::App& program);
+
+/// The options of a command but for its help, also those in groups.
+std::vector<const CLI::Option*> OptionsOf(const CLI::App& command);
 
 #endif

@@ -1,35 +1,25 @@
 #include "CommandLine.h"
 
-#include <QApplication>
-#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
-#include <QTextCodec>
-#endif
+#include "QtCompat.h"
 
+#include <QCoreApplication>
+
+#include <cerrno>
 #include <cstdio>
-#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <iostream>
 
 namespace
 {
 
-void ShowOnlyFailures(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message)
+/// What is closed would be given to the first file that is opened, which then got the messages. Like this, writing to
+/// it fails.
+void OccupyStandardDescriptors()
 {
-    if (type == QtCriticalMsg || type == QtFatalMsg)
-        std::fprintf(stderr, "%s\n", message.toUtf8().constData());
-}
-
-/// The generator keeps its options in widgets, but none is ever shown. Nobody waits for the traces of the window.
-void DoWithoutDisplay()
-{
-    setenv("QT_QPA_PLATFORM", "offscreen", 1);
-    qInstallMessageHandler(ShowOnlyFailures);
-}
-
-/// The same bytes in every locale.
-void WriteUtf8Everywhere()
-{
-#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
-    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
-#endif
+    for (int descriptor : {0, 1, 2})
+        if (fcntl(descriptor, F_GETFD) < 0)
+            static_cast<void>(open("/dev/null", descriptor == 0 ? O_WRONLY : O_RDONLY));
 }
 
 ExitCode Run(CommandLine& commandLine, int argc, char* argv[])
@@ -37,10 +27,6 @@ ExitCode Run(CommandLine& commandLine, int argc, char* argv[])
     try
     {
         return commandLine.Run(argc, argv);
-    }
-    catch (const CLI::ParseError& error)
-    {
-        return commandLine.Exit(error);
     }
     catch (const CommandError& error)
     {
@@ -54,15 +40,28 @@ ExitCode Run(CommandLine& commandLine, int argc, char* argv[])
     }
 }
 
+/// Nobody is to take half of an output for the whole.
+ExitCode CheckOutput(ExitCode code)
+{
+    errno = 0;
+    std::cout.flush();
+    std::fflush(stdout);
+    if (std::cout && std::ferror(stdout) == 0)
+        return code;
+    std::fprintf(stderr, "kolta-classgen: The standard output cannot be written%s%s.\n", errno != 0 ? ": " : "",
+        errno != 0 ? std::strerror(errno) : "");
+    return code == ExitDone || code == ExitDiffers ? ExitFile : code;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
-    DoWithoutDisplay();
+    OccupyStandardDescriptors();
     // Qt takes its own arguments out of the list it is given.
     int noArguments = 1;
-    QApplication application(noArguments, argv);
-    WriteUtf8Everywhere();
+    const QCoreApplication application(noArguments, argv);
+    UseUtf8ForLocale();
     CommandLine commandLine;
-    return Run(commandLine, argc, argv);
+    return CheckOutput(Run(commandLine, argc, argv));
 }

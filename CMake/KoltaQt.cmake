@@ -1,5 +1,7 @@
-# Kolta::Qt: the Qt that everything is built with, chosen in this place only.
-# Kolta::QtTest: the same with Qt's test library.
+# Kolta::QtCore: the Qt that everything is built with, chosen in this place only.
+# Kolta::Qt: the same with widgets. Kolta::QtTest: with Qt's test library, too.
+add_library(KoltaQtCore INTERFACE)
+add_library(Kolta::QtCore ALIAS KoltaQtCore)
 add_library(KoltaQt INTERFACE)
 add_library(Kolta::Qt ALIAS KoltaQt)
 add_library(KoltaQtTest INTERFACE)
@@ -16,15 +18,17 @@ foreach(major IN ITEMS 6 5)
 endforeach()
 
 if(KOLTA_QT_FOUND)
-    target_link_libraries(KoltaQt INTERFACE Qt${KOLTA_QT_FOUND}::Widgets)
-    if(BUILD_TESTING)
+    target_link_libraries(KoltaQtCore INTERFACE Qt${KOLTA_QT_FOUND}::Core)
+    target_link_libraries(KoltaQt INTERFACE Kolta::QtCore Qt${KOLTA_QT_FOUND}::Widgets)
+    if(BUILD_TESTING AND KOLTA_DEVELOPMENT)
         find_package(Qt${KOLTA_QT_FOUND} REQUIRED COMPONENTS Test)
         target_link_libraries(KoltaQtTest INTERFACE Kolta::Qt Qt${KOLTA_QT_FOUND}::Test)
     endif()
 elseif(KOLTA_QT_MAJOR STREQUAL "" OR KOLTA_QT_MAJOR STREQUAL "4")
     find_package(Qt4 4.8 REQUIRED COMPONENTS QtCore QtGui QtTest)
     set(KOLTA_QT_FOUND 4)
-    target_link_libraries(KoltaQt INTERFACE Qt4::QtGui)
+    target_link_libraries(KoltaQtCore INTERFACE Qt4::QtCore)
+    target_link_libraries(KoltaQt INTERFACE Kolta::QtCore Qt4::QtGui)
     target_link_libraries(KoltaQtTest INTERFACE Kolta::Qt Qt4::QtTest)
 else()
     message(FATAL_ERROR "Qt ${KOLTA_QT_MAJOR} was not found.")

@@ -1,7 +1,7 @@
 # Shared by run and test: installs what is missing, configures and builds. To be sourced, from the repository's root.
 
 BUILD_PACKAGES="g++ cmake ninja-build pkg-config qt6-base-dev libgl-dev libaravis-dev libusb-1.0-0-dev libxml2-dev libarchive-dev
-    libcli11-dev"
+    libcli11-dev libdtl-dev"
 
 TEST_PACKAGES="libgtest-dev clang aravis-tools iproute2 zip xvfb xauth xdotool
     fonts-dejavu-core"

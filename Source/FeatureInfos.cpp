@@ -57,10 +57,8 @@ bool FeatureInfos::SortEnumEntriesByValue(const EnumEntry& a, const EnumEntry& b
 
 void FeatureInfos::Add(const FeaturePtr& feature)
 {
-    std::string name;
-    ReadString(*feature, &Feature::GetName, name);
-    std::string category;
-    ReadString(*feature, &Feature::GetCategory, category);
+    const std::string name = TextOf(*feature, &Feature::GetName);
+    const std::string category = TextOf(*feature, &Feature::GetCategory);
     KltFeatureDataType dataType = KltFeatureDataUnknown;
     feature->GetDataType(dataType);
 

@@ -4,6 +4,7 @@
 #include "ClassGeneratorBase.h"
 #include "CppClassGenerator.h"
 #include "KoltaHelper.h"
+#include "KoltaVersion.h"
 #include "QtCompat.h"
 #include "SdkReads.h"
 #include "TextEditIoDevice.h"
@@ -37,7 +38,7 @@ KoltaClassGenerator::KoltaClassGenerator(QWidget* parent, Qt::WindowFlags flags)
     {
         BuildWindow();
         SetIdentity();
-        RunSession();
+        StartSession();
     }
     catch (...)
     {
@@ -63,7 +64,7 @@ void KoltaClassGenerator::BuildWindow()
     auto* device = new TextEditIoDevice(this, m_ui.m_messages);
     device->open(QIODevice::WriteOnly | QIODevice::Text);
     m_logStream.setDevice(device);
-    WriteUtf8(m_logStream);
+    UseUtf8(m_logStream);
 }
 
 void KoltaClassGenerator::AddOptionsTabs()
@@ -87,14 +88,14 @@ void KoltaClassGenerator::SetIdentity()
     QCoreApplication::setOrganizationName(QLatin1String("OPX"));
     QCoreApplication::setOrganizationDomain(QLatin1String("opx.example"));
     QCoreApplication::setApplicationName(QLatin1String("KoltaClassGenerator"));
-    QCoreApplication::setApplicationVersion(QLatin1String("1.0.6"));
+    QCoreApplication::setApplicationVersion(QLatin1String(KOLTA_VERSION));
     QCoreApplication* application = QCoreApplication::instance();
     application->setProperty(
         "Description", tr("KoltaClassGenerator is a tool to create camera helper classes for any of the Kolta APIs."));
     application->setProperty("Copyright", tr("Copyright (C) 2026 OPX"));
 }
 
-void KoltaClassGenerator::RunSession()
+void KoltaClassGenerator::StartSession()
 {
     try
     {

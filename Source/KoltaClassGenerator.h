@@ -55,7 +55,7 @@ private:
     void BuildWindow();
     void AddOptionsTabs();
     static void SetIdentity();
-    void RunSession();
+    void StartSession();
     void StartSdk();
     void MakeConnections();
     void ReadSettings();

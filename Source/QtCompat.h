@@ -6,6 +6,9 @@
 
 #include <QTextStream>
 #include <QtGlobal>
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+#include <QTextCodec>
+#endif
 
 #if QT_VERSION < QT_VERSION_CHECK(5, 14, 0)
 namespace Qt
@@ -14,13 +17,21 @@ using ::endl;
 }
 #endif
 
-/// Makes \a stream write UTF-8, whatever the locale. Since Qt 6 every stream does.
-inline void WriteUtf8(QTextStream& stream)
+/// Makes \a stream read and write UTF-8, whatever the locale. Since Qt 6 every stream does.
+inline void UseUtf8(QTextStream& stream)
 {
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
     stream.setCodec("UTF-8");
 #else
     Q_UNUSED(stream);
+#endif
+}
+
+/// Has the names of files in UTF-8, whatever the locale. Since Qt 6 they are.
+inline void UseUtf8ForLocale()
+{
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 #endif
 }
 

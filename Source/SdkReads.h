@@ -42,6 +42,15 @@ bool ReadString(const T& object, KltErrorType (T::*getter)(char*, unsigned int&)
     }
 }
 
+/// The same as a returned value: empty if the text cannot be read.
+template <class T>
+std::string TextOf(const T& object, KltErrorType (T::*getter)(char*, unsigned int&) const)
+{
+    std::string text;
+    ReadString(object, getter, text);
+    return text;
+}
+
 /// Reads a list of \a object through one of its getters, for example `ReadList(camera, &Camera::GetFeatures, list)`.
 /// \return the SDK's code, or -14 when there is no memory for the list; unless it is 0, \a list is unchanged
 template <class T, class Container, class Item>

@@ -8,17 +8,17 @@
 #include <cstddef>
 #include <string>
 
-### ENUM_DECLARATIONS ###
 /// Typed access to the features of one camera.
 ///
 /// Every feature has a method that hands out its handle, which is looked up at the first use and then kept. Features
 /// with a value have a getter and, if they can be written, a setter; commands have a method that runs them. All of
 /// them return what the SDK returns: KltErrorSuccess or an error, after which the value is not to be used.
 ///
-/// Opening and closing the camera is up to the caller. Copies of an object use the same camera.
+/// Opening and closing the camera is up to the caller. An object belongs to one thread, and its copies share the camera.
 class ### CLASS_NAME ###
 {
 public:
+    ### ENUM_DECLARATIONS ###
     /// The camera whose features are used from now on.
     explicit ### CLASS_NAME ### (const OPX::KltAPI::CameraPtr & camera);
 

@@ -2,10 +2,10 @@
 
 #include "FileChooserWidget.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QSettings>
+#include <QTextStream>
 #include <QtDebug>
 
 namespace
@@ -23,42 +23,21 @@ struct Setting
 
 QList<Setting> Settings(const Ui_CppOptionsWidget& ui)
 {
-    const QString templates =
-        QCoreApplication::applicationDirPath() + QDir::separator() + QLatin1String("Templates") + QDir::separator();
-    const Setting settings[] = {
-        {"GetterPrefix", ui.m_editGetterPrefix, QLatin1String("Get")},
-        {"GetterSuffix", ui.m_editGetterSuffix, QString()},
-        {"SetterPrefix", ui.m_editSetterPrefix, QLatin1String("Set")},
-        {"SetterSuffix", ui.m_editSetterSuffix, QString()},
-        {"HeaderTemplateFilePath", ui.m_headerTemplateFileChooser->m_lineEdit,
-            templates + QLatin1String("CppTemplate.h")},
-        {"SourceTemplateFilePath", ui.m_sourceTemplateFileChooser->m_lineEdit,
-            templates + QLatin1String("CppTemplate.cpp")},
-    };
-    QList<Setting> list;
-    for (const Setting& setting : settings)
-        list.append(setting);
-    return list;
-}
-
-bool ExistsAt(const QString& path)
-{
-    return !path.isEmpty() && QFile::exists(path);
+    const CppOptions defaults = CppOptions::Defaults();
+    QList<Setting> settings;
+    settings.append({"GetterPrefix", ui.m_editGetterPrefix, defaults.getterPrefix});
+    settings.append({"GetterSuffix", ui.m_editGetterSuffix, defaults.getterSuffix});
+    settings.append({"SetterPrefix", ui.m_editSetterPrefix, defaults.setterPrefix});
+    settings.append({"SetterSuffix", ui.m_editSetterSuffix, defaults.setterSuffix});
+    settings.append({"HeaderTemplateFilePath", ui.m_headerTemplateFileChooser->m_lineEdit, defaults.headerTemplate});
+    settings.append({"SourceTemplateFilePath", ui.m_sourceTemplateFileChooser->m_lineEdit, defaults.sourceTemplate});
+    return settings;
 }
 
 } // namespace
 
-std::map<KltFeatureDataType, CppClassGenerator::FeatureTypeInfo> CppClassGenerator::SimpleFeatureTypeMap;
-
 CppClassGenerator::CppClassGenerator() : m_ui()
 {
-    if (!SimpleFeatureTypeMap.empty())
-        return;
-    SimpleFeatureTypeMap[KltFeatureDataInt] = {"KltInt64_t &", "KltInt64_t"};
-    SimpleFeatureTypeMap[KltFeatureDataFloat] = {"double &", "double"};
-    SimpleFeatureTypeMap[KltFeatureDataString] = {"std::string &", "const char *"};
-    SimpleFeatureTypeMap[KltFeatureDataBool] = {"bool &", "bool"};
-    SimpleFeatureTypeMap[KltFeatureDataRaw] = {"OPX::KltAPI::UcharVector &", "const OPX::KltAPI::UcharVector &"};
 }
 
 const char* CppClassGenerator::LanguageName() const
@@ -109,15 +88,69 @@ void CppClassGenerator::WriteSettings() const
 
 bool CppClassGenerator::OptionsValid() const
 {
-    return !m_ui.m_editClassName->text().isEmpty() && !m_ui.m_editHeaderFileName->text().isEmpty() &&
-           !m_ui.m_editSourceFileName->text().isEmpty() && ExistsAt(m_headerTemplateFileChooser->m_lineEdit->text()) &&
-           ExistsAt(m_sourceTemplateFileChooser->m_lineEdit->text());
+    return Options().IsValid();
 }
 
 void CppClassGenerator::SetCameraName(const char* name)
 {
-    m_ui.m_editClassName->setText(GetValidIdentifierName(tr(name) + QLatin1String("Camera")));
+    m_ui.m_editClassName->setText(ClassNameFor(name));
     OnClassNameEditingFinished();
+}
+
+void CppClassGenerator::Run(const char* destinationFolder, bool overwrite, const FeatureInfos& features)
+{
+    const QString folder = tr(destinationFolder) + QDir::separator();
+    ProcessFile(
+        "header", QDir::cleanPath(folder + Options().headerFileName), overwrite, Options().headerTemplate, features);
+    ProcessFile(
+        "source", QDir::cleanPath(folder + Options().sourceFileName), overwrite, Options().sourceTemplate, features);
+}
+
+void CppClassGenerator::ProcessFile(const char* kind, const QString& outputPath, bool overwrite,
+    const QString& templatePath, const FeatureInfos& features)
+{
+    ReportProcessing(kind, templatePath);
+    QFile templateFile(templatePath);
+    if (!templateFile.open(QIODevice::ReadOnly | QIODevice::Text))
+    {
+        Report(tr("Error '") + templateFile.errorString() + QLatin1String("' while reading ") + QLatin1String(kind) +
+               QLatin1String(" template file!"));
+        return;
+    }
+
+    ReportCreating(kind, outputPath);
+    QFile outputFile(outputPath);
+    if (outputFile.exists() && !overwrite)
+    {
+        Report(tr("Error: ") + QLatin1String(kind) + QLatin1String(" file '") + outputPath +
+               QLatin1String("' already exists and should not be overwritten!"));
+        return;
+    }
+    if (!outputFile.open(QIODevice::WriteOnly | QIODevice::Text))
+    {
+        Report(tr("Error '") + outputFile.errorString() + QLatin1String("' while creating ") + QLatin1String(kind) +
+               QLatin1String(" file!"));
+        return;
+    }
+    QTextStream output(&outputFile);
+    ReportDone();
+
+    QTextStream input(&templateFile);
+    ProcessTemplate(output, input, features);
+    ReportDone();
+}
+
+CppOptions CppClassGenerator::Options() const
+{
+    return {m_ui.m_editClassName->text(), m_ui.m_editHeaderFileName->text(), m_ui.m_editSourceFileName->text(),
+        m_ui.m_editGetterPrefix->text(), m_ui.m_editGetterSuffix->text(), m_ui.m_editSetterPrefix->text(),
+        m_ui.m_editSetterSuffix->text(), m_headerTemplateFileChooser->m_lineEdit->text(),
+        m_sourceTemplateFileChooser->m_lineEdit->text()};
+}
+
+void CppClassGenerator::Report(const QString& message)
+{
+    emit LogMessage(message);
 }
 
 void CppClassGenerator::OnOptionsTextChanged(const QString& text)
@@ -129,9 +162,10 @@ void CppClassGenerator::OnOptionsTextChanged(const QString& text)
 
 void CppClassGenerator::OnClassNameEditingFinished()
 {
-    const QString className = GetValidIdentifierName(m_ui.m_editClassName->text());
-    m_ui.m_editClassName->setText(className);
+    CppOptions named;
+    named.SetClassName(GetValidIdentifierName(m_ui.m_editClassName->text()));
+    m_ui.m_editClassName->setText(named.className);
     // Also over names that were typed by hand: the files follow the class.
-    m_ui.m_editHeaderFileName->setText(className + QLatin1String(".h"));
-    m_ui.m_editSourceFileName->setText(className + QLatin1String(".cpp"));
+    m_ui.m_editHeaderFileName->setText(named.headerFileName);
+    m_ui.m_editSourceFileName->setText(named.sourceFileName);
 }

@@ -1,6 +1,6 @@
 #include "CppFeature.h"
 
-#include "CppClassGenerator.h"
+#include "CppClassWriter.h"
 
 namespace
 {
@@ -11,6 +11,14 @@ CppMethod Method(CppMethod::Kind kind, const QString& name, const QString& type)
 }
 
 } // namespace
+
+QList<CppMethod> CppFeature::Methods() const
+{
+    QList<CppMethod> methods = ValueMethods();
+    if (!methods.isEmpty())
+        methods.append({CppMethod::Accessor, names.accessor, QLatin1String(" (OPX::KltAPI::FeaturePtr & feature)")});
+    return methods;
+}
 
 QList<CppMethod> CppFeature::ValueMethods() const
 {
@@ -27,8 +35,8 @@ QList<CppMethod> CppFeature::ValueMethods() const
         methods.append({CppMethod::Command, names.identifier, QLatin1String(" ()")});
         return methods;
     }
-    const auto type = CppClassGenerator::SimpleFeatureTypeMap.find(dataType);
-    if (type == CppClassGenerator::SimpleFeatureTypeMap.end())
+    const auto type = CppClassWriter::SimpleFeatureTypeMap.find(dataType);
+    if (type == CppClassWriter::SimpleFeatureTypeMap.end())
         return methods;
     // Every feature can be asked for its value, also where the camera says that it cannot be read: the SDK's error is
     // the better answer than a missing method.

@@ -11,12 +11,12 @@ struct CppFeatureNames
     QString identifier; ///< The feature's own name; a command's method.
     QString getter;
     QString setter;
-    QString accessor; ///< The method that hands out the feature's handle.
+    QString accessor;
     QString enumType;
     QString member; ///< The cached handle.
 };
 
-/// One method of the generated class that reads, writes or runs a feature.
+/// One method of the generated class.
 struct CppMethod
 {
     enum Kind
@@ -25,7 +25,8 @@ struct CppMethod
         SimpleSetter,
         EnumGetter,
         EnumSetter,
-        Command
+        Command,
+        Accessor ///< Hands out the feature's handle.
     };
 
     Kind kind;
@@ -40,8 +41,11 @@ struct CppFeature
     KltFeatureDataType dataType;
     bool writable;
 
-    /// The methods for the feature's value, in the order in which they are written; empty for a data type that has no
-    /// C++ counterpart. The feature accessor is not among them.
+    /// All methods of the feature, in the order in which they are written; empty for a data type that has no C++
+    /// counterpart.
+    QList<CppMethod> Methods() const;
+
+private:
     QList<CppMethod> ValueMethods() const;
 };
 

@@ -1,6 +1,6 @@
 // Names in generated code. Nothing else in the generator makes one.
 
-#include "CppClassGenerator.h"
+#include "CppClassWriter.h"
 
 #include <algorithm>
 
@@ -14,7 +14,7 @@ bool IsOutOfPlace(QChar character)
 
 } // namespace
 
-QString CppClassGenerator::GetValidIdentifierName(const QString& name)
+QString CppClassWriter::GetValidIdentifierName(const QString& name)
 {
     QString result = name;
     // Nearly all names are valid: those share their text with the result.
@@ -23,39 +23,41 @@ QString CppClassGenerator::GetValidIdentifierName(const QString& name)
     if (!result.isEmpty() && result.at(0).isDigit())
         result.prepend(QLatin1Char('I'));
     if (result != name)
-        emit LogMessage(tr("Info: '") + name + QLatin1String("' is not a valid C++ identifier -> changed to '") +
-                        result + QLatin1String("'!"));
+        Report(tr("Info: '") + name + QLatin1String("' is not a valid C++ identifier -> changed to '") + result +
+               QLatin1String("'!"));
     return result;
 }
 
-CppFeatureNames CppClassGenerator::FeatureNames(const QString& name)
+QString CppClassWriter::ClassNameFor(const char* cameraName)
 {
-    const QString getterPrefix = m_ui.m_editGetterPrefix->text();
-    const QString getterSuffix = m_ui.m_editGetterSuffix->text();
-    const QString setterPrefix = m_ui.m_editSetterPrefix->text();
-    const QString setterSuffix = m_ui.m_editSetterSuffix->text();
+    return GetValidIdentifierName(tr(cameraName) + QLatin1String("Camera"));
+}
 
+CppFeatureNames CppClassWriter::FeatureNames(const QString& name)
+{
+    const CppOptions options = Options();
     CppFeatureNames names;
     names.identifier = GetValidIdentifierName(name);
-    names.getter = GetValidIdentifierName(getterPrefix + names.identifier + getterSuffix);
-    names.setter = GetValidIdentifierName(setterPrefix + names.identifier + setterSuffix);
-    names.accessor = GetValidIdentifierName(getterPrefix + names.identifier + QLatin1String("Feature") + getterSuffix);
+    names.getter = GetValidIdentifierName(options.getterPrefix + names.identifier + options.getterSuffix);
+    names.setter = GetValidIdentifierName(options.setterPrefix + names.identifier + options.setterSuffix);
+    names.accessor = GetValidIdentifierName(
+        options.getterPrefix + names.identifier + QLatin1String("Feature") + options.getterSuffix);
     names.enumType = EnumTypeName(names.identifier);
     names.member = MemberName(names.identifier);
     return names;
 }
 
-QString CppClassGenerator::MemberName(const QString& identifier)
+QString CppClassWriter::MemberName(const QString& identifier)
 {
     return GetValidIdentifierName(tr("m_") + identifier + QLatin1String("Feature"));
 }
 
-QString CppClassGenerator::EnumTypeName(const QString& name)
+QString CppClassWriter::EnumTypeName(const QString& name)
 {
     return GetValidIdentifierName(name + QLatin1String("Enum"));
 }
 
-QString CppClassGenerator::EnumEntryName(const QString& feature, const QString& entry)
+QString CppClassWriter::EnumEntryName(const QString& feature, const QString& entry)
 {
     return GetValidIdentifierName(feature + QLatin1Char('_') + entry);
 }

@@ -1,6 +1,6 @@
 // The declarations of the generated class, and the walk through the catalogue that declarations and bodies share.
 
-#include "CppClassGenerator.h"
+#include "CppClassWriter.h"
 
 #include "FeatureInfos.h"
 #include "KoltaHelper.h"
@@ -14,13 +14,6 @@ using namespace OPX::KltAPI;
 namespace
 {
 
-std::string NameOf(const Feature& feature)
-{
-    std::string name;
-    ReadString(feature, &Feature::GetName, name);
-    return name;
-}
-
 QString Indentation(int column)
 {
     return QString(column, QLatin1Char(' '));
@@ -28,13 +21,13 @@ QString Indentation(int column)
 
 } // namespace
 
-int CppClassGenerator::WriteMethodDeclarations(QTextStream& output, int column, const FeatureInfos& features)
+int CppClassWriter::WriteMethodDeclarations(QTextStream& output, int column, const FeatureInfos& features)
 {
-    return WriteMethods(output, column, features, &CppClassGenerator::WriteDeclarations);
+    return WriteMethods(output, column, features, &CppClassWriter::WriteDeclaration);
 }
 
-int CppClassGenerator::WriteMethods(
-    QTextStream& output, int column, const FeatureInfos& features, FeatureWriter writeFeature)
+int CppClassWriter::WriteMethods(
+    QTextStream& output, int column, const FeatureInfos& features, MethodWriter writeMethod)
 {
     const QString indent = Indentation(column);
     int count = 0;
@@ -43,10 +36,11 @@ int CppClassGenerator::WriteMethods(
         // A category without usable features leaves nothing behind, not even its heading.
         QString text;
         QTextStream scratch(&text);
-        scratch << Qt::endl << indent << "// Category " << QString::fromUtf8(category.first.c_str()) << Qt::endl;
+        scratch << Qt::endl
+                << indent << QLatin1String("// Category ") << QString::fromUtf8(category.first.c_str()) << Qt::endl;
         int written = 0;
         for (const FeaturePtr& feature : category.second)
-            written += WriteMethodsOf(*feature, scratch, indent, writeFeature) ? 1 : 0;
+            written += WriteMethodsOf(*feature, scratch, indent, writeMethod) ? 1 : 0;
         if (written > 0)
             output << text;
         count += written;
@@ -54,44 +48,41 @@ int CppClassGenerator::WriteMethods(
     return count;
 }
 
-bool CppClassGenerator::WriteMethodsOf(
-    const Feature& feature, QTextStream& scratch, const QString& indent, FeatureWriter writeFeature)
+bool CppClassWriter::WriteMethodsOf(
+    const Feature& feature, QTextStream& scratch, const QString& indent, MethodWriter writeMethod)
 {
     const CppFeature described = Describe(feature);
-    const QList<CppMethod> valueMethods = described.ValueMethods();
-    if (valueMethods.isEmpty())
+    const QList<CppMethod> methods = described.Methods();
+    if (methods.isEmpty())
     {
-        emit LogMessage(tr("Unknown feature type ") + KoltaHelper::DataTypeToString(described.dataType) +
-                        QLatin1String(" detected! Feature ") + described.names.identifier +
-                        QLatin1String(" will be ignored."));
+        Report(tr("Unknown feature type ") + KoltaHelper::DataTypeToString(described.dataType) +
+               QLatin1String(" detected! Feature ") + described.names.identifier + QLatin1String(" will be ignored."));
         return false;
     }
-    (this->*writeFeature)(scratch, indent, described, valueMethods);
+    for (const CppMethod& method : methods)
+        (this->*writeMethod)(scratch, indent, method, described.names);
+    scratch << Qt::endl;
     return true;
 }
 
-CppFeature CppClassGenerator::Describe(const Feature& feature)
+CppFeature CppClassWriter::Describe(const Feature& feature)
 {
     KltFeatureDataType dataType = KltFeatureDataUnknown;
     feature.GetDataType(dataType);
     KltFeatureFlagsType flags = KltFeatureFlagsNone;
-    const std::string name = NameOf(feature);
+    const std::string name = TextOf(feature, &Feature::GetName);
     feature.GetFlags(flags);
 
     return {FeatureNames(tr(name.c_str())), dataType, (flags & KltFeatureFlagsWrite) == KltFeatureFlagsWrite};
 }
 
-void CppClassGenerator::WriteDeclarations(
-    QTextStream& scratch, const QString& indent, const CppFeature& feature, const QList<CppMethod>& valueMethods)
+void CppClassWriter::WriteDeclaration(
+    QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& /*names*/)
 {
-    for (const CppMethod& method : valueMethods)
-        scratch << indent << "KltErrorType " << method.name << method.arguments << ';' << Qt::endl;
-    scratch << indent << "KltErrorType " << feature.names.accessor << " (OPX::KltAPI::FeaturePtr & feature);"
-            << Qt::endl;
-    scratch << Qt::endl;
+    scratch << indent << QLatin1String("KltErrorType ") << method.name << method.arguments << ';' << Qt::endl;
 }
 
-int CppClassGenerator::WriteVariableDeclarations(QTextStream& output, int column, const FeatureInfos& features)
+int CppClassWriter::WriteVariableDeclarations(QTextStream& output, int column, const FeatureInfos& features)
 {
     const QString indent = Indentation(column);
     int count = 0;
@@ -101,8 +92,8 @@ int CppClassGenerator::WriteVariableDeclarations(QTextStream& output, int column
         QTextStream scratch(&text);
         for (const FeaturePtr& feature : category.second)
         {
-            const QString identifier = GetValidIdentifierName(tr(NameOf(*feature).c_str()));
-            scratch << indent << "OPX::KltAPI::FeaturePtr " << MemberName(identifier) << ';' << Qt::endl;
+            const QString identifier = GetValidIdentifierName(tr(TextOf(*feature, &Feature::GetName).c_str()));
+            scratch << indent << QLatin1String("OPX::KltAPI::FeaturePtr ") << MemberName(identifier) << ';' << Qt::endl;
             ++count;
         }
         output << text;
@@ -110,7 +101,7 @@ int CppClassGenerator::WriteVariableDeclarations(QTextStream& output, int column
     return count;
 }
 
-int CppClassGenerator::WriteEnumDeclarations(QTextStream& output, int column, const FeatureInfos& features)
+int CppClassWriter::WriteEnumDeclarations(QTextStream& output, int column, const FeatureInfos& features)
 {
     const QString indent = Indentation(column);
     int count = 0;
@@ -121,10 +112,10 @@ int CppClassGenerator::WriteEnumDeclarations(QTextStream& output, int column, co
         QTextStream scratch(&text);
         const QString feature = tr(enumeration.first.c_str());
         const QString typeName = EnumTypeName(feature);
-        scratch << indent << "typedef enum _" << typeName << Qt::endl;
+        scratch << indent << QLatin1String("typedef enum _") << typeName << Qt::endl;
         scratch << indent << '{' << Qt::endl;
         const int written = WriteEntries(scratch, indent, feature, enumeration.second);
-        scratch << indent << "} " << typeName << ';' << Qt::endl;
+        scratch << indent << QLatin1String("} ") << typeName << ';' << Qt::endl;
         scratch << Qt::endl;
         if (written > 0)
             output << text;
@@ -133,17 +124,17 @@ int CppClassGenerator::WriteEnumDeclarations(QTextStream& output, int column, co
     return count;
 }
 
-int CppClassGenerator::WriteEntries(
+int CppClassWriter::WriteEntries(
     QTextStream& scratch, const QString& indent, const QString& feature, const std::vector<EnumEntry>& entries)
 {
     std::size_t left = entries.size();
     for (const EnumEntry& entry : entries)
     {
-        std::string name;
-        ReadString(entry, &EnumEntry::GetName, name);
+        const std::string name = TextOf(entry, &EnumEntry::GetName);
         KltInt64_t value = 0;
         entry.GetValue(value);
-        scratch << indent << "    " << EnumEntryName(feature, tr(name.c_str())) << " = " << value;
+        scratch << indent << QLatin1String("    ") << EnumEntryName(feature, tr(name.c_str())) << QLatin1String(" = ")
+                << value;
         if (--left > 0)
             scratch << ',';
         scratch << Qt::endl;

@@ -1,12 +1,10 @@
 // Random catalogues, options and templates, and what must hold whatever they are. KOLTA_SEED chooses others, and
 // KOLTA_ROUNDS how many.
 
-#include "CppClassGenerator.h"
-#include "FileChooserWidget.h"
+#include "NameCheck.h"
 #include "TestData.h"
 
 #include <QFile>
-#include <QLineEdit>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -77,20 +75,24 @@ private:
         return name;
     }
 
-    /// One that every compiler takes, and that no other feature has.
-    std::string ValidName(int number)
+    /// Names that are easily in each other's way.
+    QString NarrowName()
     {
-        static const char* const Parts[] = {"Gain", "x", "_", "\xc3\x84", "\xe5\x86\x99", "Feature", "Enum", "Set"};
-        return "F" + OneOf(Parts) + std::to_string(number) + OneOf(Parts);
+        static const char* const Names[] = {"A", "AEnum", "_A", "_AEnum", "A_B", "B", "GetA", "GetAFeature", "AFeature",
+            "SetA", "m_A", "m_AFeature", "E", "EEnum", "E_A", "K", "delete", "std", "OPX", "NULL", "KltErrorType", "p",
+            "result", "value", "feature", "nValue", "pFeature", "m_camera", "GetFeatureByName", "linux", "Feature",
+            "Enum", "Get", "\xc2\xb2", "a\xc2\xb2", "\xc3\x84", "\xe5\x86\x99", "x y", "x_y", "1", "I1", "string",
+            "FeaturePtr", "bool", "KltInt64_t", "__x", "_"};
+        return QString::fromUtf8(Names[Below(static_cast<int>(sizeof Names / sizeof *Names))]);
     }
 
-    ScriptedSdk::FeatureData RandomFeature(int number, bool valid)
+    ScriptedSdk::FeatureData RandomFeature(bool valid)
     {
         // A line break in a category would begin a line of its own; no SDK delivers one.
         static const char* const Categories[] = {"", "/A", "/B", "/B/C", "/\xc3\x96 %1", "C"};
-        ScriptedSdk::FeatureData feature = MakeFeature(valid ? ValidName(number) : Name(),
-            static_cast<KltFeatureDataType>(valid ? 1 + Below(7) : Below(11)),
-            static_cast<KltFeatureFlagsType>(Below(8)), {}, OneOf(Categories));
+        ScriptedSdk::FeatureData feature =
+            MakeFeature(Name(), static_cast<KltFeatureDataType>(valid ? 1 + Below(7) : Below(11)),
+                static_cast<KltFeatureFlagsType>(Below(8)), {}, OneOf(Categories));
         if (feature.dataType == KltFeatureDataEnum)
             for (int i = Below(5) + (valid ? 1 : 0); i > 0; --i)
                 feature.entries.push_back(
@@ -102,22 +104,8 @@ private:
     {
         std::vector<ScriptedSdk::FeatureData> features;
         for (int i = 0; i < count; ++i)
-            features.push_back(RandomFeature(i, valid));
+            features.push_back(RandomFeature(valid));
         return features;
-    }
-
-    QLineEdit* Edit(const char* name) { return m_page.findChild<QLineEdit*>(QLatin1String(name)); }
-
-    void Write(const QString& name, const QString& content)
-    {
-        QFile file(m_folder.filePath(name));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content.toUtf8()) >= 0);
-    }
-
-    QString Content(const QString& name)
-    {
-        QFile file(m_folder.filePath(name));
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : "no " + name;
     }
 
     /// Every block between two lines of its own, so that it is found again, behind something of random length.
@@ -160,8 +148,7 @@ private:
         for (const Written& block : blocks)
             QVERIFY(block.isIndented);
         QStringList declared = blocks[Declarations].StartingWith("KltErrorType ").replaceInStrings(";", "");
-        QCOMPARE(
-            blocks[Implementations].StartingWith("KltErrorType " + Edit("m_editClassName")->text() + "::"), declared);
+        QCOMPARE(blocks[Implementations].StartingWith("KltErrorType " + m_writer.options.className + "::"), declared);
         QCOMPARE(blocks[Implementations].lines.count("{"), declared.size());
         QCOMPARE(blocks[Implementations].lines.count("}"), declared.size());
         int usable = 0;
@@ -201,9 +188,7 @@ private:
     }
 
     std::mt19937_64 m_random;
-    QTemporaryDir m_folder;
-    QWidget m_page;
-    CppClassGenerator m_generator;
+    Writer m_writer;
 
 private slots:
     void initTestCase()
@@ -211,13 +196,9 @@ private slots:
         const unsigned long long seed = qEnvironmentVariableIntValue("KOLTA_SEED");
         qInfo("The seed is %llu.", seed);
         m_random.seed(seed);
-        m_generator.SetupUi(&m_page);
-        for (const char* kind : {"header", "source"})
-            m_page.findChild<FileChooserWidget*>(QString("m_%1TemplateFileChooser").arg(kind))
-                ->m_lineEdit->setText(m_folder.filePath("t"));
     }
 
-    void WhateverComesInTheFilesAreConsistent()
+    void WhateverComesInTheTextIsConsistent()
     {
         const int rounds = std::max(60, qEnvironmentVariableIntValue("KOLTA_ROUNDS"));
         for (int round = 0; round < rounds; ++round)
@@ -226,25 +207,14 @@ private slots:
                 RandomFeatures(Below(round % 10 == 0 ? 501 : 30), false);
             const FeatureInfos catalogue = Catalogue(features);
             // Nobody can type a line break.
-            for (const char* edit : {"m_editClassName", "m_editGetterPrefix", "m_editGetterSuffix",
-                     "m_editSetterPrefix", "m_editSetterSuffix"})
-                Edit(edit)->setText(QString::fromUtf8(Name().c_str()).remove("###").remove('\n'));
-            Edit("m_editHeaderFileName")->setText("K.h");
-            Edit("m_editSourceFileName")->setText("K.cpp");
+            for (QString CppOptions::*option : {&CppOptions::className, &CppOptions::getterPrefix,
+                     &CppOptions::getterSuffix, &CppOptions::setterPrefix, &CppOptions::setterSuffix})
+                m_writer.options.*option = QString::fromUtf8(Name().c_str()).remove("###").remove('\n');
             int columns[4];
-            Write("t", RandomTemplate(columns));
-            QString text;
-            QStringList said;
-            for (int run = 0; run < 2; ++run)
-            {
-                Messages messages(m_generator);
-                m_generator.Run(m_folder.path().toLocal8Bit().constData(), true, catalogue);
-                const QStringList saidNow = messages.Take();
-                QVERIFY(run == 0 || (said == saidNow && text == Content("K.h")));
-                said = saidNow;
-                text = Content("K.h");
-            }
-            QCOMPARE(Content("K.cpp"), text);
+            const QString lines = RandomTemplate(columns);
+            const QString text = m_writer.Expand(lines, catalogue);
+            const QStringList said = m_writer.said;
+            QVERIFY(m_writer.Expand(lines, catalogue) == text && m_writer.said == said);
             Written blocks[4];
             for (int block : {Declarations, Implementations, Members, Enums})
                 blocks[block] = Find(block, text, columns[block], said);
@@ -253,20 +223,50 @@ private slots:
         }
     }
 
-    void ValidNamesCompile()
+    /// Small classes full of names that are in each other's way; all that the check lets pass go into one file.
+    void WhatTheCheckOfNamesLetsPassCompiles()
     {
-        QStringList texts = {"Klass", "Get", "", "Set", "", "K.h", "K.cpp"};
-        for (const char* edit : {"m_editClassName", "m_editGetterPrefix", "m_editGetterSuffix", "m_editSetterPrefix",
-                 "m_editSetterSuffix", "m_editHeaderFileName", "m_editSourceFileName"})
-            Edit(edit)->setText(texts.takeFirst());
-        for (const char* kind : {"header", "source"})
-            m_page.findChild<FileChooserWidget*>(QString("m_%1TemplateFileChooser").arg(kind))
-                ->m_lineEdit->setText(QString(TEMPLATES "/CppTemplate.%1").arg(*kind == 'h' ? "h" : "cpp"));
-        m_generator.Run(m_folder.path().toLocal8Bit().constData(), true, Catalogue(RandomFeatures(300, true)));
+        const QTemporaryDir folder;
+        QFile file(folder.filePath("all.cpp"));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        int passed = 0;
+        for (int i = 0; i < 600; ++i)
+        {
+            m_writer.options = CppOptions::Defaults();
+            m_writer.options.SetClassName(
+                Below(20) == 0 ? m_writer.GetValidIdentifierName(NarrowName()) : "K" + QString::number(i));
+            m_writer.options.headerFileName = "K.h";
+            for (QString CppOptions::*option : {&CppOptions::getterPrefix, &CppOptions::getterSuffix,
+                     &CppOptions::setterPrefix, &CppOptions::setterSuffix})
+                if (Below(4) == 0)
+                    m_writer.options.*option = Below(2) == 0 ? QString() : NarrowName();
+            std::vector<ScriptedSdk::FeatureData> features = RandomFeatures(1 + Below(6), true);
+            for (ScriptedSdk::FeatureData& feature : features)
+            {
+                feature.name = NarrowName().toStdString();
+                for (ScriptedSdk::EntryData& entry : feature.entries)
+                    entry.name = NarrowName().toStdString();
+            }
+            const FeatureInfos catalogue = Catalogue(features);
+            if (!CheckNames(m_writer, catalogue).errors.isEmpty())
+                continue;
+            ++passed;
+            file.write("namespace N" + QByteArray::number(i) + "\n{\n");
+            for (const char* ending : {".h", ".cpp"})
+            {
+                QFile lines(QString(TEMPLATES "/CppTemplate") + ending);
+                QVERIFY(lines.open(QIODevice::ReadOnly));
+                QString text = m_writer.Expand(lines.readAll(), catalogue);
+                file.write(text.remove(QRegularExpression("#(include|ifndef|define|endif).*")).toUtf8() + "\n");
+            }
+            file.write("}\n");
+        }
+        file.close();
+        QVERIFY(passed > 100);
         QProcess compiler;
         compiler.setProcessChannelMode(QProcess::MergedChannels);
-        compiler.start(COMPILER, {"-std=c++11", "-Wall", "-Wextra", "-Wpedantic", "-Wshadow", "-Werror",
-                                     "-fsyntax-only", "-I", HEADERS, m_folder.filePath("K.cpp")});
+        compiler.start(COMPILER, {"-fsyntax-only", "-I", HEADERS, "-include", "cstddef", "-include", "string",
+                                     "-include", "KoltaCPP/KoltaCPP.h", file.fileName()});
         QVERIFY(compiler.waitForFinished(120000));
         QVERIFY2(compiler.exitCode() == 0, compiler.readAll().left(5000).constData());
     }

@@ -2,11 +2,13 @@
 #define TESTDATA_H
 
 #include "ClassGeneratorBase.h"
+#include "CppClassWriter.h"
 #include "FeatureInfos.h"
 #include "ScriptedSdk.h"
 
 #include <QSignalSpy>
 #include <QStringList>
+#include <QTextStream>
 #include <QVariant>
 
 /// Short ways to describe cameras, and to see what was said.
@@ -35,6 +37,28 @@ inline FeatureInfos Catalogue(const std::vector<ScriptedSdk::FeatureData>& featu
     infos.Create(ScriptedSdk::MakeCamera(CameraWith(features)));
     return infos;
 }
+
+/// A writer that keeps its options and its messages.
+class Writer : public CppClassWriter
+{
+public:
+    CppOptions Options() const override { return options; }
+    void Report(const QString& message) override { said.append(message); }
+
+    /// What a template stands for; only the messages about it are kept.
+    QString Expand(QString text, const FeatureInfos& features)
+    {
+        said.clear();
+        QString written;
+        QTextStream input(&text);
+        QTextStream output(&written);
+        ProcessTemplate(output, input, features);
+        return written;
+    }
+
+    CppOptions options;
+    QStringList said;
+};
 
 /// Collects the messages of a generator.
 class Messages

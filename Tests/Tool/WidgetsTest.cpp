@@ -117,7 +117,7 @@ private slots:
         TextEditIoDevice device(nullptr, &edit);
         QVERIFY(device.open(QIODevice::WriteOnly | QIODevice::Text));
         QTextStream stream(&device);
-        WriteUtf8(stream);
+        UseUtf8(stream);
         const QStringList messages = {QStringLiteral("a < b > c"), QStringLiteral("<b>%1</b> & co"),
             QString::fromUtf8("\xc3\x84\xe2\x82\xac\xf0\x9f\x93\xb7"), QString(20000, QLatin1Char('x')),
             QStringLiteral("  blanks  ")};

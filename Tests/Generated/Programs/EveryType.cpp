@@ -6,7 +6,7 @@ USE_CAMERA(EveryType)
 {
     KltInt64_t integer = 0;
     double real = 0;
-    AnEnumerationEnum enumeration = AnEnumeration_Off;
+    Camera::AnEnumerationEnum enumeration = Camera::AnEnumeration_Off;
     std::string text;
     bool flag = false;
     OPX::KltAPI::UcharVector bytes;
@@ -14,8 +14,8 @@ USE_CAMERA(EveryType)
     CHECK(camera.SetAnInteger(5) == 0 && camera.GetAnInteger(integer) == 0 && integer == 5);
     CHECK(camera.SetAFloat(2.5) == 0 && camera.GetAFloat(real) == 0 && real == 2.5);
     CHECK(camera.SetAFloat(11) == KltErrorInvalidValue);
-    CHECK(camera.SetAnEnumeration(AnEnumeration_Continuous) == 0);
-    CHECK(camera.GetAnEnumeration(enumeration) == 0 && enumeration == AnEnumeration_Continuous);
+    CHECK(camera.SetAnEnumeration(Camera::AnEnumeration_Continuous) == 0);
+    CHECK(camera.GetAnEnumeration(enumeration) == 0 && enumeration == Camera::AnEnumeration_Continuous);
     CHECK(camera.SetAString("other") == 0 && camera.GetAString(text) == 0 && text == "other");
     CHECK(camera.SetABoolean(true) == 0 && camera.GetABoolean(flag) == 0 && flag);
     CHECK(camera.ACommand() == 0);

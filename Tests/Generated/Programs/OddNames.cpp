@@ -8,6 +8,6 @@ USE_CAMERA(OddNames)
     CHECK(camera.Get_fine_(value) == 0 && value == 5);
     // The camera knows these features under their own names only.
     CHECK(camera.GetWith_Blank(value) == KltErrorNotFound && camera.GetI2ndFeature(value) == KltErrorNotFound);
-    CHECK(camera.SetWith_Hyphen(With_Hyphen_3rd) == KltErrorNotFound);
+    CHECK(camera.SetWith_Hyphen(Camera::With_Hyphen_3rd) == KltErrorNotFound);
     return true;
 }

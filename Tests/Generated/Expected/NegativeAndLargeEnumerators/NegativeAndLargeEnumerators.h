@@ -8,25 +8,25 @@
 #include <cstddef>
 #include <string>
 
-typedef enum _WideEnum
-{
-    Wide_Lowest = -9223372036854775807,
-    Wide_Negative = -1,
-    Wide_Zero = 0,
-    Wide_AboveInt = 2147483648,
-    Wide_Largest = 9223372036854775807
-} WideEnum;
-
 /// Typed access to the features of one camera.
 ///
 /// Every feature has a method that hands out its handle, which is looked up at the first use and then kept. Features
 /// with a value have a getter and, if they can be written, a setter; commands have a method that runs them. All of
 /// them return what the SDK returns: KltErrorSuccess or an error, after which the value is not to be used.
 ///
-/// Opening and closing the camera is up to the caller. Copies of an object use the same camera.
+/// Opening and closing the camera is up to the caller. An object belongs to one thread, and its copies share the camera.
 class NegativeAndLargeEnumerators
 {
 public:
+    typedef enum _WideEnum
+    {
+        Wide_Lowest = -9223372036854775807,
+        Wide_Negative = -1,
+        Wide_Zero = 0,
+        Wide_AboveInt = 2147483648,
+        Wide_Largest = 9223372036854775807
+    } WideEnum;
+
     /// The camera whose features are used from now on.
     explicit NegativeAndLargeEnumerators (const OPX::KltAPI::CameraPtr & camera);
 

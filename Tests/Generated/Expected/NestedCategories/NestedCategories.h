@@ -14,7 +14,7 @@
 /// with a value have a getter and, if they can be written, a setter; commands have a method that runs them. All of
 /// them return what the SDK returns: KltErrorSuccess or an error, after which the value is not to be used.
 ///
-/// Opening and closing the camera is up to the caller. Copies of an object use the same camera.
+/// Opening and closing the camera is up to the caller. An object belongs to one thread, and its copies share the camera.
 class NestedCategories
 {
 public:

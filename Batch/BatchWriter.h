@@ -1,0 +1,29 @@
+#ifndef BATCHWRITER_H
+#define BATCHWRITER_H
+
+#include "CppClassWriter.h"
+
+#include <QByteArray>
+
+/// Writes classes into memory, under options that do not change. Throws CommandError.
+class BatchWriter : public CppClassWriter
+{
+public:
+    /// \param aloud whether messages go to the standard error output
+    BatchWriter(const CppOptions& options, bool aloud);
+
+    CppOptions Options() const override { return m_options; }
+    void Report(const QString& message) override;
+
+    /// What a template stands for.
+    /// \param kind "header" or "source", for the messages
+    /// \param outputPath where the text will be put, for the messages
+    QByteArray Expand(
+        const char* kind, const QString& templatePath, const QString& outputPath, const FeatureInfos& features);
+
+private:
+    const CppOptions m_options;
+    const bool m_aloud;
+};
+
+#endif

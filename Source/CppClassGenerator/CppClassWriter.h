@@ -1,0 +1,119 @@
+#ifndef CPPCLASSWRITER_H
+#define CPPCLASSWRITER_H
+
+#include "CppFeature.h"
+#include "CppOptions.h"
+
+#include <KoltaCPP/Feature.h>
+#include <QCoreApplication>
+
+#include <map>
+#include <vector>
+
+class FeatureInfos;
+class QTextStream;
+
+/// Writes C++ classes: a catalogue and the lines of a template go in, text and messages come out.
+///
+/// Where the options are kept, what is done with the messages, and which files are read and written is up to the
+/// class derived from it. Asks for the options again whenever it needs one. One thread at a time.
+class CppClassWriter
+{
+    // Who translates this class translates the generator.
+    Q_DECLARE_TR_FUNCTIONS(CppClassGenerator)
+
+public:
+    /// How a simple data type is spelled in the arguments of a getter and of a setter. Static texts.
+    struct FeatureTypeInfo
+    {
+        const char* getterType;
+        const char* setterType;
+    };
+
+    /// The data types whose value the SDK reads and writes in one call. Filled by the first writer.
+    static std::map<KltFeatureDataType, FeatureTypeInfo> SimpleFeatureTypeMap;
+
+    CppClassWriter();
+    virtual ~CppClassWriter() = default;
+
+    CppClassWriter(const CppClassWriter&) = delete;
+    CppClassWriter& operator=(const CppClassWriter&) = delete;
+
+    /// The present options.
+    virtual CppOptions Options() const = 0;
+
+    /// Takes one message for the user.
+    virtual void Report(const QString& message) = 0;
+
+    /// \name Names
+    /// @{
+
+    /// \a name with everything that cannot be part of a C++ identifier replaced. Says so in a message if it is
+    /// different from \a name. Letters and digits of every script are kept.
+    QString GetValidIdentifierName(const QString& name);
+
+    /// The name of the class for the camera that the SDK calls \a cameraName.
+    QString ClassNameFor(const char* cameraName);
+
+    /// All names of the feature that the SDK calls \a name.
+    CppFeatureNames FeatureNames(const QString& name);
+
+    /// All that is looked at in a feature, with its names.
+    CppFeature Describe(const OPX::KltAPI::Feature& feature);
+
+    /// The handle of the feature with this identifier.
+    QString MemberName(const QString& identifier);
+
+    /// The type of the enumeration feature with this identifier or SDK name.
+    QString EnumTypeName(const QString& name);
+
+    /// The enumerator for one entry of an enumeration feature, both by their SDK names.
+    QString EnumEntryName(const QString& feature, const QString& entry);
+    /// @}
+
+    /// \name Templates
+    /// @{
+
+    /// Writes what the lines of \a input stand for.
+    void ProcessTemplate(QTextStream& output, QTextStream& input, const FeatureInfos& features);
+
+    /// Writes what one line of a template stands for.
+    void Process(QTextStream& output, QString line, const FeatureInfos& features);
+
+    /// The writers of the blocks that stand for a placeholder. All lines are indented by \a column blanks.
+    /// \return the number of features or, for the enumerations, entries that were written
+    int WriteMethodDeclarations(QTextStream& output, int column, const FeatureInfos& features);
+    int WriteMethodImplementations(QTextStream& output, int column, const FeatureInfos& features);
+    int WriteVariableDeclarations(QTextStream& output, int column, const FeatureInfos& features);
+    int WriteEnumDeclarations(QTextStream& output, int column, const FeatureInfos& features);
+    /// @}
+
+protected:
+    /// \name Messages about files, for those who read and write them
+    /// \param kind "header" or "source"
+    /// @{
+    void ReportProcessing(const char* kind, const QString& templatePath);
+    void ReportCreating(const char* kind, const QString& outputPath);
+    void ReportDone();
+    /// @}
+
+private:
+    /// Writes one method of a feature. The stream is the scratch stream of the feature's category.
+    typedef void (CppClassWriter::*MethodWriter)(
+        QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& names);
+
+    QString SubstituteNames(QString line) const;
+    bool ProcessBlock(QTextStream& output, const QString& line, const FeatureInfos& features);
+
+    int WriteMethods(QTextStream& output, int column, const FeatureInfos& features, MethodWriter writeMethod);
+    bool WriteMethodsOf(
+        const OPX::KltAPI::Feature& feature, QTextStream& scratch, const QString& indent, MethodWriter writeMethod);
+    void WriteDeclaration(
+        QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& names);
+    void WriteImplementation(
+        QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& names);
+    int WriteEntries(QTextStream& scratch, const QString& indent, const QString& feature,
+        const std::vector<OPX::KltAPI::EnumEntry>& entries);
+};
+
+#endif

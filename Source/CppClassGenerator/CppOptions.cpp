@@ -1,0 +1,44 @@
+#include "CppOptions.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+
+namespace
+{
+
+QString DefaultTemplate(const char* name)
+{
+    return QCoreApplication::applicationDirPath() + QDir::separator() + QLatin1String("Templates") + QDir::separator() +
+           QLatin1String(name);
+}
+
+bool ExistsAt(const QString& path)
+{
+    return !path.isEmpty() && QFile::exists(path);
+}
+
+} // namespace
+
+CppOptions CppOptions::Defaults()
+{
+    CppOptions options;
+    options.getterPrefix = QLatin1String("Get");
+    options.setterPrefix = QLatin1String("Set");
+    options.headerTemplate = DefaultTemplate("CppTemplate.h");
+    options.sourceTemplate = DefaultTemplate("CppTemplate.cpp");
+    return options;
+}
+
+void CppOptions::SetClassName(const QString& name)
+{
+    className = name;
+    headerFileName = name + QLatin1String(".h");
+    sourceFileName = name + QLatin1String(".cpp");
+}
+
+bool CppOptions::IsValid() const
+{
+    return !className.isEmpty() && !headerFileName.isEmpty() && !sourceFileName.isEmpty() && ExistsAt(headerTemplate) &&
+           ExistsAt(sourceTemplate);
+}
