@@ -274,37 +274,37 @@ void Pass(void* context, Take take)
         xmlStopParser(parser);
 }
 
-void OnBegin(void* context, const xmlChar* name, const xmlChar*, const xmlChar*, int, const xmlChar**, int count, int,
-    const xmlChar** attributes)
+void OnBegin(void* context, const xmlChar* name, const xmlChar* /*prefix*/, const xmlChar* /*uri*/, int /*spaces*/,
+    const xmlChar** /*spaceList*/, int count, int /*defaulted*/, const xmlChar** attributes)
 {
     Pass(context, [&](Reader& reader, const xmlParserCtxt& parser)
         { reader.Begin(ToView(name), Attributes(attributes, count), parser.input->line); });
 }
 
-void OnEnd(void* context, const xmlChar*, const xmlChar*, const xmlChar*)
+void OnEnd(void* context, const xmlChar* /*name*/, const xmlChar* /*prefix*/, const xmlChar* /*uri*/)
 {
-    Pass(context, [](Reader& reader, const xmlParserCtxt&) { reader.End(); });
+    Pass(context, [](Reader& reader, const xmlParserCtxt& /*parser*/) { reader.End(); });
 }
 
 void OnText(void* context, const xmlChar* text, int length)
 {
-    Pass(context, [&](Reader& reader, const xmlParserCtxt&)
+    Pass(context, [&](Reader& reader, const xmlParserCtxt& /*parser*/)
         { reader.TakeText(reinterpret_cast<const char*>(text), static_cast<std::size_t>(length)); });
 }
 
-void OnCdata(void* context, const xmlChar*, int)
+void OnCdata(void* context, const xmlChar* /*text*/, int /*length*/)
 {
-    Pass(context, [](Reader& reader, const xmlParserCtxt&) { reader.NoticeMoreThanText(); });
+    Pass(context, [](Reader& reader, const xmlParserCtxt& /*parser*/) { reader.NoticeMoreThanText(); });
 }
 
-void OnComment(void* context, const xmlChar*)
+void OnComment(void* context, const xmlChar* /*text*/)
 {
-    Pass(context, [](Reader& reader, const xmlParserCtxt&) { reader.NoticeMoreThanText(); });
+    Pass(context, [](Reader& reader, const xmlParserCtxt& /*parser*/) { reader.NoticeMoreThanText(); });
 }
 
-void OnInstruction(void* context, const xmlChar*, const xmlChar*)
+void OnInstruction(void* context, const xmlChar* /*target*/, const xmlChar* /*text*/)
 {
-    Pass(context, [](Reader& reader, const xmlParserCtxt&) { reader.NoticeMoreThanText(); });
+    Pass(context, [](Reader& reader, const xmlParserCtxt& /*parser*/) { reader.NoticeMoreThanText(); });
 }
 
 typedef std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> ParserPtr;

@@ -56,7 +56,7 @@ Number Divided(const Number& dividend, const Number& divisor, bool integers)
 Number RaisedInteger(std::int64_t base, std::int64_t exponent)
 {
     std::uint64_t result = 1;
-    std::uint64_t factor = static_cast<std::uint64_t>(base);
+    auto factor = static_cast<std::uint64_t>(base);
     for (std::int64_t rest = exponent; rest > 0; rest /= 2)
     {
         if (rest % 2 != 0)

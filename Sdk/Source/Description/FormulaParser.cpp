@@ -181,7 +181,7 @@ void FormulaParser::Literal()
     std::uint64_t integer = 0;
     double real = 0;
     const auto whole = std::from_chars(hexadecimal ? begin + 2 : begin, end, integer, hexadecimal ? 16 : 10);
-    auto used = whole.ptr;
+    const char* used = whole.ptr;
     bool isReal = false;
     if (!hexadecimal)
     {

@@ -167,7 +167,7 @@ GQuark OwnKey()
 /// Null for nodes of descriptions that others use.
 NodeFormulas* FormulasOf(gpointer node)
 {
-    const auto known = static_cast<NodeFormulas*>(g_object_get_qdata(G_OBJECT(node), FormulasKey()));
+    auto* const known = static_cast<NodeFormulas*>(g_object_get_qdata(G_OBJECT(node), FormulasKey()));
     if (known != nullptr)
         return known;
     ArvGc* description = arv_gc_node_get_genicam(ARV_GC_NODE(node));
@@ -224,19 +224,18 @@ gint64 Nearest(const Number& value)
     return std::llround(value.AsReal());
 }
 
-bool IsWithinLimits(ArvGcNode* node, const Number& value)
+/// Whether \a value is not beyond a limit of the node, if that has one.
+bool IsWithin(ArvGcNode* node, const Number& value, bool maximum)
 {
-    for (const bool maximum : {false, true})
-        try
-        {
-            const Number limit = LimitOf(node, maximum);
-            if (maximum ? value.AsReal() > limit.AsReal() : value.AsReal() < limit.AsReal())
-                return false;
-        }
-        catch (const NodeError&) // There is none.
-        {
-        }
-    return true;
+    try
+    {
+        const double limit = LimitOf(node, maximum).AsReal();
+        return maximum ? value.AsReal() <= limit : value.AsReal() >= limit;
+    }
+    catch (const NodeError&)
+    {
+        return true;
+    }
 }
 
 void WriteConverted(NodeFormulas& formulas, const Number& value)
@@ -247,12 +246,12 @@ void WriteConverted(NodeFormulas& formulas, const Number& value)
     if (ARV_IS_GC_INTEGER(node))
     {
         const gint64 integer = Nearest(converted);
-        Require(IsWithinLimits(node, ToNumber(integer)));
+        Require(IsWithin(node, ToNumber(integer), false) && IsWithin(node, ToNumber(integer), true));
         Checked([&](GError** error) { return arv_gc_integer_set_value(ARV_GC_INTEGER(node), integer, error), true; });
     }
     else if (ARV_IS_GC_FLOAT(node))
     {
-        Require(IsWithinLimits(node, converted));
+        Require(IsWithin(node, converted, false) && IsWithin(node, converted, true));
         Checked([&](GError** error)
             { return arv_gc_float_set_value(ARV_GC_FLOAT(node), converted.AsReal(), error), true; });
     }
