@@ -2,6 +2,7 @@
 
 #include "CameraSource.h"
 #include "FeatureTable.h"
+#include "Printable.h"
 #include "ReplaceFiles.h"
 #include "SdkReads.h"
 
@@ -79,7 +80,8 @@ void ListCameras(bool json)
                 {"serialNumber", QString::fromStdString(serialNumber)},
                 {"transport", QString::fromStdString(transport)}, {"address", QString::fromStdString(address)}});
         else
-            std::printf("%s\t%s\t%s\t%s\n", model.c_str(), serialNumber.c_str(), transport.c_str(), address.c_str());
+            std::printf(
+                "%s\t%s\t%s\t%s\n", model.c_str(), serialNumber.c_str(), transport.c_str(), Printable(address).c_str());
     }
     if (json)
         Print(array);

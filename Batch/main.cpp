@@ -1,5 +1,6 @@
 #include "CommandLine.h"
 
+#include "Printable.h"
 #include "QtCompat.h"
 
 #include <QCoreApplication>
@@ -30,7 +31,7 @@ ExitCode Run(CommandLine& commandLine, int argc, char* argv[])
     }
     catch (const CommandError& error)
     {
-        std::fprintf(stderr, "kolta-classgen: %s\n", error.what());
+        std::fprintf(stderr, "kolta-classgen: %s\n", Printable(error.what()).c_str());
         return error.Code();
     }
     catch (const std::exception& error)
