@@ -5,7 +5,7 @@
 #include <QApplication>
 #include <QCursor>
 
-BusyGuard::BusyGuard(QObject* window) : m_window(window)
+BusyGuard::BusyGuard(QObject* window) : m_dropper(new PressDropper(window))
 {
     QApplication::setOverrideCursor(Qt::WaitCursor);
 }
@@ -13,5 +13,5 @@ BusyGuard::BusyGuard(QObject* window) : m_window(window)
 BusyGuard::~BusyGuard()
 {
     QApplication::restoreOverrideCursor();
-    new PressDropper(m_window);
+    m_dropper->Start();
 }

@@ -3,6 +3,7 @@
 
 #include <QtGlobal>
 
+class PressDropper;
 class QObject;
 
 /// Stands for work that keeps the GUI thread busy: shows the wait cursor while the object lives. What the user presses
@@ -19,7 +20,7 @@ public:
 private:
     Q_DISABLE_COPY(BusyGuard)
 
-    QObject* m_window;
+    PressDropper* m_dropper; ///< Owned by the window; deletes itself once it was started.
 };
 
 #endif

@@ -17,8 +17,9 @@ const int Signals[] = {SIGTERM, SIGHUP};
 int g_pipe[] = {-1, -1};
 
 /// Called at any moment, in any thread: only wakes the event loop.
-void WriteToPipe(int)
+void WriteToPipe(int signal)
 {
+    static_cast<void>(signal);
     const int error = errno;
     const ssize_t written = write(g_pipe[1], "", 1);
     static_cast<void>(written); // A pipe that is full wakes the loop as well.

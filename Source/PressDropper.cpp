@@ -23,6 +23,10 @@ bool IsPress(const QEvent& event)
 
 PressDropper::PressDropper(QObject* window) : QObject(window), m_rounds(RoundsUntilDelivered)
 {
+}
+
+void PressDropper::Start()
+{
     // What comes before the loop turns did not wait: the program sent it.
     connect(QAbstractEventDispatcher::instance(), SIGNAL(awake()), this, SLOT(OnLoopTurns()));
     m_timer.start(0, this);

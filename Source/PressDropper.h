@@ -4,17 +4,18 @@
 #include <QBasicTimer>
 #include <QObject>
 
-/// Made when the event loop has stood still for a while: drops what the user pressed in the meantime, on the mouse or
-/// the keyboard. Such presses were not meant for what the window shows now.
-///
-/// Deletes itself as soon as the event loop has delivered what waited. GUI thread only.
+/// Drops what the user pressed, on the mouse or the keyboard, while the event loop stood still. Such presses were not
+/// meant for what the window shows now. GUI thread only.
 class PressDropper : public QObject
 {
     Q_OBJECT
 
 public:
-    /// \param window the window that did not answer
+    /// \param window the window that does not answer, which owns the object
     explicit PressDropper(QObject* window);
+
+    /// The work is done, and what waited may come. The object deletes itself as soon as all of it was delivered.
+    void Start();
 
 protected:
     bool eventFilter(QObject* receiver, QEvent* event) override;
