@@ -98,7 +98,14 @@ void CommandLine::AddText(
 {
     command
         ->add_option_function<std::string>(
-            option, [this, text](const std::string& given) { m_options.given.*text = QString::fromStdString(given); },
+            option,
+            [this, option, text](const std::string& given)
+            {
+                m_options.given.*text = QString::fromStdString(given);
+                // Other names would be made from it than the user meant.
+                if ((m_options.given.*text).toStdString() != given)
+                    throw CommandError(ExitUsage, std::string("What ") + option + " says is not UTF-8.");
+            },
             what)
         ->type_name(type);
 }

@@ -183,12 +183,12 @@ bool PrintDifference(const FileContent& expected)
 void Generate(const GenerateOptions& wanted)
 {
     const Task task = TaskFor(wanted);
+    const Pair pair = Expand(task, wanted);
     std::error_code error;
     fs::create_directories(wanted.outputFolder, error);
     if (error)
         throw CommandError(
             ExitFile, "The folder '" + wanted.outputFolder + "' cannot be made: " + error.message() + ".");
-    const Pair pair = Expand(task, wanted);
     std::vector<FileContent> files = {pair.header, pair.source};
     if (!wanted.depfile.empty())
         files.push_back(Depfile(wanted, task, pair));

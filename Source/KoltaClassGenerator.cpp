@@ -223,8 +223,7 @@ void KoltaClassGenerator::OnCameraSelected()
         Log(tr("Unable to open camera! Reason: ") + KoltaHelper::ReturnCodeToString(opened));
         return;
     }
-    std::string name;
-    ReadString(*camera, &Camera::GetName, name);
+    const std::string name = TextOf(*camera, &Camera::GetName);
     const bool read = ReadFeatures(camera, name);
     camera->Close();
     if (!read)
