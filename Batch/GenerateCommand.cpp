@@ -170,10 +170,10 @@ FileContent Depfile(const GenerateOptions& wanted, const Task& task, const Pair&
 /// \return whether the file is not what it should be
 bool PrintDifference(const FileContent& expected)
 {
-    const QByteArray present = expected.Present();
     if (expected.IsThere())
         return false;
-    const std::string difference = UnifiedDiff(expected.path, present.toStdString(), expected.bytes.toStdString());
+    const std::string difference =
+        UnifiedDiff(expected.path, expected.Present().toStdString(), expected.bytes.toStdString());
     std::fwrite(difference.data(), 1, difference.size(), stdout);
     return true;
 }
