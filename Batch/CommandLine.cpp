@@ -104,7 +104,7 @@ void CommandLine::AddText(
                 m_options.given.*text = QString::fromStdString(given);
                 // Other names would be made from it than the user meant.
                 if ((m_options.given.*text).toStdString() != given)
-                    throw CommandError(ExitUsage, std::string("What ") + option + " says is not UTF-8.");
+                    throw CommandError(ExitUsage, std::string("The value of ") + option + " is not UTF-8.");
             },
             what)
         ->type_name(type);

@@ -66,11 +66,10 @@ std::string ManualPage(const CLI::App& program)
     return page +
            ".SH ENVIRONMENT\n.TP\n.B KOLTA_TRANSPORTS\nWhich cameras to look for: any of simulated,gige,usb3.\n"
            ".TP\n.B KOLTA_CAMERA_PATH\nFiles and folders with descriptions of cameras to simulate.\n"
-           ".SH FILES\nHeader and source are replaced one after the other, as quickly as two files can be. Who kills "
-           "the "
-           "program\nbetween the two finds the new header beside the old source: generate again. What it has left "
-           "behind, "
-           "named\n\\&.FILE.kolta\\-classgen\\-PROCESS, the next run removes.\n"
+           ".SH FILES\nHeader and source are replaced one after the other, as quickly as two files can be. If the "
+           "program "
+           "is killed\nbetween the two, the new header lies beside the old source: generate again. The next run also "
+           "removes\nwhat was left behind, \\&.FILE.kolta\\-classgen\\-PROCESS.\n"
            ".SH EXIT STATUS\n" +
            Escaped(program.get_footer()) + "\n";
 }
