@@ -7,8 +7,9 @@
 #include <QTextStream>
 
 #include <cstdio>
+#include <utility>
 
-BatchWriter::BatchWriter(const CppOptions& options, bool aloud) : m_options(options), m_aloud(aloud)
+BatchWriter::BatchWriter(CppOptions options, bool aloud) : m_options(std::move(options)), m_aloud(aloud)
 {
 }
 

@@ -10,7 +10,7 @@ class BatchWriter : public CppClassWriter
 {
 public:
     /// \param aloud whether messages go to the standard error output
-    BatchWriter(const CppOptions& options, bool aloud);
+    BatchWriter(CppOptions options, bool aloud);
 
     CppOptions Options() const override { return m_options; }
     void Report(const QString& message) override;

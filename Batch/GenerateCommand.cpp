@@ -34,7 +34,7 @@ QString ClassName(BatchWriter& writer, const std::string& cameraName, const QStr
 {
     if (given.isNull())
         return writer.ClassNameFor(cameraName.c_str());
-    const QString name = writer.GetValidIdentifierName(given);
+    QString name = writer.GetValidIdentifierName(given);
     if (name != given)
         Warn(QLatin1String("The class is called '") + name + QLatin1String("', since '") + given +
              QLatin1String("' is no C++ identifier."));

@@ -20,12 +20,12 @@ struct GenerateOptions
 
 /// Generates the class. Nothing is said of it, unless that is asked for.
 /// Throws CommandError; the output folder holds what it held before then.
-void Generate(const GenerateOptions& options);
+void Generate(const GenerateOptions& wanted);
 
 /// Prints how the files in the output folder differ from what would be generated. Throws CommandError where that cannot
 /// be told.
 /// \param repair the command that makes them the same
 /// \return ExitDiffers if they do
-ExitCode CheckGenerated(const GenerateOptions& options, const std::string& repair);
+ExitCode CheckGenerated(const GenerateOptions& wanted, const std::string& repair);
 
 #endif

@@ -6,7 +6,7 @@
 const Commands& Commands::Load()
 {
     QLibrary library(QCoreApplication::applicationDirPath() + QLatin1String("/" KOLTA_COMMANDS));
-    const auto commands = reinterpret_cast<const Commands*>(library.resolve("KoltaCommands"));
+    const auto* const commands = reinterpret_cast<const Commands*>(library.resolve("KoltaCommands"));
     if (commands == nullptr)
         throw CommandError(ExitFile, library.errorString().toStdString() + ". Install the program again.");
     return *commands;

@@ -142,7 +142,7 @@ private:
         if (stat(m_path.c_str(), &present) == 0)
             static_cast<void>(fchmod(file, present.st_mode & 07777U));
         std::FILE* stream = fdopen(file, "wb");
-        const std::size_t size = static_cast<std::size_t>(m_file.bytes.size());
+        const auto size = static_cast<std::size_t>(m_file.bytes.size());
         const bool written = std::fwrite(m_file.bytes.constData(), 1, size, stream) == size;
         const int reason = errno;
         if (std::fclose(stream) == 0 && written)

@@ -73,6 +73,7 @@ void EndWatcher::OnSignal()
 {
     char bytes[16];
     while (read(g_pipe[0], bytes, sizeof bytes) > 0)
-        continue;
+    {
+    }
     emit EndRequested();
 }

@@ -37,11 +37,10 @@ KltErrorType Connect(const DescriptionFile& file, Connection& connection)
 
 } // namespace
 
-DescriptionFile::State::State(const fs::path& path)
+DescriptionFile::State::State(const fs::path& path, std::error_code error)
+    : time(fs::last_write_time(path, error)),
+      size(fs::file_size(path, error))
 {
-    std::error_code error;
-    time = fs::last_write_time(path, error);
-    size = fs::file_size(path, error);
 }
 
 DescriptionFile::DescriptionFile(const fs::path& path)

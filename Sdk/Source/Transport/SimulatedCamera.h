@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <memory>
 #include <string>
+#include <system_error>
 
 namespace OPX
 {
@@ -37,10 +38,10 @@ public:
 private:
     struct State
     {
-        explicit State(const std::filesystem::path& path);
+        explicit State(const std::filesystem::path& path, std::error_code error = std::error_code());
 
         std::filesystem::file_time_type time;
-        std::uintmax_t size = 0;
+        std::uintmax_t size;
     };
 
     std::filesystem::path m_path;
