@@ -70,7 +70,7 @@ TEST(Handles, EveryKindOfValueCanBeSetAndPointersCannot)
     EXPECT_FALSE(CanSet<const int*>::value || CanSet<const unsigned char*>::value);
 }
 
-TEST(Mutexes, MayStartLocked)
+TEST(Handles, TheirMutexMayStartLocked)
 {
     Mutex mutex(true);
     std::future<void> other = std::async(std::launch::async,

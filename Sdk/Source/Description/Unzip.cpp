@@ -5,8 +5,8 @@
 
 #include <archive.h>
 #include <archive_entry.h>
-#include <locale.h>
 
+#include <clocale>
 #include <memory>
 
 namespace OPX
