@@ -54,6 +54,7 @@ TEST(Handles, TheLastOneDestroysTheObjectOnce)
         const shared_ptr<Base> third(second);
         EXPECT_EQ(first.use_count(), 3);
         second.reset();
+        EXPECT_EQ(second.get(), nullptr);
         second = third;
         shared_ptr<Base> fourth(std::move(second));
         EXPECT_EQ(first.use_count(), 3);

@@ -169,19 +169,6 @@ private slots:
                 CameraPtr(), static_cast<UpdateTriggerType>(reason));
         QCOMPARE(spy.size(), 2);
     }
-
-    void TheLastSharedPointerDestroysTheObserver()
-    {
-        CameraObserver* observer = new CameraObserver;
-        QSignalSpy destroyed(observer, SIGNAL(destroyed(QObject*)));
-        ICameraListObserverPtr first{shared_ptr<ICameraListObserver>(observer)};
-        ICameraListObserverPtr second = first;
-        QCOMPARE(second.use_count(), 2ll);
-        first.reset();
-        QVERIFY(first.get() == nullptr && destroyed.isEmpty());
-        second = ICameraListObserverPtr();
-        QCOMPARE(destroyed.size(), 1);
-    }
 };
 
 QTEST_GUILESS_MAIN(CatalogueTest)
