@@ -114,7 +114,8 @@ protected:
     CameraPtr Await(const std::string& serialNumber)
     {
         System().Startup();
-        EXPECT_TRUE(WaitFor([&] { return Find(serialNumber).get() != nullptr; })) << serialNumber;
+        if (!WaitFor([&] { return Find(serialNumber).get() != nullptr; }))
+            throw std::runtime_error("no camera " + serialNumber);
         return Find(serialNumber);
     }
 
@@ -211,7 +212,6 @@ TEST_F(GigE, ADescriptionIsReadOrRefusedWhateverTheCameraSaysOfIt)
     };
     PlayedCamera played("127.0.0.1", "Hostile");
     m_camera = Await("Hostile");
-    ASSERT_NE(m_camera.get(), nullptr);
     for (const auto& row : rows)
     {
         SCOPED_TRACE(&row - rows);
@@ -264,7 +264,6 @@ TEST_F(GigE, ConnectionsAreKeptAliveAndLeaveNothingBehind)
     PlayedCamera played("127.0.0.1", "Lasting");
     played.Play({"", "", Description({"Width"}, Width)});
     m_camera = Await("Lasting");
-    ASSERT_NE(m_camera.get(), nullptr);
     const auto descriptors = [] {
         return std::distance(
             std::filesystem::directory_iterator("/proc/self/fd"), std::filesystem::directory_iterator());

@@ -1,21 +1,18 @@
 #include "System/CameraList.h"
 #include "SdkFixture.h"
+#include "Transport/AravisTransport.h"
 
 using namespace OPX::KltAPI;
 
 namespace
 {
 
-class Scripted : public Transport
+class Files : public Transport
 {
 public:
-    explicit Scripted(int tolerated) : m_tolerated(tolerated) {}
     std::vector<CameraRecord> Scan() override { return {}; }
-    int ToleratedMisses() const override { return m_tolerated; }
+    int ToleratedMisses() const override { return 0; }
     bool IsQuick() const override { return true; }
-
-private:
-    int m_tolerated;
 };
 
 } // namespace
@@ -41,8 +38,8 @@ protected:
 
 TEST_F(CameraLists, ForgiveALostReplyButNotTwo)
 {
-    const Scripted network(1);
-    const Scripted files(0);
+    const AravisTransport network(true, true);
+    const Files files;
     EXPECT_EQ(Tell(network, "aba"), "+a+b");
     const CameraPtr first = m_list.Cameras()[0];
     EXPECT_EQ(Tell(files, "a"), "+a");

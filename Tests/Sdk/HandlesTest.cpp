@@ -1,6 +1,7 @@
 #include <KoltaCPP/KoltaCPP.h>
 #include <gtest/gtest.h>
 
+#include <future>
 #include <type_traits>
 
 using namespace OPX::KltAPI;
@@ -53,6 +54,7 @@ TEST(Handles, TheLastOneDestroysTheObjectOnce)
         const shared_ptr<Base> third(second);
         EXPECT_EQ(first.use_count(), 3);
         second.reset();
+        EXPECT_EQ(second.get(), nullptr);
         second = third;
         shared_ptr<Base> fourth(std::move(second));
         EXPECT_EQ(first.use_count(), 3);
@@ -67,4 +69,18 @@ TEST(Handles, EveryKindOfValueCanBeSetAndPointersCannot)
     EXPECT_TRUE(CanSet<int>::value && CanSet<unsigned long>::value && CanSet<Wide>::value && CanSet<bool>::value);
     EXPECT_TRUE(CanSet<float>::value && CanSet<char*>::value && CanSet<UcharVector>::value);
     EXPECT_FALSE(CanSet<const int*>::value || CanSet<const unsigned char*>::value);
+}
+
+TEST(Handles, TheirMutexMayStartLocked)
+{
+    Mutex mutex(true);
+    std::future<void> other = std::async(std::launch::async,
+        [&]
+        {
+            mutex.Lock();
+            mutex.Unlock();
+        });
+    EXPECT_EQ(other.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
+    mutex.Unlock();
+    other.get();
 }

@@ -12,6 +12,7 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <type_traits>
@@ -102,20 +103,21 @@ protected:
         return OPX::KltAPI::CameraPtr();
     }
 
-    /// Starts the SDK and opens a camera.
+    /// Starts the SDK and opens a camera. A test without it is over.
     void Open(const std::string& serialNumber)
     {
-        ASSERT_EQ(System().Startup(), 0);
+        EXPECT_EQ(System().Startup(), 0);
         m_camera = Find(serialNumber);
-        ASSERT_NE(m_camera.get(), nullptr);
-        ASSERT_EQ(m_camera->Open(1), 0);
+        const KltErrorType code = m_camera ? m_camera->Open(1) : static_cast<KltErrorType>(KltErrorNotFound);
+        if (code != 0)
+            throw std::runtime_error("opening " + serialNumber + ": code " + std::to_string(code));
     }
 
     OPX::KltAPI::FeaturePtr Feature(const std::string& name)
     {
         OPX::KltAPI::FeaturePtr feature;
-        EXPECT_EQ(m_camera->GetFeatureByName(name.c_str(), feature), 0) << name;
-        return feature;
+        const KltErrorType code = m_camera->GetFeatureByName(name.c_str(), feature);
+        return code == 0 ? feature : throw std::runtime_error(name + ": code " + std::to_string(code));
     }
 
     /// The value of a feature as a text, or the code that reading gives.

@@ -130,8 +130,9 @@ TEST_F(Simulated, TheSystemHasToBeStarted)
     EXPECT_EQ(System().Startup(), KltErrorNoTransportLayer);
     EXPECT_NE(testing::internal::GetCapturedStderr().find("'none'"), std::string::npos);
     setenv("KOLTA_TRANSPORTS", "simulated", 1);
-    EXPECT_EQ(System().Startup(), 0);
+    EXPECT_EQ(System().Startup() + System().Startup(), 0);
     EXPECT_EQ(System().RegisterCameraListObserver(observer), 0);
+    EXPECT_EQ(System().Shutdown() + System().GetCameras(nullptr, count), 0);
     EXPECT_EQ(observer.use_count(), 2);
     EXPECT_EQ(System().Shutdown(), 0);
     EXPECT_EQ(observer.use_count(), 1);
@@ -234,6 +235,7 @@ TEST_F(Simulated, CamerasAreMadeFromAnyFileWithoutTheSystem)
     setenv("KOLTA_TRANSPORTS", "none", 1);
     const std::filesystem::path path = m_folder / "a\tb: c%s.xml";
     std::filesystem::copy(CAMERAS "/Zoo.xml", path);
+    std::filesystem::last_write_time(path, {});
     Write("a\tb: c%s.values", "I = 14\n");
     ASSERT_EQ(Camera::FromDescription(path.c_str(), m_camera), 0);
     EXPECT_EQ(Text(*m_camera, &Camera::GetName), "Model");
@@ -244,9 +246,9 @@ TEST_F(Simulated, CamerasAreMadeFromAnyFileWithoutTheSystem)
     KltInt64_t value = 0;
     EXPECT_TRUE(Feature("I")->GetValue(value) == 0 && value == 14);
     EXPECT_EQ(m_camera->Close(), 0);
-    // Another content is another camera, and the camera of before is gone.
+    // Another content is another camera, also one of the same size, and the camera of before is gone.
     const CameraPtr before = m_camera;
-    Write("a\tb: c%s.xml", "broken");
+    Write("a\tb: c%s.xml", std::string(std::filesystem::file_size(path), '-'));
     EXPECT_EQ(before->Open(1), KltErrorNotFound);
     testing::internal::CaptureStderr();
     EXPECT_EQ(Camera::FromDescription(path.c_str(), m_camera), KltErrorNotFound);
@@ -278,8 +280,9 @@ TEST_F(Simulated, EveryNodeOnTheWayToAValueCounts)
     OpenCopyOf("Chains");
     Expect({"ReadOnly = 1: -6", "Locked = 1: -6", "Locked: 4294967295", "Away = 1: -6", "Away: code -6", "Mode = 1: 0",
         "Mode = 2: -6", "Mode = 3: -11", "Copied = 5: 0", "First: 5", "Second: 5", "Gain = 99.9: 0", "Gain = 0.75: -11",
-        "Unlimited = 0.3: 0", "Text: code -14", "Text = a: -14", "Chunk: code -6", "Chunk = 1: -6", "Event: code -6",
-        "ExtendedNode: 5", "AllBits = 4294967296: 0", "AllBits: 4294967296"});
+        "Unlimited = 0.3: 0", "Text: code -14", "Text = a: -14", "Label = abcd: 0", "Label: abcd", "Label = abcde: -11",
+        "Chunk: code -6", "Chunk = 1: -6", "Event: code -6", "ExtendedNode: 5", "AllBits = 4294967296: 0",
+        "AllBits: 4294967296"});
 }
 
 TEST_F(Simulated, ACameraWhoseFileGoesDoesNotAnswer)
@@ -298,7 +301,8 @@ TEST_F(Simulated, MemoryKeepsWhatIsWritten)
     KltInt64_t value = 0;
     EXPECT_TRUE(Feature("Memory")->GetValue(value) == 0 && value == 0xFFFFFFFF);
     EXPECT_EQ(Feature("C")->RunCommand(), 0);
-    EXPECT_TRUE(Feature("Memory")->GetValue(value) == 0 && value == 77);
+    // It crosses the end of a page; the others lie on the next one.
+    Expect({"Memory: 77", "R: 0 77 255 255 "});
     EXPECT_EQ(Feature("E")->SetValue(4294967296), 0);
     EXPECT_TRUE(Feature("E")->GetValue(value) == 0 && value == 4294967296);
     double real = 0;

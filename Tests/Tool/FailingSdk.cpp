@@ -32,7 +32,7 @@ const FromEnvironment g_fromEnvironment;
 
 void PressExit(QMessageBox& box)
 {
-    std::printf("Box: %s|%s", qPrintable(box.windowTitle()), qPrintable(box.text()));
+    std::printf("Box: %d|%s|%s", box.icon(), qPrintable(box.windowTitle()), qPrintable(box.text()));
     for (const QAbstractButton* button : box.buttons())
         std::printf("|%s", qPrintable(button->text()));
     std::printf("\n");

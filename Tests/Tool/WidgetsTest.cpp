@@ -128,11 +128,14 @@ private slots:
         QCOMPARE(Paragraphs(edit).count(QString::fromLatin1(message)), 2004);
         QVERIFY(edit.verticalScrollBar()->maximum() > 2000 * edit.fontMetrics().height());
         QCOMPARE(edit.verticalScrollBar()->value(), edit.verticalScrollBar()->maximum());
+        device.writeData("a", 1);
+        QCOMPARE(edit.verticalScrollBar()->value(), edit.verticalScrollBar()->maximum());
         edit.verticalScrollBar()->setValue(7);
         {
             const TextEditBlock block(edit);
             device.writeData("b", 1);
         }
+        device.writeData("c", 1);
         QCOMPARE(edit.verticalScrollBar()->value(), 7);
         QCOMPARE(edit.verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
     }

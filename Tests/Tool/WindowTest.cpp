@@ -453,13 +453,16 @@ private slots:
         Open();
         QPushButton* button =
             Window()->centralWidget()->findChild<QPushButton*>("m_btnBrowse", Qt::FindDirectChildrenOnly);
+        const QString before = QCoreApplication::applicationDirPath();
+        Destination()->setText(before);
         const QString seen = Browse(Destination(), button, m_folder->path());
-        QVERIFY(seen.startsWith("Select Destination Folder|") && seen.endsWith("||" + m_folder->path()));
+        QVERIFY(seen.startsWith("Select Destination Folder|" + before + '|'));
+        QVERIFY(seen.endsWith('|' + before + '|' + m_folder->path()));
     }
 
     void AProgramEndsInOrderHoweverItIsEnded()
     {
-        const QString box = "Box: Error|Cannot start Kolta!\nReason: No transport layers were found.|Exit\n";
+        const QString box = "Box: 3|Error|Cannot start Kolta!\nReason: No transport layers were found.|Exit\n";
         const QList<QPair<QString, int>> ends = {{"SCRIPTED_FAILURE=KoltaSystem::Startup", 0},
             {"SCRIPTED_FAILURE=KoltaSystem::RegisterCameraListObserver", 0}, {"SCRIPTED_SESSION_END=now", 0},
             {"NONE=", SIGTERM}, {"NONE=", SIGHUP}};

@@ -6,6 +6,7 @@
 #include <archive.h>
 #include <archive_entry.h>
 
+#include <clocale>
 #include <memory>
 
 namespace OPX
@@ -18,9 +19,35 @@ namespace
 // Not with Aravis' zip reader: it believes the offsets in an archive and reads far outside of it.
 typedef std::unique_ptr<archive, decltype(&archive_read_free)> ArchivePtr;
 
+/// As long as it lives, names beyond ASCII can be read on this thread: libarchive turns them into the encoding of the
+/// locale first, and that of a program that never sets one has no room for them.
+class Utf8Locale
+{
+public:
+    Utf8Locale() : m_locale(newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr))
+    {
+        if (m_locale != nullptr)
+            m_before = uselocale(m_locale);
+    }
+
+    ~Utf8Locale()
+    {
+        if (m_locale == nullptr)
+            return;
+        uselocale(m_before);
+        freelocale(m_locale);
+    }
+
+    Utf8Locale(const Utf8Locale&) = delete;
+    Utf8Locale& operator=(const Utf8Locale&) = delete;
+
+private:
+    locale_t m_locale;
+    locale_t m_before = nullptr;
+};
+
 bool IsXml(archive_entry* entry)
 {
-    // In the C locale there is no other way to a name beyond ASCII.
     const char* path = archive_entry_pathname_utf8(entry);
     path = path != nullptr ? path : archive_entry_pathname(entry);
     return path != nullptr && EndsIn(path, ".xml");
@@ -52,6 +79,7 @@ bool IsZip(const std::string& content)
 std::string UnzipDescription(const std::string& content, std::string& problem)
 {
     problem = "the archive holds no description";
+    const Utf8Locale utf8;
     const ArchivePtr zip(archive_read_new(), &archive_read_free);
     archive_read_support_format_zip(zip.get());
     if (archive_read_open_memory(zip.get(), content.data(), content.size()) != ARCHIVE_OK)
