@@ -53,6 +53,24 @@ QString Quoted(const QString& name)
     return QLatin1Char('\'') + name + QLatin1Char('\'');
 }
 
+QString Capitalised(const QString& text)
+{
+    return text.left(1).toUpper() + text.mid(1);
+}
+
+/// Who made a name. Put into words only where something is wrong.
+struct Owner
+{
+    const char* what;
+    QString name;
+
+    QString Text() const
+    {
+        const QString text = QLatin1String(what);
+        return name.isNull() ? text : text + QLatin1String(" for ") + Quoted(name);
+    }
+};
+
 /// Goes through the catalogue and gathers who makes which name. All of them share the scope of the class.
 class NameCollector
 {
@@ -60,12 +78,12 @@ public:
     explicit NameCollector(CppClassWriter& writer) : m_writer(writer)
     {
         const QString className = writer.Options().className;
-        Take(className, QLatin1String("the class"));
-        m_types.insert(className, QLatin1String("the class"));
-        Take(QLatin1String("m_camera"), QLatin1String("the member of the template"));
+        Take(className, {"the class", QString()});
+        m_types.insert(className, {"the class", QString()});
+        Take(QLatin1String("m_camera"), {"the member of the template", QString()});
         TakeMethod({CppMethod::Accessor, QLatin1String("GetFeatureByName"),
                        QLatin1String(" (const char * name, OPX::KltAPI::FeaturePtr & feature)")},
-            QLatin1String("the method of the template"));
+            {"the method of the template", QString()});
     }
 
     void AddFeature(const Feature& feature)
@@ -77,10 +95,10 @@ public:
         else if (described.names.identifier != name)
             m_problems.warnings.append(Quoted(name) + QLatin1String(" becomes ") + Quoted(described.names.identifier) +
                                        QLatin1String(": the camera does not know it by that name at run time."));
-        Take(described.names.member, QLatin1String("the member for ") + Quoted(name));
+        Take(described.names.member, {"the member", name});
         const QList<CppMethod> methods = described.Methods();
         for (const CppMethod& method : methods)
-            TakeMethod(method, QLatin1String("the method for ") + Quoted(name));
+            TakeMethod(method, {"the method", name});
         if (methods.isEmpty())
             m_problems.warnings.append(Quoted(name) + QLatin1String(" is left out: C++ has nothing for its type, ") +
                                        KoltaHelper::DataTypeToString(described.dataType) + QLatin1Char('.'));
@@ -92,22 +110,21 @@ public:
             m_problems.errors.append(QLatin1String("Enumeration ") + Quoted(name) +
                                      QLatin1String(" has no entries, so its type does not exist."));
         else
-            TakeType(m_writer.EnumTypeName(name), QLatin1String("the type for ") + Quoted(name));
+            TakeType(m_writer.EnumTypeName(name), {"the type", name});
         for (const EnumEntry& entry : entries)
         {
             const QString entryName = CppClassWriter::tr(TextOf(entry, &EnumEntry::GetName).c_str());
-            Take(m_writer.EnumEntryName(name, entryName),
-                QLatin1String("the enumerator for ") + Quoted(name + QLatin1Char('_') + entryName));
+            Take(m_writer.EnumEntryName(name, entryName), {"the enumerator", name + QLatin1Char('_') + entryName});
         }
     }
 
     const NameProblems& Problems() const { return m_problems; }
 
 private:
-    typedef QHash<QString, QString> Owners; ///< Who made a name.
+    typedef QHash<QString, Owner> Owners;
 
     /// Notes that \a owner makes \a name.
-    void Take(const QString& name, const QString& owner)
+    void Take(const QString& name, const Owner& owner)
     {
         CheckAlone(name, owner);
         Compare(m_methodNames, name, owner);
@@ -115,7 +132,7 @@ private:
     }
 
     /// The same for a method: methods of one name with different arguments are no problem.
-    void TakeMethod(const CppMethod& method, const QString& owner)
+    void TakeMethod(const CppMethod& method, const Owner& owner)
     {
         CheckAlone(method.name, owner);
         Compare(m_others, method.name, owner);
@@ -125,7 +142,7 @@ private:
 
     /// The same for an enumeration type, which has a second name with an underscore in front. That one is in nobody's
     /// way but other types'.
-    void TakeType(const QString& name, const QString& owner)
+    void TakeType(const QString& name, const Owner& owner)
     {
         const QString tag = QLatin1Char('_') + name;
         Take(name, owner);
@@ -135,7 +152,7 @@ private:
         m_tags.insert(tag, owner);
     }
 
-    void TakeFrom(Owners& owners, const QString& key, const QString& name, const QString& owner)
+    void TakeFrom(Owners& owners, const QString& key, const QString& name, const Owner& owner)
     {
         if (owners.contains(key))
             Collide(owners.value(key), owner, name);
@@ -143,20 +160,20 @@ private:
             owners.insert(key, owner);
     }
 
-    void Compare(const Owners& owners, const QString& name, const QString& owner)
+    void Compare(const Owners& owners, const QString& name, const Owner& owner)
     {
         if (owners.contains(name))
             Collide(owners.value(name), owner, name);
     }
 
-    void Collide(const QString& one, const QString& other, const QString& name)
+    void Collide(const Owner& one, const Owner& other, const QString& name)
     {
-        m_problems.errors.append(one.left(1).toUpper() + one.mid(1) + QLatin1String(" and ") + other +
+        m_problems.errors.append(Capitalised(one.Text()) + QLatin1String(" and ") + other.Text() +
                                  QLatin1String(" are both called ") + Quoted(name) + QLatin1Char('.'));
     }
 
     /// What is wrong with a name whatever the others are.
-    void CheckAlone(const QString& name, const QString& owner)
+    void CheckAlone(const QString& name, const Owner& owner)
     {
         const char* const what = IsKeyword(name) ? "a keyword of C++"
                                  : IsTaken(name) ? "a name that generated code uses otherwise"
@@ -164,9 +181,8 @@ private:
                                      ? "no name for C++: it holds a character that only looks like a digit"
                                      : nullptr;
         if (what != nullptr)
-            m_problems.errors.append(owner.left(1).toUpper() + owner.mid(1) + QLatin1String(" is called ") +
-                                     Quoted(name) + QLatin1String(", which is ") + QLatin1String(what) +
-                                     QLatin1Char('.'));
+            m_problems.errors.append(Capitalised(owner.Text()) + QLatin1String(" is called ") + Quoted(name) +
+                                     QLatin1String(", which is ") + QLatin1String(what) + QLatin1Char('.'));
     }
 
     CppClassWriter& m_writer;
