@@ -5,7 +5,8 @@
 #include "SdkReads.h"
 
 #include <QHash>
-#include <QSet>
+#include <QStringList>
+#include <QVector>
 
 #include <algorithm>
 
@@ -14,38 +15,44 @@ using namespace OPX::KltAPI;
 namespace
 {
 
-QSet<QString> Words(const char* words)
+typedef QHash<QString, const char*> Reservations;
+
+void Reserve(Reservations& names, const char* words, const char* what)
 {
-    const QStringList list = QString::fromLatin1(words).split(QLatin1Char(' '));
-    return QSet<QString>(list.begin(), list.end());
+    foreach (const QString& word, QString::fromLatin1(words).split(QLatin1Char(' ')))
+        names.insert(word, what);
 }
 
-bool IsKeyword(const QString& name)
+/// What else a name is, that nobody else may have it; null if it is free.
+const char* ReservedAs(const QString& name)
 {
-    static const QSet<QString> keywords =
-        Words("alignas alignof and and_eq asm auto bitand bitor bool break case catch char char16_t char32_t "
-              "char8_t class co_await co_return co_yield compl concept const const_cast consteval constexpr "
-              "constinit continue decltype default delete do double dynamic_cast else enum explicit export extern "
-              "false float for friend goto if inline int long mutable namespace new noexcept not not_eq nullptr "
-              "operator or or_eq private protected public register reinterpret_cast requires return short signed "
-              "sizeof static static_assert static_cast struct switch template this thread_local throw true try "
-              "typedef typeid typename union unsigned using virtual void volatile wchar_t while xor xor_eq");
-    return keywords.contains(name);
-}
-
-/// Names that generated code uses for something else, or that the preprocessor replaces.
-bool IsTaken(const QString& name)
-{
-    static const QSet<QString> taken = Words(
-        "OPX std NULL KltErrorType KltErrorSuccess KltErrorBadHandle KltInt64_t KltFeatureDataType KltFeatureFlagsType "
-        "KltAccessModeType UpdateTriggerType linux unix i386 main pFeature");
-    return taken.contains(name);
+    static const Reservations names = []
+    {
+        Reservations all;
+        Reserve(all,
+            "alignas alignof and and_eq asm auto bitand bitor bool break case catch char char16_t char32_t "
+            "char8_t class co_await co_return co_yield compl concept const const_cast consteval constexpr "
+            "constinit continue decltype default delete do double dynamic_cast else enum explicit export extern "
+            "false float for friend goto if inline int long mutable namespace new noexcept not not_eq nullptr "
+            "operator or or_eq private protected public register reinterpret_cast requires return short signed "
+            "sizeof static static_assert static_cast struct switch template this thread_local throw true try "
+            "typedef typeid typename union unsigned using virtual void volatile wchar_t while xor xor_eq",
+            "a keyword of C++");
+        // Or the preprocessor replaces it.
+        Reserve(all,
+            "OPX std NULL KltErrorType KltErrorSuccess KltErrorBadHandle KltInt64_t KltFeatureDataType "
+            "KltFeatureFlagsType "
+            "KltAccessModeType UpdateTriggerType linux unix i386 main pFeature",
+            "a name that generated code uses otherwise");
+        return all;
+    }();
+    return names.value(name, nullptr);
 }
 
 /// What Qt takes for a letter or a digit, and C++ does not: raised digits, fractions and the like.
 bool IsOutOfPlace(QChar character)
 {
-    return character.category() == QChar::Number_Other;
+    return character.unicode() > 0x7F && character.category() == QChar::Number_Other;
 }
 
 QString Quoted(const QString& name)
@@ -81,9 +88,8 @@ public:
         Take(className, {"the class", QString()});
         m_types.insert(className, {"the class", QString()});
         Take(QLatin1String("m_camera"), {"the member of the template", QString()});
-        TakeMethod({CppMethod::Accessor, QLatin1String("GetFeatureByName"),
-                       QLatin1String(" (const char * name, OPX::KltAPI::FeaturePtr & feature)")},
-            {"the method of the template", QString()});
+        Take(QLatin1String("GetFeatureByName"), {"the method of the template", QString()},
+            QLatin1String(" (const char * name, OPX::KltAPI::FeaturePtr & feature)"));
     }
 
     void AddFeature(const Feature& feature)
@@ -98,7 +104,7 @@ public:
         Take(described.names.member, {"the member", name});
         const QList<CppMethod> methods = described.Methods();
         for (const CppMethod& method : methods)
-            TakeMethod(method, {"the method", name});
+            Take(method.name, {"the method", name}, method.arguments);
         if (methods.isEmpty())
             m_problems.warnings.append(Quoted(name) + QLatin1String(" is left out: C++ has nothing for its type, ") +
                                        KoltaHelper::DataTypeToString(described.dataType) + QLatin1Char('.'));
@@ -123,21 +129,22 @@ public:
 private:
     typedef QHash<QString, Owner> Owners;
 
-    /// Notes that \a owner makes \a name.
-    void Take(const QString& name, const Owner& owner)
+    /// One of those that made a name.
+    struct Taker
+    {
+        Owner owner;
+        QString arguments; ///< Null if it is no method.
+    };
+
+    /// Notes that \a owner makes \a name. Methods of one name with different arguments are no problem.
+    void Take(const QString& name, const Owner& owner, const QString& arguments = QString())
     {
         CheckAlone(name, owner);
-        Compare(m_methodNames, name, owner);
-        TakeFrom(m_others, name, name, owner);
-    }
-
-    /// The same for a method: methods of one name with different arguments are no problem.
-    void TakeMethod(const CppMethod& method, const Owner& owner)
-    {
-        CheckAlone(method.name, owner);
-        Compare(m_others, method.name, owner);
-        TakeFrom(m_methods, method.name + method.arguments, method.name, owner);
-        m_methodNames.insert(method.name, owner);
+        QVector<Taker>& takers = m_takers[name];
+        for (const Taker& taker : takers)
+            if (arguments.isNull() || taker.arguments.isNull() || taker.arguments == arguments)
+                Collide(taker.owner, owner, name);
+        takers.append({owner, arguments});
     }
 
     /// The same for an enumeration type, which has a second name with an underscore in front. That one is in nobody's
@@ -150,14 +157,6 @@ private:
         Compare(m_types, tag, owner);
         m_types.insert(name, owner);
         m_tags.insert(tag, owner);
-    }
-
-    void TakeFrom(Owners& owners, const QString& key, const QString& name, const Owner& owner)
-    {
-        if (owners.contains(key))
-            Collide(owners.value(key), owner, name);
-        else
-            owners.insert(key, owner);
     }
 
     void Compare(const Owners& owners, const QString& name, const Owner& owner)
@@ -175,20 +174,16 @@ private:
     /// What is wrong with a name whatever the others are.
     void CheckAlone(const QString& name, const Owner& owner)
     {
-        const char* const what = IsKeyword(name) ? "a keyword of C++"
-                                 : IsTaken(name) ? "a name that generated code uses otherwise"
-                                 : std::any_of(name.begin(), name.end(), IsOutOfPlace)
-                                     ? "no name for C++: it holds a character that only looks like a digit"
-                                     : nullptr;
+        const char* what = ReservedAs(name);
+        if (std::any_of(name.begin(), name.end(), IsOutOfPlace))
+            what = "no name for C++: it holds a character that only looks like a digit";
         if (what != nullptr)
             m_problems.errors.append(Capitalised(owner.Text()) + QLatin1String(" is called ") + Quoted(name) +
                                      QLatin1String(", which is ") + QLatin1String(what) + QLatin1Char('.'));
     }
 
     CppClassWriter& m_writer;
-    Owners m_methods;     ///< With their arguments.
-    Owners m_methodNames; ///< Without.
-    Owners m_others;      ///< Members, types, enumerators, the class.
+    QHash<QString, QVector<Taker>> m_takers;
     Owners m_types;
     Owners m_tags;
     NameProblems m_problems;
