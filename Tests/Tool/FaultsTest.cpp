@@ -3,12 +3,12 @@
 
 #include "Stored.h"
 #include "TestData.h"
+#include "TestFolder.h"
 #include "WindowDriver.h"
 
 #include <QCheckBox>
 #include <QRegularExpression>
 #include <QSettings>
-#include <QTemporaryDir>
 
 #include <functional>
 #include <memory>
@@ -28,20 +28,15 @@ private:
 
     QString Path(const QString& name) const { return m_folder->filePath(name); }
 
-    void Write(const QString& name, const QByteArray& content)
-    {
-        QFile file(Path(name));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
-    }
-
     /// Templates and an empty output folder, whatever was there before.
     void MakeFolder()
     {
         QFile::remove(Path("t.h"));
         QDir(Path("t.h")).removeRecursively();
         QDir(Path("out")).removeRecursively();
-        Write("t.h", "### ENUM_DECLARATIONS ###\n### METHOD_DECLARATIONS ###\n### VARIABLE_DECLARATIONS ###\n");
-        Write("t.cpp", "### CLASS_NAME ###\n");
+        m_folder->Write(
+            "t.h", "### ENUM_DECLARATIONS ###\n### METHOD_DECLARATIONS ###\n### VARIABLE_DECLARATIONS ###\n");
+        m_folder->Write("t.cpp", "### CLASS_NAME ###\n");
         QVERIFY(QDir(m_folder->path()).mkdir("out"));
     }
 
@@ -49,10 +44,7 @@ private:
     {
         QStringList files;
         foreach (const QString& name, QDir(Path("out")).entryList(QDir::Files))
-        {
-            QFile file(Path("out/" + name));
-            files.append(name + (file.open(QIODevice::ReadOnly) ? ": " + file.readAll().simplified() : ""));
-        }
+            files.append(name + ": " + m_folder->Content("out/" + name).simplified());
         return "\n    " + files.join("\n    ");
     }
 
@@ -123,12 +115,12 @@ private:
     Story m_undisturbed;
     QString m_text;
     WindowDriver m_driver;
-    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<TestFolder> m_folder;
 
 private slots:
     void init()
     {
-        m_folder.reset(new QTemporaryDir);
+        m_folder.reset(new TestFolder);
         m_undisturbed.clear();
         m_text.clear();
         QSettings().clear();
@@ -183,7 +175,7 @@ private slots:
         Add("the output exists", Nothing,
             [&]
             {
-                Write("out/TwoCamera.h", "old");
+                m_folder->Write("out/TwoCamera.h", "old");
                 overwrite(false);
             });
         Add("the output is a link to nothing", Nothing,

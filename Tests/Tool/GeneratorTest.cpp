@@ -2,6 +2,7 @@
 #include "FileChooserWidget.h"
 #include "JavaClassGenerator.h"
 #include "TestData.h"
+#include "TestFolder.h"
 
 #include <QDir>
 #include <QFile>
@@ -9,7 +10,6 @@
 #include <QLineEdit>
 #include <QSettings>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QTextStream>
 #include <QtTest>
 
@@ -60,31 +60,19 @@ private:
         m_generator->ReadSettings();
     }
 
-    QString WriteFile(const QString& name, const QByteArray& content)
-    {
-        QFile file(m_folder->filePath(name));
-        return file.open(QIODevice::WriteOnly) && file.write(content) >= 0 ? file.fileName() : "no file";
-    }
-
-    QByteArray Content(const QString& name)
-    {
-        QFile file(m_folder->filePath(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-    }
-
     /// What both templates of this content make; the messages go to m_said.
     QByteArray Run(const QByteArray& content, const std::vector<ScriptedSdk::FeatureData>& features = {})
     {
         for (const char* kind : {"header", "source"})
-            Template(kind)->setText(WriteFile("t", content));
+            Template(kind)->setText(m_folder->Write("t", content));
         Messages messages(*m_generator);
         m_generator->Run((m_folder->path() + "/./x/../").toUtf8().constData(), true, Catalogue(features));
         m_said = messages.Take().replaceInStrings(m_folder->path(), "");
-        const QByteArray made = Content(Edit("m_editHeaderFileName")->text());
-        return Content(Edit("m_editSourceFileName")->text()) == made ? made : "another source: " + made;
+        const QByteArray made = m_folder->Content(Edit("m_editHeaderFileName")->text());
+        return m_folder->Content(Edit("m_editSourceFileName")->text()) == made ? made : "another source: " + made;
     }
 
-    std::unique_ptr<QTemporaryDir> m_folder;
+    std::unique_ptr<TestFolder> m_folder;
     std::unique_ptr<QWidget> m_page;
     std::unique_ptr<CppClassGenerator> m_generator;
     QStringList m_said;
@@ -100,7 +88,7 @@ private slots:
     {
         ScriptedSdk::Reset();
         QSettings().clear();
-        m_folder.reset(new QTemporaryDir);
+        m_folder.reset(new TestFolder);
         Build();
         Edit("m_editClassName")->setText("Cam");
         Edit("m_editHeaderFileName")->setText("Cam.h");
@@ -198,14 +186,14 @@ private slots:
         for (const char* kind : {"header", "source"})
         {
             const QByteArray names = "### CLASS_NAME ### ### HEADER_FILE_NAME ###\n### METHOD_DECLARATIONS ###\n";
-            Template(kind)->setText(WriteFile(kind, kind + names));
+            Template(kind)->setText(m_folder->Write(kind, kind + names));
         }
         m_generator->Run(m_folder->path().toUtf8().constData(), true, Catalogue({MakeFeature("W", KltFeatureDataInt)}));
         const QByteArray rest = "x1 x2\n\n// Category /C\nKltErrorType x4Wx5 (KltInt64_t & value);\n"
                                 "KltErrorType x6Wx7 (KltInt64_t value);\n"
                                 "KltErrorType x4WFeaturex5 (OPX::KltAPI::FeaturePtr & feature);\n\n";
-        QCOMPARE(Content("x2"), "header" + rest);
-        QCOMPARE(Content("x3"), "source" + rest);
+        QCOMPARE(m_folder->Content("x2"), "header" + rest);
+        QCOMPARE(m_folder->Content("x3"), "source" + rest);
     }
 
     void AllNamesOfAFeatureAreMadeBeforeItsTypeIsLookedAt()
