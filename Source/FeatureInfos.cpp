@@ -6,23 +6,57 @@
 
 using namespace OPX::KltAPI;
 
+FeatureInfo::FeatureInfo(const FeaturePtr& handle)
+    : feature(handle),
+      name(TextOf(*handle, &Feature::GetName)),
+      category(TextOf(*handle, &Feature::GetCategory))
+{
+    handle->GetDataType(dataType);
+    if (dataType == KltFeatureDataEnum)
+        ReadList(*handle, &Feature::GetEntries, entries);
+}
+
 // By value: the camera stays alive for as long as it is read, whatever becomes of the caller's handle.
 int FeatureInfos::Create(shared_ptr<Camera> camera) // NOLINT(performance-unnecessary-value-param)
 {
+    Clear();
+    const int result = Read(*camera, [this](FeatureInfo& info) { Add(info); });
+    Sort();
+    return result;
+}
+
+int FeatureInfos::Read(Camera& camera, const std::function<void(FeatureInfo&)>& take)
+{
+    std::vector<FeaturePtr> handles;
+    const KltErrorType result = ReadList(camera, &Camera::GetFeatures, handles);
+    for (const FeaturePtr& handle : handles)
+    {
+        if (handle.get() == nullptr)
+            continue;
+        FeatureInfo info(handle);
+        take(info);
+    }
+    return result;
+}
+
+void FeatureInfos::Arrange(std::vector<FeatureInfo> features)
+{
+    Clear();
+    for (FeatureInfo& info : features)
+        Add(info);
+    Sort();
+}
+
+void FeatureInfos::Clear()
+{
     m_categories.clear();
     m_enums.clear();
+}
 
-    std::vector<FeaturePtr> features;
-    const KltErrorType result = ReadList(*camera, &Camera::GetFeatures, features);
-    if (result != KltErrorSuccess)
-        return result;
-
-    for (const FeaturePtr& feature : features)
-        if (feature.get() != nullptr)
-            Add(feature);
+void FeatureInfos::Sort()
+{
     for (CategoryMap::value_type& category : m_categories)
         std::sort(category.second.begin(), category.second.end(), SortFeaturesByName);
-    return KltErrorSuccess;
 }
 
 int FeatureInfos::FeatureCount() const
@@ -55,22 +89,11 @@ bool FeatureInfos::SortEnumEntriesByValue(const EnumEntry& a, const EnumEntry& b
     return valueOfA < valueOfB;
 }
 
-void FeatureInfos::Add(const FeaturePtr& feature)
+void FeatureInfos::Add(FeatureInfo& info)
 {
-    const std::string name = TextOf(*feature, &Feature::GetName);
-    const std::string category = TextOf(*feature, &Feature::GetCategory);
-    KltFeatureDataType dataType = KltFeatureDataUnknown;
-    feature->GetDataType(dataType);
-
-    m_categories[category].push_back(feature);
-    if (dataType == KltFeatureDataEnum)
-        AddEnum(name, *feature);
-}
-
-void FeatureInfos::AddEnum(const std::string& name, Feature& feature)
-{
-    std::vector<EnumEntry> entries;
-    ReadList(feature, &Feature::GetEntries, entries);
-    std::sort(entries.begin(), entries.end(), SortEnumEntriesByValue);
-    m_enums[name].swap(entries);
+    m_categories[info.category].push_back(info.feature);
+    if (info.dataType != KltFeatureDataEnum)
+        return;
+    std::sort(info.entries.begin(), info.entries.end(), SortEnumEntriesByValue);
+    m_enums[info.name].swap(info.entries);
 }

@@ -3,9 +3,23 @@
 
 #include <KoltaCPP/Camera.h>
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
+
+/// What the catalogue takes from the SDK for one feature.
+struct FeatureInfo
+{
+    /// Reads all of it. What cannot be read stays empty.
+    explicit FeatureInfo(const OPX::KltAPI::FeaturePtr& handle);
+
+    OPX::KltAPI::FeaturePtr feature;
+    std::string name;
+    std::string category;
+    KltFeatureDataType dataType = KltFeatureDataUnknown;
+    std::vector<OPX::KltAPI::EnumEntry> entries; ///< Of an enumeration, in the SDK's order.
+};
 
 /// The catalogue of one camera's features, in the order in which classes are generated from it.
 ///
@@ -26,6 +40,13 @@ public:
     /// \return 0, or the SDK's code when the features cannot be listed; the catalogue is empty then
     int Create(OPX::KltAPI::shared_ptr<OPX::KltAPI::Camera> camera);
 
+    /// Reads the features of \a camera, one after the other in the SDK's order. \a take may keep what is in them.
+    /// \return 0, or the SDK's code when they cannot be listed; \a take is not called then
+    static int Read(OPX::KltAPI::Camera& camera, const std::function<void(FeatureInfo&)>& take);
+
+    /// Replaces the catalogue by features that were read before, of one camera or of several.
+    void Arrange(std::vector<FeatureInfo> features);
+
     const CategoryMap& Categories() const { return m_categories; }
     const EnumMap& Enums() const { return m_enums; }
 
@@ -39,8 +60,9 @@ public:
     static bool SortEnumEntriesByValue(const OPX::KltAPI::EnumEntry& a, const OPX::KltAPI::EnumEntry& b);
 
 private:
-    void Add(const OPX::KltAPI::FeaturePtr& feature);
-    void AddEnum(const std::string& name, OPX::KltAPI::Feature& feature);
+    void Clear();
+    void Add(FeatureInfo& info);
+    void Sort();
 
     CategoryMap m_categories;
     EnumMap m_enums;

@@ -37,6 +37,14 @@ inline void UseUtf8ForLocale()
 #endif
 }
 
+/// Has `tr` take its texts, names and folders among them, as UTF-8. Since Qt 5 it does.
+inline void UseUtf8ForTranslations()
+{
+#if QT_VERSION < QT_VERSION_CHECK(5, 0, 0)
+    QTextCodec::setCodecForTr(QTextCodec::codecForName("UTF-8"));
+#endif
+}
+
 /// Whether \a event of the user comes to \a receiver from its window, which had it before. Qt 4 has no object for a
 /// window besides its widgets.
 inline bool CameThroughWindow(const QObject& receiver, const QEvent& event)

@@ -1,7 +1,9 @@
 #include "EndWatcher.h"
 #include "KoltaClassGenerator.h"
+#include "QtCompat.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -18,11 +20,21 @@ void ShowError(const std::exception& error)
     box.exec();
 }
 
+/// What the desktop shows for every window, boxes among them.
+void SetLook(QApplication& application)
+{
+    QApplication::setWindowIcon(QIcon(QLatin1String(":/KoltaClassGenerator/Resources/stripes_256.png")));
+    // By its name, since versions of Qt that do not know it simply keep it.
+    application.setProperty("desktopFileName", QLatin1String("example.opx.koltaclassgenerator"));
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
     QApplication application(argc, argv);
+    SetLook(application);
+    UseUtf8ForTranslations();
     const EndWatcher watcher;
     QObject::connect(&watcher, SIGNAL(EndRequested()), &application, SLOT(closeAllWindows()));
     try

@@ -6,6 +6,7 @@
 
 #include <KoltaCPP/Feature.h>
 #include <QCoreApplication>
+#include <QStringList>
 
 #include <map>
 #include <vector>
@@ -74,11 +75,18 @@ public:
     /// \name Templates
     /// @{
 
+    /// The placeholders for a name, which can be anywhere in a line.
+    static QStringList NamePlaceholders();
+
+    /// Those for a block, whose line is replaced as a whole. The first of them that a line holds counts, and only where
+    /// the line holds none for a name.
+    static QStringList BlockPlaceholders();
+
     /// Writes what the lines of \a input stand for.
     void ProcessTemplate(QTextStream& output, QTextStream& input, const FeatureInfos& features);
 
     /// Writes what one line of a template stands for.
-    void Process(QTextStream& output, QString line, const FeatureInfos& features);
+    virtual void Process(QTextStream& output, QString line, const FeatureInfos& features);
 
     /// The writers of the blocks that stand for a placeholder. All lines are indented by \a column blanks.
     /// \return the number of features or, for the enumerations, entries that were written

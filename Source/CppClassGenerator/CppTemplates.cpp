@@ -6,6 +6,44 @@
 
 #include <QTextStream>
 
+namespace
+{
+
+const char* const HeaderFileMacroName = "### HEADER_FILE_MACRO_NAME ###";
+const char* const HeaderFileName = "### HEADER_FILE_NAME ###";
+const char* const ClassName = "### CLASS_NAME ###";
+
+struct Block
+{
+    const char* placeholder;
+    int (CppClassWriter::*write)(QTextStream&, int, const FeatureInfos&);
+    const char* written;
+};
+
+// The first of them that a line holds counts, wherever it stands on the line.
+const Block Blocks[] = {
+    {"### METHOD_DECLARATIONS ###", &CppClassWriter::WriteMethodDeclarations, " method declarations written."},
+    {"### METHOD_IMPLEMENTATIONS ###", &CppClassWriter::WriteMethodImplementations, " method implementations written."},
+    {"### VARIABLE_DECLARATIONS ###", &CppClassWriter::WriteVariableDeclarations, " variable declarations written."},
+    {"### ENUM_DECLARATIONS ###", &CppClassWriter::WriteEnumDeclarations, " enum declarations written."},
+};
+
+} // namespace
+
+QStringList CppClassWriter::NamePlaceholders()
+{
+    return QStringList() << QLatin1String(HeaderFileMacroName) << QLatin1String(HeaderFileName)
+                         << QLatin1String(ClassName);
+}
+
+QStringList CppClassWriter::BlockPlaceholders()
+{
+    QStringList placeholders;
+    for (const Block& block : Blocks)
+        placeholders << QLatin1String(block.placeholder);
+    return placeholders;
+}
+
 void CppClassWriter::ProcessTemplate(QTextStream& output, QTextStream& input, const FeatureInfos& features)
 {
     for (QString line = input.readLine(); !line.isNull(); line = input.readLine())
@@ -24,29 +62,14 @@ void CppClassWriter::Process(QTextStream& output, QString line, const FeatureInf
 QString CppClassWriter::SubstituteNames(QString line) const
 {
     const CppOptions options = Options();
-    line.replace(QLatin1String("### HEADER_FILE_MACRO_NAME ###"), (options.className + QLatin1String("_H")).toUpper());
-    line.replace(QLatin1String("### HEADER_FILE_NAME ###"), options.headerFileName);
-    line.replace(QLatin1String("### CLASS_NAME ###"), options.className);
+    line.replace(QLatin1String(HeaderFileMacroName), (options.className + QLatin1String("_H")).toUpper());
+    line.replace(QLatin1String(HeaderFileName), options.headerFileName);
+    line.replace(QLatin1String(ClassName), options.className);
     return line;
 }
 
 bool CppClassWriter::ProcessBlock(QTextStream& output, const QString& line, const FeatureInfos& features)
 {
-    struct Block
-    {
-        const char* placeholder;
-        int (CppClassWriter::*write)(QTextStream&, int, const FeatureInfos&);
-        const char* written;
-    };
-    // The first of them that a line holds counts, wherever it stands on the line.
-    static const Block Blocks[] = {
-        {"### METHOD_DECLARATIONS ###", &CppClassWriter::WriteMethodDeclarations, " method declarations written."},
-        {"### METHOD_IMPLEMENTATIONS ###", &CppClassWriter::WriteMethodImplementations,
-            " method implementations written."},
-        {"### VARIABLE_DECLARATIONS ###", &CppClassWriter::WriteVariableDeclarations,
-            " variable declarations written."},
-        {"### ENUM_DECLARATIONS ###", &CppClassWriter::WriteEnumDeclarations, " enum declarations written."},
-    };
     for (const Block& block : Blocks)
     {
         const int column = static_cast<int>(line.indexOf(QLatin1String(block.placeholder)));

@@ -13,7 +13,7 @@ namespace
 {
 
 /// Qt separates the patterns of a filter by blanks only; two semicolons separate filters. And it takes the dot in the
-/// pattern for all files at its word: those without an ending would be left out.
+/// pattern for all files at its word: those without an extension would be left out.
 QString DialogFilter(const QString& filter)
 {
     QStringList filters = filter.split(QLatin1String(";;"));
