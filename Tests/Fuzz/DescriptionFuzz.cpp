@@ -1,6 +1,7 @@
 // Whatever stands in a description, it is refused or read: nothing crashes, hangs or eats the memory.
 
 #include "Description/CheckedDescription.h"
+#include "Session/FormulaNodes.h"
 #include "Session/Session.h"
 #include "Transport/MemoryDevice.h"
 
@@ -83,8 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             connection.device = NewMemoryDevice();
             connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
             connection.xml = description.xml;
-            connection.description.reset(
-                arv_gc_new(connection.device.get(), description.xml.data(), description.xml.size()));
+            connection.description = NewDescription(connection.device.get(), connection.xml);
             return connection.description ? KltErrorSuccess : KltErrorOther;
         });
     FeaturePtrVector features;

@@ -2,6 +2,7 @@
 #define KOLTACPP_CAMERA_H
 
 #include "KoltaCPP/Feature.h"
+#include "KoltaCPP/KoltaExport.h"
 #include "KoltaCPP/KoltaTypes.h"
 #include "KoltaCPP/SharedPtr.h"
 
@@ -13,7 +14,7 @@ namespace KltAPI
 {
 
 /// Something that has features.
-class FeatureContainer
+class KOLTACPP_EXPORT FeatureContainer
 {
 public:
     struct Impl;
@@ -23,30 +24,49 @@ public:
     FeatureContainer(const FeatureContainer&) = delete;
     FeatureContainer& operator=(const FeatureContainer&) = delete;
 
-    /// All features, in the order of the camera's description. With a null array the call stores their number, with
-    /// an array it expects the array's length in \a count; both see the same list. A closed camera gives -5.
+    /// All features, in the order of the camera's description.
+    ///
+    /// The first call after `Camera::Open`, of this or of `GetFeatureByName`, finds out which features the camera has,
+    /// and asks the camera for that: it may take up to ten seconds. Calls after it answer at once.
+    /// \param features room for \a count handles. With a null pointer, which is also what `data()` of an empty vector
+    ///     is, the call only stores how many there are.
+    /// \param count the length of \a features; afterwards the number of features
+    /// \return `KltErrorDeviceNotOpen` for a closed camera, `KltErrorMoreData` when \a count is too small,
+    ///     `KltErrorTimeout` when the camera did not answer in time
     KltErrorType GetFeatures(FeaturePtr* features, unsigned int& count);
 
-    /// The feature of this name; -3 when there is none, -5 for a closed camera. \a feature is unchanged after an error.
+    /// The feature of this name. Its first call blocks as that of `GetFeatures` does. \a feature is unchanged after an
+    /// error.
+    /// \return `KltErrorNotFound` when there is no such feature, `KltErrorDeviceNotOpen` for a closed camera,
+    ///     `KltErrorBadParameter` for a null pointer, `KltErrorTimeout` when the camera did not answer in time
     KltErrorType GetFeatureByName(const char* name, FeaturePtr& feature);
 
 protected:
     /// For the library: takes over \a impl.
     explicit FeatureContainer(Impl* impl);
 
-    Impl* m_impl;
+    Impl* m_impl; ///< The library's own.
 };
 
-/// One camera. Calls may come from any thread; a call that talks to the camera waits for those before it. None takes
-/// longer than ten seconds: it gives -12 then.
-class Camera : public FeatureContainer
+/// One camera.
+///
+/// Calls may come from any thread; a call that talks to the camera waits for those before it. None takes longer than
+/// ten seconds: it gives `KltErrorTimeout` then. The camera is destroyed, and closed, with its last handle; its
+/// features may live longer.
+///
+/// This interface is for features. It transfers no images and delivers no events; ranges, increments and units are in
+/// `GetDescription` only.
+class KOLTACPP_EXPORT Camera : public FeatureContainer
 {
 public:
-    /// Makes a camera that is simulated from a description file (.xml or .zip). The SDK need not be started,
-    /// KOLTA_TRANSPORTS is not asked, and the camera stands in no list. The file is read and checked in this call; what
-    /// is wrong with it is written to the standard error output. Name: the model's name; serial number: the name of the
-    /// file without its ending; address: \a path, which may hold any characters. Errors: -3 the file cannot be used, -7
-    /// a null pointer. \a camera is unchanged after an error.
+    /// Makes a camera that is simulated from a description file.
+    ///
+    /// The SDK need not be started, KOLTA_TRANSPORTS does not matter, and the camera is in no list. The file is read
+    /// and checked in this call; what is wrong with it is written to the standard error output. The camera's name is
+    /// the model's name, its serial number the name of the file without the extension, its address \a path.
+    /// \param path an .xml or .zip file; any characters
+    /// \param camera is unchanged after an error
+    /// \return `KltErrorNotFound` when the file cannot be used, `KltErrorBadParameter` for a null pointer
     static KltErrorType FromDescription(const char* path, shared_ptr<Camera>& camera);
 
     /// For the library: takes over \a impl.
@@ -68,19 +88,29 @@ public:
     /// like `Feature::GetName`.
     KltErrorType GetAddress(char* address, unsigned int& length) const;
 
-    /// The camera's own description (GenICam XML), unpacked. A closed camera gives -5. Read like `Feature::GetName`.
+    /// The camera's own description (GenICam XML), unpacked, in the encoding that it names itself; megabytes for large
+    /// cameras. Read like `Feature::GetName`; a closed camera gives `KltErrorDeviceNotOpen`.
     KltErrorType GetDescription(char* description, unsigned int& length) const;
 
-    /// Opens the camera and reads its description. Errors: -3 it is gone, -6 another program controls it or it is
-    /// open already, -7 an unknown access mode, -12 it does not answer, -13 its description cannot be used.
+    /// Opens the camera and reads its description, which may take up to ten seconds.
+    /// \return
+    ///  - `KltErrorBadParameter`: an access mode that is not `KltAccessModeFull`
+    ///  - `KltErrorInvalidAccess`: it is open already or, in a network, another program controls it
+    ///  - `KltErrorNotFound`: it is gone; a simulated one: its file is gone or another one now
+    ///  - `KltErrorTimeout`: it does not answer, or other threads kept it busy
+    ///  - `KltErrorOther`: its description cannot be used. The standard error output tells why.
+    ///  - from cameras in a network and on USB also what `KltErrorCode` names for a connection that fails
     virtual KltErrorType Open(KltAccessModeType accessMode);
 
-    /// Closes the camera. Its features keep answering for name, category, type, flags and entries.
+    /// Closes the camera. Its features keep answering for name, category, type, flags and entries. Waits for calls of
+    /// other threads.
+    /// \return `KltErrorDeviceNotOpen` when it is closed already, `KltErrorTimeout` when other threads kept it busy
     virtual KltErrorType Close();
 };
 
 /// Handle of a camera.
 typedef shared_ptr<Camera> CameraPtr;
+/// Several of them.
 typedef std::vector<CameraPtr> CameraPtrVector;
 
 } // namespace KltAPI

@@ -1,6 +1,7 @@
 #ifndef KOLTACPP_ENUMENTRY_H
 #define KOLTACPP_ENUMENTRY_H
 
+#include "KoltaCPP/KoltaExport.h"
 #include "KoltaCPP/KoltaTypes.h"
 
 namespace OPX
@@ -9,7 +10,7 @@ namespace KltAPI
 {
 
 /// One entry of an enumeration feature: a name and a signed 64-bit value. A value type.
-class EnumEntry
+class KOLTACPP_EXPORT EnumEntry
 {
 public:
     struct Impl;
@@ -20,11 +21,15 @@ public:
     /// For the library: takes over \a impl.
     explicit EnumEntry(Impl* impl);
 
+    /// The same name and value.
     EnumEntry(const EnumEntry& other);
+
+    /// Takes over name and value of \a other.
     EnumEntry& operator=(const EnumEntry& other);
+
     ~EnumEntry();
 
-    /// The symbolic name, read like `Feature::GetName`.
+    /// The symbolic name, UTF-8, read like `Feature::GetName`.
     KltErrorType GetName(char* name, unsigned int& length) const;
 
     /// The value that stands for the entry in the camera.

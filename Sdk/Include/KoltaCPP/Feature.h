@@ -2,6 +2,7 @@
 #define KOLTACPP_FEATURE_H
 
 #include "KoltaCPP/EnumEntry.h"
+#include "KoltaCPP/KoltaExport.h"
 #include "KoltaCPP/KoltaTypes.h"
 #include "KoltaCPP/SharedPtr.h"
 
@@ -18,12 +19,12 @@ namespace KltAPI
 ///
 /// Name, category, data type, flags and entries are fixed when the camera's features are listed and can be asked for
 /// at any time, also after the camera was closed. Values can be read and written while the camera is open; on a closed
-/// one these calls give -5 (device not open). Calls on features of one camera may come from any thread.
+/// one these calls give `KltErrorDeviceNotOpen`. Calls on features of one camera may come from any thread.
 ///
 /// Texts are asked for twice: with a null buffer the call stores the length in bytes, without a terminating zero; with
 /// a buffer it expects the buffer's size in \a length, fills in the text and stores its length. A terminating zero is
-/// added where there is room for it. A buffer that is too small gives -9 and the needed length.
-class Feature
+/// added where there is room for it. A buffer that is too small gives `KltErrorMoreData` and the needed length.
+class KOLTACPP_EXPORT Feature
 {
 public:
     struct Impl;
@@ -38,7 +39,7 @@ public:
     /// The name, unique within a camera; UTF-8.
     KltErrorType GetName(char* name, unsigned int& length) const;
 
-    /// The path of categories that the feature stands in, for example "/AcquisitionControl"; UTF-8.
+    /// The path of the category that the feature is in, for example "/AcquisitionControl"; UTF-8.
     KltErrorType GetCategory(char* category, unsigned int& length) const;
 
     /// The data type, one of `KltFeatureDataTypeValues`.
@@ -47,29 +48,57 @@ public:
     /// Whether the feature can be read and written at all; momentary locks do not count.
     KltErrorType GetFlags(KltFeatureFlagsType& flags) const;
 
-    /// The entries of an enumeration, in the order of the camera's description. With a null array the call stores
-    /// their number, with an array it expects the array's length in \a count. Other features give -10.
+    /// The entries of an enumeration, in the order of the camera's description: those that the camera has, whether they
+    /// are available now or not.
+    /// \param entries room for \a count entries. With a null pointer, which is also what `data()` of an empty vector
+    ///     is, the call only stores how many there are.
+    /// \param count the length of \a entries; afterwards the number of entries
+    /// \return `KltErrorWrongType` for a feature of another type, `KltErrorMoreData` when \a count is too small
     KltErrorType GetEntries(EnumEntry* entries, unsigned int& count);
 
     /// \name Values
-    /// Errors: -5 the camera is not open, -6 the feature cannot be read or written (now), or the entry is not available
-    /// (now), or the value comes with images or events and not from the camera, -7 a null pointer, -10 the feature is
-    /// of another type, -11 the value is out of bounds, not an increment of the minimum or no entry of the enumeration,
-    /// -12 the camera does not answer or is gone, -13 a formula of the description has no value, -14 a length or the
-    /// result of a formula is absurd. After an error \a value is unchanged.
+    /// Every call asks the camera, and returns when it has answered, after ten seconds at the latest. Numbers are in
+    /// the unit that the description gives; nothing is converted. After an error \a value is unchanged.
+    ///  - `KltErrorDeviceNotOpen`: the camera is not open
+    ///  - `KltErrorWrongType`: the feature is of another type
+    ///  - `KltErrorInvalidAccess`: it cannot be read or written, or not now; the entry is not available now; or the
+    ///    value comes with images or events and not from the camera
+    ///  - `KltErrorInvalidValue`: the value is out of bounds, not an increment of the minimum, too long, or no entry of
+    ///    the enumeration
+    ///  - `KltErrorTimeout`: the camera does not answer or is gone
+    ///  - `KltErrorOther`: a formula of the description has no value
+    ///  - `KltErrorResources`: a length or the result of a formula is absurd
+    ///  - from cameras in a network and on USB also what `KltErrorCode` names for a connection that fails
     /// @{
 
     /// Value of an integer or, as the entry's value, of an enumeration.
     KltErrorType GetValue(KltInt64_t& value) const;
+
+    /// Value of a float.
     KltErrorType GetValue(double& value) const;
+
+    /// Value of a string: the camera's bytes up to the first zero, usually ASCII or UTF-8.
     KltErrorType GetValue(std::string& value) const;
+
+    /// Value of a boolean.
     KltErrorType GetValue(bool& value) const;
+
+    /// Value of a raw feature. \a value gets the register's length.
     KltErrorType GetValue(UcharVector& value) const;
 
+    /// Sets an integer or, by the entry's value, an enumeration.
     KltErrorType SetValue(KltInt64_t value);
+
+    /// Sets a float. What is no number is out of bounds.
     KltErrorType SetValue(double value);
+
+    /// Sets a string. The bytes go to the camera as they are; a null pointer gives `KltErrorBadParameter`.
     KltErrorType SetValue(const char* value);
+
+    /// Sets a boolean.
     KltErrorType SetValue(bool value);
+
+    /// Sets a raw feature. \a value has exactly the register's length, as `GetValue` delivers it.
     KltErrorType SetValue(const UcharVector& value);
 
     /// Enumerators and integers of every other width. Without it a literal or an enumerator would fit the 64-bit
@@ -85,7 +114,7 @@ public:
     template <class T>
     KltErrorType SetValue(const T* value) = delete;
 
-    /// Runs a command; returns when the camera has accepted it.
+    /// Runs a command. Returns when the camera has accepted it, which is not when it is done.
     KltErrorType RunCommand();
     /// @}
 
@@ -95,7 +124,9 @@ private:
 
 /// Handle of a feature.
 typedef shared_ptr<Feature> FeaturePtr;
+/// Several of them.
 typedef std::vector<FeaturePtr> FeaturePtrVector;
+/// Several entries.
 typedef std::vector<EnumEntry> EnumEntryVector;
 
 } // namespace KltAPI

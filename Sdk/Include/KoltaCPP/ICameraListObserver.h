@@ -2,6 +2,7 @@
 #define KOLTACPP_ICAMERALISTOBSERVER_H
 
 #include "KoltaCPP/Camera.h"
+#include "KoltaCPP/KoltaExport.h"
 #include "KoltaCPP/KoltaTypes.h"
 
 namespace OPX
@@ -10,7 +11,7 @@ namespace KltAPI
 {
 
 /// Is told when the list of cameras changes.
-class ICameraListObserver
+class KOLTACPP_EXPORT ICameraListObserver
 {
 public:
     virtual ~ICameraListObserver() = default;
@@ -22,6 +23,7 @@ public:
     virtual void CameraListChanged(CameraPtr camera, UpdateTriggerType reason) = 0;
 };
 
+/// Handle of an observer.
 typedef shared_ptr<ICameraListObserver> ICameraListObserverPtr;
 
 } // namespace KltAPI

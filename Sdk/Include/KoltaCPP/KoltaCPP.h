@@ -8,6 +8,7 @@
 #include "KoltaCPP/EnumEntry.h"
 #include "KoltaCPP/Feature.h"
 #include "KoltaCPP/ICameraListObserver.h"
+#include "KoltaCPP/KoltaExport.h"
 #include "KoltaCPP/KoltaSystem.h"
 #include "KoltaCPP/KoltaTypes.h"
 #include "KoltaCPP/Mutex.h"

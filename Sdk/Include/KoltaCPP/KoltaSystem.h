@@ -3,6 +3,7 @@
 
 #include "KoltaCPP/Camera.h"
 #include "KoltaCPP/ICameraListObserver.h"
+#include "KoltaCPP/KoltaExport.h"
 #include "KoltaCPP/KoltaTypes.h"
 
 namespace OPX
@@ -11,7 +12,7 @@ namespace KltAPI
 {
 
 /// The library: started once, asked for cameras, shut down once. Calls may come from any thread.
-class KoltaSystem
+class KOLTACPP_EXPORT KoltaSystem
 {
 public:
     struct Impl;
@@ -22,20 +23,34 @@ public:
     /// The one object, the same for the life of the process.
     static KoltaSystem& GetInstance();
 
-    /// Starts looking for cameras. -16 when no transport can be used, -15 when called from an observer.
-    /// Every successful call wants a `Shutdown`.
+    /// Starts looking for cameras, on a thread of the library. Every successful call needs a `Shutdown`; starts after
+    /// the first one are only counted.
+    ///
+    /// Two environment variables are read here. KOLTA_TRANSPORTS tells how cameras are reached: any of `simulated`,
+    /// `gige` and `usb3`, separated by commas, or all three if it is not set. KOLTA_CAMERA_PATH holds files and
+    /// folders, separated by colons, with descriptions (.xml or .zip) of cameras to simulate besides those that come
+    /// with the library.
+    /// \return `KltErrorNoTransportLayer` when KOLTA_TRANSPORTS names no transport, `KltErrorInvalidCall` when called
+    ///     from an observer
     KltErrorType Startup();
 
     /// Stops looking for cameras and drops all observers; none is called after this has returned. Handles of cameras
-    /// and features may be released later. Harmless when nothing was started; -15 when called from an observer.
+    /// and features may be released later. Waits for a scan that is under way. Harmless when nothing was started.
+    /// \return `KltErrorInvalidCall` when called from an observer
     KltErrorType Shutdown();
 
     /// Has \a observer called at every change of the list from now on; the library shares its ownership until
-    /// `Shutdown`. -2 before `Startup`, -7 for an empty handle.
+    /// `Shutdown`.
+    /// \return `KltErrorApiNotStarted` before `Startup`, `KltErrorBadParameter` for an empty handle
     KltErrorType RegisterCameraListObserver(const shared_ptr<ICameraListObserver>& observer);
 
-    /// The cameras that the last scan found; does not wait for a scan. With a null array the call stores their number,
-    /// with an array it expects the array's length in \a count; both see the same list. -2 before `Startup`.
+    /// The cameras that the last scan found. Does not wait for a scan: cameras in a network take a second or two to
+    /// appear.
+    /// \param cameras room for \a count handles. With a null pointer, which is also what `data()` of an empty vector
+    /// is,
+    ///     the call only stores how many there are; the same thread's next call with room for them sees the same list.
+    /// \param count the length of \a cameras; afterwards the number of cameras
+    /// \return `KltErrorApiNotStarted` before `Startup`, `KltErrorMoreData` when \a count is too small
     KltErrorType GetCameras(CameraPtr* cameras, unsigned int& count);
 
 private:

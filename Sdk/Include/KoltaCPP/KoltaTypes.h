@@ -10,29 +10,31 @@
 /// Result of every SDK call: 0 for success, a negative value for a failure.
 typedef int32_t KltErrorType;
 
-/// The values of `KltErrorType`.
+/// The values of `KltErrorType`. A connection that fails gives `KltErrorTimeout` or, where the camera answers what
+/// makes no sense, `KltErrorInternalFault`; a camera that refuses gives `KltErrorInvalidAccess`, `KltErrorBadParameter`
+/// or `KltErrorNotImplemented`.
 enum KltErrorCode : int32_t
 {
-    KltErrorSuccess = 0,
-    KltErrorInternalFault = -1,
-    KltErrorApiNotStarted = -2,
-    KltErrorNotFound = -3,
-    KltErrorBadHandle = -4,
-    KltErrorDeviceNotOpen = -5,
-    KltErrorInvalidAccess = -6,
-    KltErrorBadParameter = -7,
-    KltErrorStructSize = -8,
-    KltErrorMoreData = -9,
-    KltErrorWrongType = -10,
-    KltErrorInvalidValue = -11,
-    KltErrorTimeout = -12,
-    KltErrorOther = -13,
-    KltErrorResources = -14,
-    KltErrorInvalidCall = -15,
-    KltErrorNoTransportLayer = -16,
-    KltErrorNotImplemented = -17,
-    KltErrorNotSupported = -18,
-    KltErrorIncomplete = -19
+    KltErrorSuccess = 0,            ///< 0: done.
+    KltErrorInternalFault = -1,     ///< -1: the library, a driver or the connection to the camera is at fault.
+    KltErrorApiNotStarted = -2,     ///< -2: `KoltaSystem::Startup` was not called.
+    KltErrorNotFound = -3,          ///< -3: there is no such camera, feature or file.
+    KltErrorBadHandle = -4,         ///< -4: a handle is empty.
+    KltErrorDeviceNotOpen = -5,     ///< -5: the camera is not open.
+    KltErrorInvalidAccess = -6,     ///< -6: not allowed, or not now: the camera is in use, the feature locked.
+    KltErrorBadParameter = -7,      ///< -7: a parameter makes no sense, usually a null pointer.
+    KltErrorStructSize = -8,        ///< -8: a struct of another version of the SDK.
+    KltErrorMoreData = -9,          ///< -9: a buffer or array is too small; its length parameter tells what is needed.
+    KltErrorWrongType = -10,        ///< -10: the feature is of another type.
+    KltErrorInvalidValue = -11,     ///< -11: the value is out of bounds, not an increment of the minimum, or no entry.
+    KltErrorTimeout = -12,          ///< -12: no answer in time.
+    KltErrorOther = -13,            ///< -13: none of the others; a description that cannot be used.
+    KltErrorResources = -14,        ///< -14: not enough memory, or a length beyond all reason.
+    KltErrorInvalidCall = -15,      ///< -15: not from here: the call comes from an observer.
+    KltErrorNoTransportLayer = -16, ///< -16: there is no way to reach cameras.
+    KltErrorNotImplemented = -17,   ///< -17: the camera or the SDK does not have this.
+    KltErrorNotSupported = -18,     ///< -18: not with this camera.
+    KltErrorIncomplete = -19        ///< -19: several registers were to be read or written, and some were.
 };
 
 /// The SDK's signed 64-bit integer.
@@ -44,15 +46,15 @@ typedef uint32_t KltFeatureDataType;
 /// The values of `KltFeatureDataType`.
 enum KltFeatureDataTypeValues : uint32_t
 {
-    KltFeatureDataUnknown = 0,
-    KltFeatureDataInt = 1,
-    KltFeatureDataFloat = 2,
-    KltFeatureDataEnum = 3,
-    KltFeatureDataString = 4,
-    KltFeatureDataBool = 5,
-    KltFeatureDataCommand = 6,
-    KltFeatureDataRaw = 7,
-    KltFeatureDataNone = 8
+    KltFeatureDataUnknown = 0, ///< Not known to this version of the SDK.
+    KltFeatureDataInt = 1,     ///< `KltInt64_t`
+    KltFeatureDataFloat = 2,   ///< `double`
+    KltFeatureDataEnum = 3,    ///< The value of one of the feature's entries, as `KltInt64_t`.
+    KltFeatureDataString = 4,  ///< `std::string`
+    KltFeatureDataBool = 5,    ///< `bool`
+    KltFeatureDataCommand = 6, ///< No value: `Feature::RunCommand`.
+    KltFeatureDataRaw = 7,     ///< `UcharVector`
+    KltFeatureDataNone = 8     ///< No value.
 };
 
 /// What may be done with a feature: a set of `KltFeatureFlagsValues`.
@@ -61,9 +63,9 @@ typedef uint32_t KltFeatureFlagsType;
 /// The bits of `KltFeatureFlagsType`.
 enum KltFeatureFlagsValues : uint32_t
 {
-    KltFeatureFlagsNone = 0,
-    KltFeatureFlagsRead = 1,
-    KltFeatureFlagsWrite = 2
+    KltFeatureFlagsNone = 0, ///< Neither.
+    KltFeatureFlagsRead = 1, ///< The value can be read.
+    KltFeatureFlagsWrite = 2 ///< The value can be written, or the command run.
 };
 
 /// How a camera is opened.
@@ -78,13 +80,16 @@ enum KltAccessModeValues : uint32_t
 /// Why the list of cameras changed. Carried as a plain integer: values of newer libraries pass through.
 enum UpdateTriggerType : int32_t
 {
-    UpdateTriggerCameraArrived = 0,
-    UpdateTriggerCameraLeft = 1,
-    UpdateTriggerOpenStateChanged = 2
+    UpdateTriggerCameraArrived = 0,   ///< It was found.
+    UpdateTriggerCameraLeft = 1,      ///< It is not found any more.
+    UpdateTriggerOpenStateChanged = 2 ///< It was opened or closed by somebody. This library does not tell.
 };
+
+/// The SDK's outer namespace.
 
 namespace OPX
 {
+/// The SDK's interface.
 namespace KltAPI
 {
 

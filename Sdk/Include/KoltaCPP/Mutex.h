@@ -1,13 +1,15 @@
 #ifndef KOLTACPP_MUTEX_H
 #define KOLTACPP_MUTEX_H
 
+#include "KoltaCPP/KoltaExport.h"
+
 namespace OPX
 {
 namespace KltAPI
 {
 
 /// A mutex that is not recursive. Any thread may lock it; the thread that did must unlock it.
-class Mutex
+class KOLTACPP_EXPORT Mutex
 {
 public:
     /// \param initLock whether the calling thread holds the mutex from the start

@@ -70,6 +70,7 @@ template <class T>
 class shared_ptr
 {
 public:
+    /// An empty handle.
     shared_ptr() = default;
 
     /// Takes over \a object, which may be of a derived class; it is destroyed as what it is here.
@@ -79,10 +80,13 @@ public:
     {
     }
 
+    /// Shares the object of \a other.
     shared_ptr(const shared_ptr& other) : m_count(other.m_count), m_object(other.m_object) { Share(); }
 
+    /// Takes the object of \a other, which is empty then.
     shared_ptr(shared_ptr&& other) noexcept { swap(other); }
 
+    /// Shares the object of \a other as a `T`.
     template <class U>
     shared_ptr(const shared_ptr<U>& other) : m_count(other.m_count),
                                              m_object(other.m_object)
@@ -96,6 +100,7 @@ public:
             m_count->dec();
     }
 
+    /// Releases the object and shares that of \a other.
     shared_ptr& operator=(shared_ptr other) noexcept
     {
         swap(other);
@@ -112,6 +117,7 @@ public:
         shared_ptr(object).swap(*this);
     }
 
+    /// Exchanges the objects of both handles.
     void swap(shared_ptr& other) noexcept
     {
         ref_count_base* count = m_count;
@@ -124,8 +130,14 @@ public:
 
     /// The object, or NULL for an empty handle.
     T* get() const { return m_object; }
+
+    /// The object of a handle that is not empty.
     T* operator->() const { return m_object; }
+
+    /// The object of a handle that is not empty.
     T& operator*() const { return *m_object; }
+
+    /// Whether the handle is not empty.
     explicit operator bool() const { return m_object != NULL; }
 
     /// The number of handles of the object, 0 for an empty handle.

@@ -76,10 +76,10 @@ std::string WithoutLineEnd(std::string text)
     return text;
 }
 
-bool EndsIn(std::string_view text, std::string_view ending)
+bool HasExtension(std::string_view text, std::string_view extension)
 {
-    return text.size() >= ending.size() &&
-           std::equal(ending.begin(), ending.end(), text.end() - static_cast<std::ptrdiff_t>(ending.size()),
+    return text.size() >= extension.size() &&
+           std::equal(extension.begin(), extension.end(), text.end() - static_cast<std::ptrdiff_t>(extension.size()),
                [](char wanted, char letter)
                { return wanted == (letter >= 'A' && letter <= 'Z' ? letter - 'A' + 'a' : letter); });
 }

@@ -17,8 +17,8 @@ std::string WithoutControls(const std::string& text);
 /// line into the comment.
 std::string WithoutLineEnd(std::string text);
 
-/// Whether \a text ends in \a ending, which is in small letters; capitals do not matter.
-bool EndsIn(std::string_view text, std::string_view ending);
+/// Whether \a text ends with \a extension, which is in lower case; the case of \a text does not matter.
+bool HasExtension(std::string_view text, std::string_view extension);
 
 /// \a text without the white space around it.
 std::string Trimmed(const std::string& text);

@@ -6,6 +6,7 @@
 #include "Description/FileContent.h"
 #include "Description/Unzip.h"
 
+#include <algorithm>
 #include <exception>
 #include <filesystem>
 #include <utility>
@@ -22,8 +23,11 @@ CheckedDescription CheckDescription(std::string content, const std::string& fall
     description.xml = IsZip(content) ? UnzipDescription(content, description.problem) : std::move(content);
     if (!description.problem.empty())
         return description;
-    // Some tools put a line of their own before the document.
-    description.xml.erase(0, description.xml.find('<'));
+    // Some tools put a line of text before the document.
+    const std::size_t begin = std::min(description.xml.find('<'), description.xml.size());
+    const auto before = description.xml.begin() + static_cast<std::ptrdiff_t>(begin);
+    const auto linesBefore = static_cast<int>(std::count(description.xml.begin(), before, '\n'));
+    description.xml.erase(0, begin);
     if (description.xml.empty())
         description.problem = "it holds no XML";
     else if (description.xml.size() > MaximumDocumentSize)
@@ -31,7 +35,7 @@ CheckedDescription CheckDescription(std::string content, const std::string& fall
     else
         description.problem = ProblemOfText(description.xml);
     if (description.problem.empty())
-        description.problem = ProblemOfDocument(description.xml, description.modelName);
+        description.problem = ProblemOfDocument(description.xml, 1 + linesBefore, description.modelName);
     if (!description.problem.empty())
         description.xml = std::string();
     return description;

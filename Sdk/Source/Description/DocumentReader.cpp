@@ -102,6 +102,9 @@ class Reader
 {
 public:
     explicit Reader(std::string& modelName) : m_modelName(modelName) {}
+    ~Reader() { xmlResetError(&error); }
+    Reader(const Reader&) = delete;
+    Reader& operator=(const Reader&) = delete;
 
     void Begin(std::string_view element, const Attributes& attributes, int line)
     {
@@ -152,6 +155,7 @@ public:
     }
 
     std::string problem; ///< Empty as long as there is none.
+    xmlError error = {}; ///< The first one of the text itself.
     ReferenceGraph graph;
     ValueCopies copies;
 
@@ -254,6 +258,28 @@ private:
     std::string m_text;    ///< and what there is of it.
 };
 
+std::string InLine(int line, const std::string& problem)
+{
+    return "line " + std::to_string(line) + ": " + problem;
+}
+
+/// What is wrong with the text of the document.
+std::string Message(const xmlError& error)
+{
+    const std::string tag = error.str1 == nullptr ? "" : "<" + std::string(error.str1) + "> has no end tag";
+    const bool knowsBegin = error.int1 > 0 && !tag.empty();
+    if (knowsBegin && error.code == XML_ERR_TAG_NOT_FINISHED)
+        return InLine(error.int1, tag);
+    if (knowsBegin && error.code == XML_ERR_TAG_NAME_MISMATCH && error.str2 != nullptr)
+        return InLine(error.int1, tag + " before the </" + error.str2 + "> in line " + std::to_string(error.line));
+    if (error.message == nullptr)
+        return "it is not well-formed XML";
+    std::string message = Trimmed(std::string(error.message));
+    if (!message.empty() && message.back() == '.')
+        message.pop_back();
+    return InLine(error.line, message);
+}
+
 /// Calls \a take with the reader. Nothing may be thrown through the parser, which is written in C.
 template <class Take>
 void Pass(void* context, Take take)
@@ -265,6 +291,8 @@ void Pass(void* context, Take take)
     try
     {
         take(reader, *parser);
+        if (!reader.problem.empty())
+            reader.problem = InLine(parser->input->line, reader.problem);
     }
     catch (const std::exception& error)
     {
@@ -307,9 +335,18 @@ void OnInstruction(void* context, const xmlChar* /*target*/, const xmlChar* /*te
     Pass(context, [](Reader& reader, const xmlParserCtxt& /*parser*/) { reader.NoticeMoreThanText(); });
 }
 
+/// The errors that come after the first one follow from it.
+template <class Error>
+void OnError(void* context, Error* error)
+{
+    Reader& reader = *static_cast<Reader*>(static_cast<xmlParserCtxt*>(context)->_private);
+    if (error->level == XML_ERR_FATAL && reader.error.code == XML_ERR_OK)
+        xmlCopyError(error, &reader.error);
+}
+
 typedef std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> ParserPtr;
 
-ParserPtr NewParser(const std::string& xml, Reader& reader)
+ParserPtr NewParser(const std::string& xml, Reader& reader, int firstLine = 1)
 {
     static std::once_flag initialised;
     std::call_once(initialised, xmlInitParser);
@@ -326,37 +363,29 @@ ParserPtr NewParser(const std::string& xml, Reader& reader)
     handler.cdataBlock = OnCdata;
     handler.comment = OnComment;
     handler.processingInstruction = OnInstruction;
+    handler.serror = OnError; // Whether the error is constant depends on the version of libxml2.
     // No network, and nothing printed: the caller reports. XML_PARSE_HUGE lifts the limits of the parser, which long
     // texts would meet; ours are checked before. There are no entities but &amp; and the like.
     xmlCtxtUseOptions(
         parser.get(), XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE | XML_PARSE_NOENT);
     parser->_private = &reader;
+    parser->input->line = firstLine;
     return parser;
-}
-
-std::string Message(const xmlError* error)
-{
-    if (error == nullptr || error->message == nullptr)
-        return "it is not well-formed XML";
-    std::string message = Trimmed(std::string(error->message));
-    if (!message.empty() && message.back() == '.')
-        message.pop_back();
-    return "line " + std::to_string(error->line) + ": " + message;
 }
 
 } // namespace
 
-std::string ProblemOfDocument(const std::string& xml, std::string& modelName)
+std::string ProblemOfDocument(const std::string& xml, int firstLine, std::string& modelName)
 {
     Reader reader(modelName);
-    const ParserPtr parser = NewParser(xml, reader);
+    const ParserPtr parser = NewParser(xml, reader, firstLine);
     if (!parser)
         return "there is not enough memory";
     xmlParseDocument(parser.get());
     if (!reader.problem.empty())
         return reader.problem;
     if (parser->wellFormed == 0)
-        return Message(xmlCtxtGetLastError(parser.get()));
+        return Message(reader.error);
     return reader.graph.FindProblem();
 }
 

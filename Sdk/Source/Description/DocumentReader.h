@@ -10,9 +10,10 @@ namespace KltAPI
 
 /// Reads a whole description once, without keeping it: that it is well-formed, of a size that Aravis' document of it
 /// fits into the memory, and that its registers and its references are sound.
+/// \param firstLine the line of the file in which it begins
 /// \param modelName is replaced by the model's name if the description tells one
 /// \return what is wrong, empty if nothing is
-std::string ProblemOfDocument(const std::string& xml, std::string& modelName);
+std::string ProblemOfDocument(const std::string& xml, int firstLine, std::string& modelName);
 
 } // namespace KltAPI
 } // namespace OPX

@@ -27,7 +27,7 @@ struct Operator
 
 const int ShortCircuitOr = -1;
 const int ShortCircuitAnd = -2;
-const int HighestPrecedence = 11; ///< Of Power, which alone works from the right to the left.
+const int HighestPrecedence = 11; ///< Of Power, the only one that is right-associative.
 
 /// As in C. Of two that begin alike the longer one comes first.
 const Operator Operators[] = {{"||", 1, ShortCircuitOr}, {"&&", 2, ShortCircuitAnd}, {"|", 3, Or},

@@ -50,10 +50,10 @@ bool IsXml(archive_entry* entry)
 {
     const char* path = archive_entry_pathname_utf8(entry);
     path = path != nullptr ? path : archive_entry_pathname(entry);
-    return path != nullptr && EndsIn(path, ".xml");
+    return path != nullptr && HasExtension(path, ".xml");
 }
 
-/// The file that the archive has come to. What its size is said to be is not believed either.
+/// The file that the archive is at. The size that it claims is not believed either.
 std::string ReadFile(archive* zip, std::string& problem)
 {
     std::string content;

@@ -1,7 +1,7 @@
 #include "Session/FormulaNodes.h"
 
 #include "Base/ErrorCodes.h"
-#include "Base/GlibPtr.h"
+#include "Base/ParserLock.h"
 #include "Base/Texts.h"
 #include "Description/Formula.h"
 #include "Session/NodeLinks.h"
@@ -411,11 +411,15 @@ void InstallAll()
 
 } // namespace
 
-void UseOwnFormulas(ArvGc* description)
+ObjectPtr<ArvGc> NewDescription(ArvDevice* device, const std::string& xml)
 {
     static std::once_flag installed;
     std::call_once(installed, InstallAll);
-    g_object_set_qdata(G_OBJECT(description), OwnKey(), description);
+    const std::lock_guard<std::mutex> lock(ParserLock());
+    ObjectPtr<ArvGc> description(arv_gc_new(device, xml.data(), xml.size()));
+    if (description)
+        g_object_set_qdata(G_OBJECT(description.get()), OwnKey(), description.get());
+    return description;
 }
 
 } // namespace KltAPI

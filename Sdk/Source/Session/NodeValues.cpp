@@ -127,7 +127,7 @@ KltErrorType CheckRange(ArvGcInteger* node, KltInt64_t value, bool* offIncrement
         return result;
     if (value < limits.minimum || value > limits.maximum)
         return KltErrorInvalidValue;
-    // As unsigned numbers: the distance can be larger than a signed number.
+    // As unsigned numbers: the distance can be larger than a signed number can be.
     const guint64 distance = static_cast<guint64>(value) - static_cast<guint64>(limits.minimum);
     return Fit(limits.increment <= 1 || distance % static_cast<guint64>(limits.increment) == 0, offIncrement);
 }

@@ -2,7 +2,6 @@
 
 #include "Session/FeatureImpl.h"
 #include "Session/FeatureReader.h"
-#include "Session/FormulaNodes.h"
 
 #include <utility>
 
@@ -55,7 +54,6 @@ KltErrorType Session::Open()
     const KltErrorType result = m_connect(connection);
     if (result == KltErrorSuccess)
     {
-        UseOwnFormulas(connection.description.get());
         connection.copies = ValueCopiesOf(connection.xml);
         m_connection = std::move(connection);
     }

@@ -25,7 +25,8 @@ thread_local bool g_notifying = false;
 
 } // namespace
 
-struct KoltaSystem::Impl
+/// Hidden: it would be exported along with its class.
+struct __attribute__((visibility("hidden"))) KoltaSystem::Impl
 {
     void Notify(const CameraList::Changes& changes);
 

@@ -5,6 +5,7 @@
 #include "Base/Report.h"
 #include "Base/Texts.h"
 #include "Description/CheckedDescription.h"
+#include "Session/FormulaNodes.h"
 #include "Transport/GvcpDescription.h"
 #include "Transport/GvcpDevice.h"
 #include "Transport/UsbPermissions.h"
@@ -47,9 +48,8 @@ KltErrorType UseDescription(Connection& connection, const std::string& deviceId,
         Report("The description of " + deviceId + " cannot be used: " + checked.problem);
         return KltErrorOther;
     }
-    const std::lock_guard<std::mutex> lock(ParserLock());
     connection.xml = checked.xml;
-    connection.description.reset(arv_gc_new(connection.device.get(), connection.xml.data(), connection.xml.size()));
+    connection.description = NewDescription(connection.device.get(), connection.xml);
     return connection.description ? KltErrorSuccess : KltErrorOther;
 }
 

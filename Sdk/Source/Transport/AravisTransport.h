@@ -14,7 +14,7 @@ class AravisTransport : public Transport
 public:
     AravisTransport(bool gige, bool usb3);
 
-    /// With GigE on it takes about a second: that long cameras may take to answer.
+    /// With GigE it takes about a second: cameras may take that long to answer.
     std::vector<CameraRecord> Scan() override;
 
     /// Answers get lost in a network.

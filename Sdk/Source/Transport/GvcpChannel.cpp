@@ -146,7 +146,7 @@ void GvcpChannel::SetPause(Clock::duration pause)
     m_pause = std::max<Clock::duration>(ShortestPause, std::min<Clock::duration>(LongestPause, pause));
 }
 
-/// Of an answer to another question than the one that is open.
+/// Where an answer belongs to another question than the one that is open.
 void GvcpChannel::ForgetLate(const Bytes& answer)
 {
     // Answered twice: nothing was lost, we have only been impatient.

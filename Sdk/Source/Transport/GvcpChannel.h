@@ -29,7 +29,7 @@ public:
     typedef std::chrono::steady_clock Clock;
     typedef std::shared_ptr<const Clock::time_point> Deadline;
 
-    /// \param address the camera's address in the network; nobody answers at one that is none
+    /// \param address the camera's address in the network; nothing answers at what is no address
     GvcpChannel(const std::string& address, Deadline deadline);
     ~GvcpChannel();
 

@@ -19,10 +19,10 @@ const std::uint32_t ControlRegister = 0xA00;
 const std::uint32_t Controlled = 2;
 const std::uint32_t ControlBits = 3;
 
-/// A camera drops who has not been heard of for three seconds. Some of it gets lost.
+/// A camera drops a controller that it has not heard from for three seconds. Some of what is sent gets lost.
 const milliseconds Heartbeat(500);
 
-/// A camera that is not there any more drops us by itself.
+/// A camera that is gone has dropped us by itself.
 const milliseconds Goodbye(500);
 
 /// Control of one camera.

@@ -1,12 +1,9 @@
 #include "Transport/SimulatedCamera.h"
 
-#include "Base/ParserLock.h"
 #include "Base/Texts.h"
 #include "Session/FormulaNodes.h"
 #include "Transport/MemoryDevice.h"
 #include "Transport/StartValues.h"
-
-#include <mutex>
 
 namespace fs = std::filesystem;
 
@@ -26,11 +23,9 @@ KltErrorType Connect(const DescriptionFile& file, Connection& connection)
     connection.patience = std::chrono::seconds(4); // Memory is quick: only a hostile description takes longer.
     connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
     connection.isThere = [file] { return file.IsUnchanged(); };
-    const std::lock_guard<std::mutex> lock(ParserLock());
-    connection.description.reset(arv_gc_new(connection.device.get(), connection.xml.data(), connection.xml.size()));
+    connection.description = NewDescription(connection.device.get(), connection.xml);
     if (!connection.description)
         return KltErrorOther;
-    UseOwnFormulas(connection.description.get());
     ApplyStartValues(connection.description.get(), file.Path());
     return KltErrorSuccess;
 }

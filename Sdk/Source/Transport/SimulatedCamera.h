@@ -49,7 +49,7 @@ private:
     std::shared_ptr<const CheckedDescription> m_content;
 };
 
-/// The camera that is simulated from a usable file. Its serial number is the name of the file without its ending.
+/// The camera that is simulated from a usable file. Its serial number is the name of the file without its extension.
 CameraRecord RecordOf(const DescriptionFile& file);
 
 } // namespace KltAPI

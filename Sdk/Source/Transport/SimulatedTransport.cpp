@@ -4,6 +4,7 @@
 #include "Base/Texts.h"
 
 #include <dlfcn.h>
+#include <link.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -23,17 +24,33 @@ const char Variable[] = "KOLTA_CAMERA_PATH";
 fs::path FolderOfLibrary()
 {
     Dl_info info;
-    if (dladdr(reinterpret_cast<const void*>(&FolderOfLibrary), &info) == 0 || info.dli_fname == nullptr)
+    link_map* map = nullptr;
+    if (dladdr1(reinterpret_cast<const void*>(&FolderOfLibrary), &info, reinterpret_cast<void**>(&map),
+            RTLD_DL_LINKMAP) == 0)
         return fs::path();
+    // Linked statically, we are part of the program, which has no name there.
+    const fs::path library = *map->l_name == '\0' ? "/proc/self/exe" : map->l_name;
     std::error_code error;
-    const fs::path library = fs::weakly_canonical(info.dli_fname, error);
-    return library.parent_path();
+    return fs::weakly_canonical(library, error).parent_path();
+}
+
+/// The cameras that ship: beside the library, as in the build, or where they are installed.
+fs::path ShippedCameras()
+{
+    std::error_code error;
+    for (const char* place : {"Cameras", KOLTACPP_CAMERAS})
+    {
+        fs::path cameras = fs::canonical(FolderOfLibrary() / place, error);
+        if (!error && fs::is_directory(cameras, error))
+            return cameras;
+    }
+    return fs::path();
 }
 
 bool IsDescription(const fs::path& path)
 {
-    const std::string ending = path.extension().string();
-    return EndsIn(ending, ".xml") || EndsIn(ending, ".zip");
+    const std::string name = path.filename().string();
+    return HasExtension(name, ".xml") || HasExtension(name, ".zip");
 }
 
 std::string Unique(const std::string& name, std::set<std::string>& taken)
@@ -53,9 +70,8 @@ SimulatedTransport::SimulatedTransport()
     for (std::string place; std::getline(places, place, ':');)
         if (!place.empty())
             m_places.emplace_back(place);
-    const fs::path shipped = FolderOfLibrary() / "Cameras";
-    std::error_code error;
-    if (fs::is_directory(shipped, error))
+    const fs::path shipped = ShippedCameras();
+    if (!shipped.empty())
         m_places.push_back(shipped);
 }
 

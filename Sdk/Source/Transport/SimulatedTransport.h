@@ -13,7 +13,7 @@ namespace OPX
 namespace KltAPI
 {
 
-/// Cameras that are simulated from description files: those in the folder Cameras beside the library, and those that
+/// Cameras that are simulated from description files: those that ship with the library, and those that
 /// the environment variable KOLTA_CAMERA_PATH names (files and folders, separated by colons), which come first.
 class SimulatedTransport : public Transport
 {
@@ -36,7 +36,7 @@ private:
     void ReportOnce(const std::filesystem::path& place, const std::string& message);
     const KnownFile* Examine(const std::filesystem::path& path);
 
-    /// Files that come while we are running are broken as long as they are being copied: to be called only for those
+    /// Files that arrive while we are running are incomplete until they have been copied: to be called only for those
     /// that have not changed since the last scan.
     static void ReportProblem(KnownFile& file);
 

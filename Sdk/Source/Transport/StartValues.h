@@ -11,7 +11,7 @@ namespace KltAPI
 {
 
 /// Gives the features of a simulated camera the values that stand in the file beside its description: one
-/// "Feature = value" a line, raw features in hexadecimal bytes; empty lines and lines that begin with # are passed
+/// "Feature = value" per line, raw features in hexadecimal bytes; empty lines and lines that begin with # are passed
 /// over. Lines that cannot be used are reported with file and line, and the others still count. Without the file
 /// nothing happens.
 void ApplyStartValues(ArvGc* description, const std::filesystem::path& descriptionFile);
