@@ -1,7 +1,7 @@
 // Random catalogues, options and templates, and what must hold whatever they are. KOLTA_SEED chooses others, and
 // KOLTA_ROUNDS how many.
 
-#include "NameCheck.h"
+#include "Classes/NameCheck.h"
 #include "TestData.h"
 
 #include <QFile>

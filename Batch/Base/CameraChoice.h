@@ -1,0 +1,19 @@
+#ifndef CAMERACHOICE_H
+#define CAMERACHOICE_H
+
+#include <string>
+
+/// Which camera a command is about: one that is there, or one that is simulated from its description.
+struct CameraChoice
+{
+    std::string serialNumber;
+    std::string descriptionFile; ///< Goes before the serial number. "-" is the standard input.
+
+    /// A text that is either: the path of a file that exists or could be a description, or a serial number.
+    static CameraChoice FromText(const std::string& text);
+
+    /// What the user called it.
+    const std::string& Text() const { return descriptionFile.empty() ? serialNumber : descriptionFile; }
+};
+
+#endif

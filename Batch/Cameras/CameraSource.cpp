@@ -1,0 +1,216 @@
+#include "Cameras/CameraSource.h"
+
+#include "Base/ExitCodes.h"
+#include "KoltaHelper.h"
+#include "SdkReads.h"
+
+#include <KoltaCPP/KoltaSystem.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <sys/mman.h>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+
+using namespace OPX::KltAPI;
+namespace fs = std::filesystem;
+
+namespace
+{
+
+/// Cameras in a network take a second to answer; the first answer can get lost.
+const std::chrono::milliseconds TimeToAppear(4000);
+const std::chrono::milliseconds TimeBetweenLooks(50);
+
+std::string Reason(int code)
+{
+    return KoltaHelper::ReturnCodeToString(code).toStdString();
+}
+
+bool OnlySimulated()
+{
+    const char* transports = std::getenv("KOLTA_TRANSPORTS");
+    return transports != nullptr && std::string(transports) == "simulated";
+}
+
+/// A file in memory with what the standard input delivers. Its path is good for as long as the program runs.
+std::string StandardInput()
+{
+    static bool isRead = false;
+    if (std::exchange(isRead, true))
+        throw CommandError(ExitUsage, "'-' was given twice, but the standard input can be read only once.");
+    const int file = memfd_create("standard input", MFD_CLOEXEC);
+    char block[1 << 16];
+    std::size_t size = 1;
+    bool written = file >= 0;
+    while (written && size > 0)
+    {
+        size = std::fread(block, 1, sizeof block, stdin);
+        written = write(file, block, size) == static_cast<ssize_t>(size);
+    }
+    if (!written || std::ferror(stdin) != 0)
+        throw CommandError(ExitFile, std::string("The standard input cannot be read: ") + std::strerror(errno) + ".");
+    return "/proc/self/fd/" + std::to_string(file);
+}
+
+/// Looks at this file and at nothing else; "-" is the standard input.
+CameraPtr Simulate(const std::string& file)
+{
+    std::error_code error;
+    if (file != "-" && !fs::is_regular_file(file, error))
+        throw CommandError(ExitCamera, "There is no description file '" + file + "'. Check the path.");
+    CameraPtr camera;
+    const std::string path = file == "-" ? StandardInput() : file;
+    if (Camera::FromDescription(path.c_str(), camera) != KltErrorSuccess)
+        throw CommandError(ExitCamera, "The description '" + file + "' cannot be used.");
+    return camera;
+}
+
+/// Opens the camera and calls \a use with it. What it returns is an error code.
+template <class Use>
+void WithOpenCamera(const CameraPtr& camera, Use use)
+{
+    const std::string name = TextOf(*camera, &Camera::GetName);
+    const int opened = camera->Open(KltAccessModeFull);
+    if (opened != KltErrorSuccess)
+        throw CommandError(ExitCamera, "Unable to open camera '" + name + "': " + Reason(opened));
+    const int used = use(camera);
+    if (used != KltErrorSuccess)
+        throw CommandError(ExitCamera, "Unable to read camera '" + name + "': " + Reason(used));
+}
+
+/// The same for the camera of a choice.
+template <class Use>
+void WithOpenCamera(const CameraChoice& choice, Use use)
+{
+    if (!choice.descriptionFile.empty())
+    {
+        // Never released: freeing every node of a description takes longer than reading it, and the program ends soon.
+        static std::vector<CameraPtr>& kept = *new std::vector<CameraPtr>;
+        kept.push_back(Simulate(choice.descriptionFile));
+        return WithOpenCamera(kept.back(), use);
+    }
+    const SdkSession session;
+    const CameraPtr camera = session.Find(choice.serialNumber);
+    WithOpenCamera(camera, use);
+    camera->Close();
+}
+
+} // namespace
+
+SdkSession::SdkSession()
+{
+    const KltErrorType result = KoltaSystem::GetInstance().Startup();
+    if (result != KltErrorSuccess)
+        throw CommandError(ExitCamera, "Cannot start Kolta: " + Reason(result) + " Check KOLTA_TRANSPORTS.");
+}
+
+SdkSession::~SdkSession()
+{
+    KoltaSystem::GetInstance().Shutdown();
+}
+
+std::vector<CameraPtr> SdkSession::Cameras() const
+{
+    std::vector<CameraPtr> cameras;
+    const KltErrorType result = ReadList(KoltaSystem::GetInstance(), &KoltaSystem::GetCameras, cameras);
+    if (result != KltErrorSuccess)
+        throw CommandError(ExitCamera, "Unable to get camera list: " + Reason(result));
+    return cameras;
+}
+
+std::vector<CameraPtr> SdkSession::AllCameras() const
+{
+    if (!OnlySimulated())
+        std::this_thread::sleep_for(TimeToAppear);
+    return Cameras();
+}
+
+CameraPtr SdkSession::Find(const std::string& serialNumber) const
+{
+    const auto end = std::chrono::steady_clock::now() + TimeToAppear;
+    do
+    {
+        for (const CameraPtr& camera : Cameras())
+            if (TextOf(*camera, &Camera::GetSerialNumber) == serialNumber)
+                return camera;
+        if (OnlySimulated())
+            break;
+        std::this_thread::sleep_for(TimeBetweenLooks);
+    } while (std::chrono::steady_clock::now() < end);
+    throw CommandError(
+        ExitCamera, "There is no camera with the serial number '" + serialNumber + "'. See 'kolta-classgen list'.");
+}
+
+namespace
+{
+
+KltErrorType GetDescription(const Camera& camera, std::string& description)
+{
+    return ReadString(camera, &Camera::GetDescription, description) ? KltErrorSuccess : KltErrorOther;
+}
+
+/// The line in which a description begins. Some tools put one of their own before it; the SDK leaves that out.
+int FirstLine(const std::string& path)
+{
+    std::ifstream file(path);
+    std::string before;
+    std::getline(file, before, '<');
+    return before.compare(0, 2, "PK") == 0 ? 1 : 1 + static_cast<int>(std::count(before.begin(), before.end(), '\n'));
+}
+
+} // namespace
+
+CameraFeatures ReadFeatures(const CameraChoice& choice)
+{
+    CameraFeatures read;
+    read.label = choice.Text();
+    WithOpenCamera(choice,
+        [&read](const CameraPtr& camera)
+        {
+            read.name = TextOf(*camera, &Camera::GetName);
+            std::string description;
+            GetDescription(*camera, description);
+            read.description = std::make_shared<const DescriptionElement>(ReadNodes(description));
+            return FeatureInfos::Read(
+                *camera, [&read](FeatureInfo& info) { read.features.push_back(std::move(info)); });
+        });
+    return read;
+}
+
+std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices)
+{
+    std::vector<CameraFeatures> cameras;
+    cameras.reserve(choices.size());
+    for (const CameraChoice& choice : choices)
+        cameras.push_back(ReadFeatures(choice));
+    return cameras;
+}
+
+std::string ReadDescription(const CameraChoice& choice)
+{
+    std::string description;
+    WithOpenCamera(choice, [&description](const CameraPtr& camera) { return GetDescription(*camera, description); });
+    return description;
+}
+
+DescriptionElement ReadNodes(const CameraChoice& choice)
+{
+    std::string description;
+    int firstLine = 1;
+    WithOpenCamera(choice,
+        [&](const CameraPtr& camera)
+        {
+            if (!choice.descriptionFile.empty())
+                firstLine = FirstLine(TextOf(*camera, &Camera::GetAddress));
+            return GetDescription(*camera, description);
+        });
+    return ReadNodes(description, firstLine);
+}

@@ -1,0 +1,57 @@
+#ifndef CAMERASOURCE_H
+#define CAMERASOURCE_H
+
+#include "Base/CameraChoice.h"
+#include "Description/DescriptionNodes.h"
+#include "FeatureInfos.h"
+
+#include <KoltaCPP/Camera.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+/// The SDK, for as long as a command looks for cameras.
+class SdkSession
+{
+public:
+    /// Throws CommandError if the SDK cannot be started.
+    SdkSession();
+
+    ~SdkSession();
+
+    SdkSession(const SdkSession&) = delete;
+    SdkSession& operator=(const SdkSession&) = delete;
+
+    /// All cameras, in the SDK's order. Waits for those that take a moment to answer.
+    std::vector<OPX::KltAPI::CameraPtr> AllCameras() const;
+
+    /// Throws CommandError if the camera does not appear.
+    OPX::KltAPI::CameraPtr Find(const std::string& serialNumber) const;
+
+private:
+    std::vector<OPX::KltAPI::CameraPtr> Cameras() const;
+};
+
+/// A camera that was read.
+struct CameraFeatures
+{
+    std::string label; ///< What the user called it.
+    std::string name;
+    std::vector<FeatureInfo> features;
+    std::shared_ptr<const DescriptionElement> description; ///< Empty if the camera does not give it.
+};
+
+/// Finds the camera, opens it, reads its features and closes it again. Throws CommandError if that fails.
+CameraFeatures ReadFeatures(const CameraChoice& choice);
+
+/// The same for several cameras.
+std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices);
+
+/// The same for the camera's own description, as XML.
+std::string ReadDescription(const CameraChoice& choice);
+
+/// The same for what stands in it. Lines are those of the file, if it comes from one.
+DescriptionElement ReadNodes(const CameraChoice& choice);
+
+#endif

@@ -1,0 +1,40 @@
+#ifndef FEATUREROW_H
+#define FEATUREROW_H
+
+#include <string>
+#include <vector>
+
+/// A name with a value: an entry of an enumeration, or a limit.
+struct ValueRow
+{
+    std::string name;
+    std::string value;
+    std::vector<std::string> cameras; ///< Which of several cameras have it.
+};
+
+/// What a user sees of a feature.
+struct FeatureRow
+{
+    std::string category;
+    std::string name;
+    std::string type; ///< "Int", "Float", ...
+    bool readable;
+    bool writable;
+    std::vector<ValueRow> entries;
+
+    /// Min, Max, Inc and Unit as the description holds them. A limit that it leaves to another node has no value.
+    std::vector<ValueRow> limits;
+
+    std::vector<std::string> cameras; ///< Which of several cameras have it.
+
+    /// "RO", "WO", "RW" or "--".
+    std::string AccessText() const;
+
+    /// Entries and limits as one text: "Off = 0, On = 1". The cameras stand behind what not all of them have.
+    std::string ValuesText() const;
+};
+
+/// Texts as one, with commas between them.
+std::string Joined(const std::vector<std::string>& texts);
+
+#endif

@@ -1,0 +1,110 @@
+#include "Cameras/FeatureTable.h"
+
+#include "Base/Messages.h"
+#include "Cameras/CameraFamily.h"
+#include "Cameras/FeatureLimits.h"
+#include "Cameras/SdkValues.h"
+#include "SdkReads.h"
+
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+using namespace OPX::KltAPI;
+
+namespace
+{
+
+FeatureRow RowOf(const FeatureInfo& info)
+{
+    FeatureRow row = {info.category, info.name, TypeName(info.dataType), IsReadable(*info.feature),
+        IsWritable(*info.feature), {}, {}, {}};
+    std::vector<EnumEntry> entries = info.entries;
+    std::sort(entries.begin(), entries.end(), FeatureInfos::SortEnumEntriesByValue);
+    for (const EnumEntry& entry : entries)
+        row.entries.push_back({TextOf(entry, &EnumEntry::GetName), std::to_string(ValueOf(entry)), {}});
+    return row;
+}
+
+std::vector<FeatureRow> RowsOf(const std::vector<FeatureInfo>& features)
+{
+    std::vector<FeatureRow> rows;
+    rows.reserve(features.size());
+    for (const FeatureInfo& info : features)
+        rows.push_back(RowOf(info));
+    return rows;
+}
+
+/// The rows of \a features, which are in the same order, in the order of the catalogue.
+std::vector<FeatureRow> Arranged(std::vector<FeatureRow> rows, const std::vector<FeatureInfo>& features)
+{
+    FeatureInfos catalogue;
+    catalogue.Arrange(features);
+    std::unordered_map<const Feature*, FeatureRow*> places;
+    for (std::size_t i = 0; i < rows.size(); ++i)
+        places[features[i].feature.get()] = &rows[i];
+    std::vector<FeatureRow> arranged;
+    for (const auto& category : catalogue.Categories())
+        for (const FeaturePtr& feature : category.second)
+            arranged.push_back(std::move(*places[feature.get()]));
+    return arranged;
+}
+
+/// Notes that \a camera has the feature.
+void AddCamera(FeatureRow& row, const FeatureInfo& feature, const std::string& camera)
+{
+    row.cameras.push_back(camera);
+    // The handle in the family tells of one camera only.
+    row.readable |= IsReadable(*feature.feature);
+    std::unordered_set<std::string> names;
+    for (const EnumEntry& entry : feature.entries)
+        names.insert(TextOf(entry, &EnumEntry::GetName));
+    for (ValueRow& entry : row.entries)
+        if (names.count(entry.name) > 0)
+            entry.cameras.push_back(camera);
+}
+
+std::vector<FeatureRow> RowsOf(const CameraFamily& family, const std::vector<CameraFeatures>& cameras)
+{
+    std::vector<FeatureRow> rows = RowsOf(family.features);
+    std::unordered_map<std::string, FeatureRow*> places;
+    for (FeatureRow& row : rows)
+        places.emplace(row.name, &row);
+    for (const CameraFeatures& camera : cameras)
+    {
+        FeatureLimits limits = LimitsOf(*camera.description);
+        for (const FeatureInfo& feature : camera.features)
+        {
+            FeatureRow& row = *places.at(feature.name);
+            AddCamera(row, feature, camera.label);
+            AddLimits(row.limits, limits[feature.name], camera.label);
+        }
+    }
+    return rows;
+}
+
+} // namespace
+
+std::vector<FeatureRow> RowsOf(const CameraFeatures& camera)
+{
+    std::vector<FeatureRow> rows = RowsOf(camera.features);
+    const FeatureLimits all = LimitsOf(*camera.description);
+    for (FeatureRow& row : rows)
+    {
+        const auto limits = all.find(row.name);
+        if (limits != all.end())
+            row.limits = limits->second;
+    }
+    return rows;
+}
+
+std::vector<FeatureRow> TableOf(const std::vector<CameraFeatures>& cameras)
+{
+    if (cameras.size() == 1)
+        return Arranged(RowsOf(cameras.front()), cameras.front().features);
+    const CameraFamily family = Unite(cameras);
+    for (const std::string& contradiction : family.contradictions)
+        TellWarning(contradiction);
+    return Arranged(RowsOf(family, cameras), family.features);
+}

@@ -1,0 +1,34 @@
+#ifndef BATCHWRITER_H
+#define BATCHWRITER_H
+
+#include "CppClassWriter.h"
+
+#include <QByteArray>
+
+/// Writes classes into memory, under options that do not change. Throws CommandError.
+class BatchWriter : public CppClassWriter
+{
+public:
+    /// \param aloud whether messages go to the standard error output
+    BatchWriter(CppOptions options, bool aloud);
+
+    CppOptions Options() const override { return m_options; }
+    void Report(const QString& message) override;
+
+    /// Tells what is wrong with the line, too.
+    void Process(QTextStream& output, QString line, const FeatureInfos& features) override;
+
+    /// What a template stands for.
+    /// \param kind "header" or "source", for the messages
+    /// \param outputPath where the text will be put, for the messages
+    QByteArray Expand(
+        const char* kind, const QString& templatePath, const QString& outputPath, const FeatureInfos& features);
+
+private:
+    const CppOptions m_options;
+    const bool m_aloud;
+    QString m_templatePath; ///< The template that is expanded,
+    int m_line = 0;         ///< and how many of its lines were.
+};
+
+#endif

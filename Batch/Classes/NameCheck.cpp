@@ -1,0 +1,210 @@
+#include "Classes/NameCheck.h"
+
+#include "CppClassWriter.h"
+#include "KoltaHelper.h"
+#include "SdkReads.h"
+
+#include <QHash>
+#include <QStringList>
+#include <QVector>
+
+#include <algorithm>
+
+using namespace OPX::KltAPI;
+
+namespace
+{
+
+typedef QHash<QString, const char*> Reservations;
+
+void Reserve(Reservations& names, const char* words, const char* what)
+{
+    foreach (const QString& word, QString::fromLatin1(words).split(QLatin1Char(' ')))
+        names.insert(word, what);
+}
+
+/// What else a name is, that nobody else may have it; null if it is free.
+const char* ReservedAs(const QString& name)
+{
+    static const Reservations names = []
+    {
+        Reservations all;
+        Reserve(all,
+            "alignas alignof and and_eq asm auto bitand bitor bool break case catch char char16_t char32_t "
+            "char8_t class co_await co_return co_yield compl concept const const_cast consteval constexpr "
+            "constinit continue decltype default delete do double dynamic_cast else enum explicit export extern "
+            "false float for friend goto if inline int long mutable namespace new noexcept not not_eq nullptr "
+            "operator or or_eq private protected public register reinterpret_cast requires return short signed "
+            "sizeof static static_assert static_cast struct switch template this thread_local throw true try "
+            "typedef typeid typename union unsigned using virtual void volatile wchar_t while xor xor_eq",
+            "a keyword of C++");
+        // Or the preprocessor replaces it.
+        Reserve(all,
+            "OPX std NULL KltErrorType KltErrorSuccess KltErrorBadHandle KltInt64_t KltFeatureDataType "
+            "KltFeatureFlagsType "
+            "KltAccessModeType UpdateTriggerType linux unix i386 main pFeature",
+            "a name that generated code uses otherwise");
+        Reserve(all,
+            "__linux __linux__ __gnu_linux__ __unix __unix__ __i386 __i386__ __amd64 __amd64__ __x86_64 __x86_64__ "
+            "__k8 __k8__ __pic__ __pie__ __asm __asm__ __attribute __attribute__ __const __const__ __inline __inline__ "
+            "__volatile __volatile__ __signed __signed__ __typeof __typeof__ __alignof __alignof__ __restrict "
+            "__restrict__ __complex __complex__ __real __real__ __imag __imag__ __extension__ __label__ __thread "
+            "__func__ __null __int128 __float128",
+            "a word of the compiler's own");
+        return all;
+    }();
+    return names.value(name, nullptr);
+}
+
+/// What Qt takes for a letter or a digit, and C++ does not: raised digits, fractions and the like.
+bool IsOutOfPlace(QChar character)
+{
+    return character.unicode() > 0x7F && character.category() == QChar::Number_Other;
+}
+
+QString Quoted(const QString& name)
+{
+    return QLatin1Char('\'') + name + QLatin1Char('\'');
+}
+
+QString Capitalised(const QString& text)
+{
+    return text.left(1).toUpper() + text.mid(1);
+}
+
+/// Who made a name. Put into words only where something is wrong.
+struct Owner
+{
+    const char* what;
+    QString name;
+
+    QString Text() const
+    {
+        const QString text = QLatin1String(what);
+        return name.isNull() ? text : text + QLatin1String(" for ") + Quoted(name);
+    }
+};
+
+/// Goes through the catalogue and gathers who makes which name. All of them share the scope of the class.
+class NameCollector
+{
+public:
+    explicit NameCollector(CppClassWriter& writer) : m_writer(writer)
+    {
+        const QString className = writer.Options().className;
+        Take(className, {"the class", QString()});
+        m_types.insert(className, {"the class", QString()});
+        Take(QLatin1String("m_camera"), {"the member of the template", QString()});
+        Take(QLatin1String("GetFeatureByName"), {"the method of the template", QString()},
+            QLatin1String(" (const char * name, OPX::KltAPI::FeaturePtr & feature)"));
+    }
+
+    void AddFeature(const Feature& feature)
+    {
+        const QString name = CppClassWriter::tr(TextOf(feature, &Feature::GetName).c_str());
+        const CppFeature described = m_writer.Describe(feature);
+        if (name.isEmpty())
+            m_problems.errors.append(QLatin1String("A feature has no name."));
+        else if (described.names.identifier != name)
+            m_problems.warnings.append(Quoted(name) + QLatin1String(" becomes ") + Quoted(described.names.identifier) +
+                                       QLatin1String(": the camera does not know it by that name at run time."));
+        Take(described.names.member, {"the member", name});
+        const QList<CppMethod> methods = described.Methods();
+        for (const CppMethod& method : methods)
+            Take(method.name, {"the method", name}, method.arguments);
+        if (methods.isEmpty())
+            m_problems.warnings.append(Quoted(name) + QLatin1String(" is left out: C++ has nothing for its type, ") +
+                                       KoltaHelper::DataTypeToString(described.dataType) + QLatin1Char('.'));
+    }
+
+    void AddEnum(const QString& name, const std::vector<EnumEntry>& entries)
+    {
+        if (entries.empty())
+            m_problems.errors.append(QLatin1String("Enumeration ") + Quoted(name) +
+                                     QLatin1String(" has no entries, so its type does not exist."));
+        else
+            TakeType(m_writer.EnumTypeName(name), {"the type", name});
+        for (const EnumEntry& entry : entries)
+        {
+            const QString entryName = CppClassWriter::tr(TextOf(entry, &EnumEntry::GetName).c_str());
+            Take(m_writer.EnumEntryName(name, entryName), {"the enumerator", name + QLatin1Char('_') + entryName});
+        }
+    }
+
+    const NameProblems& Problems() const { return m_problems; }
+
+private:
+    typedef QHash<QString, Owner> Owners;
+
+    /// One of those that made a name.
+    struct Taker
+    {
+        Owner owner;
+        QString arguments; ///< Null if it is no method.
+    };
+
+    /// Notes that \a owner makes \a name. Methods of one name with different arguments are no problem.
+    void Take(const QString& name, const Owner& owner, const QString& arguments = QString())
+    {
+        CheckAlone(name, owner);
+        QVector<Taker>& takers = m_takers[name];
+        for (const Taker& taker : takers)
+            if (arguments.isNull() || taker.arguments.isNull() || taker.arguments == arguments)
+                Collide(taker.owner, owner, name);
+        takers.append({owner, arguments});
+    }
+
+    /// The same for an enumeration type, which has a second name with an underscore in front. That one is in nobody's
+    /// way but other types'.
+    void TakeType(const QString& name, const Owner& owner)
+    {
+        const QString tag = QLatin1Char('_') + name;
+        Take(name, owner);
+        Compare(m_tags, name, owner);
+        Compare(m_types, tag, owner);
+        m_types.insert(name, owner);
+        m_tags.insert(tag, owner);
+    }
+
+    void Compare(const Owners& owners, const QString& name, const Owner& owner)
+    {
+        if (owners.contains(name))
+            Collide(owners.value(name), owner, name);
+    }
+
+    void Collide(const Owner& one, const Owner& other, const QString& name)
+    {
+        m_problems.errors.append(Capitalised(one.Text()) + QLatin1String(" and ") + other.Text() +
+                                 QLatin1String(" are both called ") + Quoted(name) + QLatin1Char('.'));
+    }
+
+    /// What is wrong with a name whatever the others are.
+    void CheckAlone(const QString& name, const Owner& owner)
+    {
+        const char* what = ReservedAs(name);
+        if (std::any_of(name.begin(), name.end(), IsOutOfPlace))
+            what = "no name for C++: it holds a character that only looks like a digit";
+        if (what != nullptr)
+            m_problems.errors.append(Capitalised(owner.Text()) + QLatin1String(" is called ") + Quoted(name) +
+                                     QLatin1String(", which is ") + QLatin1String(what) + QLatin1Char('.'));
+    }
+
+    CppClassWriter& m_writer;
+    QHash<QString, QVector<Taker>> m_takers;
+    Owners m_types;
+    Owners m_tags;
+    NameProblems m_problems;
+};
+
+} // namespace
+
+NameProblems CheckNames(CppClassWriter& writer, const FeatureInfos& features)
+{
+    NameCollector names(writer);
+    for (const auto& category : features.Categories())
+        for (const FeaturePtr& feature : category.second)
+            names.AddFeature(*feature);
+    for (const auto& enumeration : features.Enums())
+        names.AddEnum(CppClassWriter::tr(enumeration.first.c_str()), enumeration.second);
+    return names.Problems();
+}

@@ -1,5 +1,0 @@
-#include "Commands.h"
-
-/// What the library has to offer.
-extern "C" __attribute__((visibility("default")))
-const Commands KoltaCommands = {ListCameras, ListFeatures, CompareCameras, DumpDescription, Generate, CheckGenerated};

@@ -1,0 +1,127 @@
+#include "Commands/CameraCommands.h"
+
+#include "Base/ExitCodes.h"
+#include "Base/PrintJson.h"
+#include "Base/Printable.h"
+#include "Cameras/CameraSource.h"
+#include "Cameras/FeatureTable.h"
+#include "Classes/ReplaceFiles.h"
+#include "Commands/ValidateCommand.h"
+#include "SdkReads.h"
+
+#include <QByteArray>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <fnmatch.h>
+
+#include <cstdio>
+
+using namespace OPX::KltAPI;
+
+namespace
+{
+
+QJsonArray ToJson(const std::vector<std::string>& texts)
+{
+    QJsonArray array;
+    for (const std::string& text : texts)
+        array.append(QString::fromStdString(text));
+    return array;
+}
+
+QJsonArray ToJson(const std::vector<ValueRow>& values)
+{
+    QJsonArray array;
+    for (const ValueRow& value : values)
+    {
+        if (value.value.empty())
+            continue;
+        // As text: a number in JSON does not hold 64 bits.
+        QJsonObject object{
+            {"name", QString::fromStdString(value.name)}, {"value", QString::fromStdString(value.value)}};
+        if (!value.cameras.empty())
+            object["cameras"] = ToJson(value.cameras);
+        array.append(object);
+    }
+    return array;
+}
+
+QJsonObject ToJson(const FeatureRow& row)
+{
+    QJsonObject object{{"category", QString::fromStdString(row.category)}, {"name", QString::fromStdString(row.name)},
+        {"type", QString::fromStdString(row.type)}, {"access", QString::fromStdString(row.AccessText())}};
+    const auto add = [&object](const char* key, const QJsonArray& array)
+    {
+        if (!array.isEmpty())
+            object[QLatin1String(key)] = array;
+    };
+    add("entries", ToJson(row.entries));
+    add("limits", ToJson(row.limits));
+    add("cameras", ToJson(row.cameras));
+    return object;
+}
+
+/// One line, with tabs between the columns.
+void Print(const FeatureRow& row)
+{
+    std::printf("%s\t%s\t%s\t%s\t%s", row.category.c_str(), row.name.c_str(), row.type.c_str(),
+        row.AccessText().c_str(), row.ValuesText().c_str());
+    if (!row.cameras.empty())
+        std::printf("\t%s", Printable(Joined(row.cameras)).c_str());
+    std::puts("");
+}
+
+} // namespace
+
+void ListCameras(bool json)
+{
+    const SdkSession session;
+    QJsonArray array;
+    for (const CameraPtr& camera : session.AllCameras())
+    {
+        const std::string model = TextOf(*camera, &Camera::GetName);
+        const std::string serialNumber = TextOf(*camera, &Camera::GetSerialNumber);
+        const std::string transport = TextOf(*camera, &Camera::GetTransport);
+        const std::string address = TextOf(*camera, &Camera::GetAddress);
+        if (json)
+            array.append(QJsonObject{{"model", QString::fromStdString(model)},
+                {"serialNumber", QString::fromStdString(serialNumber)},
+                {"transport", QString::fromStdString(transport)}, {"address", QString::fromStdString(address)}});
+        else
+            std::printf(
+                "%s\t%s\t%s\t%s\n", model.c_str(), serialNumber.c_str(), transport.c_str(), Printable(address).c_str());
+    }
+    if (json)
+        PrintJson(array);
+}
+
+void ListFeatures(const std::vector<CameraChoice>& cameras, const std::string& glob, bool json)
+{
+    QJsonArray array;
+    const std::vector<CameraFeatures> read = ReadFeatures(cameras);
+    WarnOfMistakes(read);
+    for (const FeatureRow& row : TableOf(read))
+    {
+        if (!glob.empty() && fnmatch(glob.c_str(), row.name.c_str(), 0) != 0)
+            continue;
+        if (json)
+            array.append(ToJson(row));
+        else
+            Print(row);
+    }
+    if (json)
+        PrintJson(array);
+}
+
+void DumpDescription(const CameraChoice& camera, const std::string& file)
+{
+    if (file == "-")
+        throw CommandError(ExitUsage, "'-' is no file. The description goes to the standard output without --output.");
+    const std::string description = ReadDescription(camera);
+    if (file.empty())
+    {
+        std::fwrite(description.data(), 1, description.size(), stdout);
+        return;
+    }
+    ReplaceFiles({{file, QByteArray::fromStdString(description)}});
+}

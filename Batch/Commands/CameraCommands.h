@@ -1,0 +1,21 @@
+#ifndef CAMERACOMMANDS_H
+#define CAMERACOMMANDS_H
+
+#include "Base/CameraChoice.h"
+
+#include <string>
+#include <vector>
+
+/// Commands that look at cameras and generate nothing. All of them print to the standard output and throw CommandError.
+
+/// Model, serial number, transport and address of every camera.
+void ListCameras(bool json);
+
+/// Category, name, type, access, entries and limits of the features whose name fits \a glob. Of several cameras, all
+/// that at least one of them has, and which ones these are.
+void ListFeatures(const std::vector<CameraChoice>& cameras, const std::string& glob, bool json);
+
+/// The camera's own description; to the standard output if \a file is empty.
+void DumpDescription(const CameraChoice& camera, const std::string& file);
+
+#endif

@@ -1,0 +1,242 @@
+#include "Commands/GenerateCommand.h"
+
+#include "Base/Messages.h"
+#include "Cameras/CameraFamily.h"
+#include "Classes/BatchWriter.h"
+#include "Classes/NameCheck.h"
+#include "Classes/ReplaceFiles.h"
+#include "Classes/UnifiedDiff.h"
+#include "Commands/ValidateCommand.h"
+
+#include <QFile>
+
+#include <cstdio>
+#include <filesystem>
+#include <utility>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace
+{
+
+/// A class that is yet to be written: what is in it, and options for it.
+struct Task
+{
+    FeatureInfos features;
+    CppOptions options;
+};
+
+/// The class's name, as the window makes it of the camera's or of what was typed.
+QString ClassName(BatchWriter& writer, const std::string& cameraName, const QString& given)
+{
+    if (given.isNull())
+        return writer.ClassNameFor(cameraName.c_str());
+    QString name = writer.GetValidIdentifierName(given);
+    if (name != given)
+        TellWarning("The class is called '" + name.toStdString() + "', since '" + given.toStdString() +
+                    "' is no C++ identifier.");
+    return name;
+}
+
+/// The window's defaults when this camera is selected, but for what was given. The user's stored settings play no part:
+/// the same command gives the same files everywhere.
+CppOptions OptionsFor(const std::string& cameraName, const GenerateOptions& wanted)
+{
+    CppOptions options = CppOptions::Defaults();
+    BatchWriter writer(options, wanted.verbose);
+    options.SetClassName(ClassName(writer, cameraName, wanted.given.className));
+    for (QString CppOptions::*option : {&CppOptions::headerFileName, &CppOptions::sourceFileName,
+             &CppOptions::getterPrefix, &CppOptions::getterSuffix, &CppOptions::setterPrefix, &CppOptions::setterSuffix,
+             &CppOptions::headerTemplate, &CppOptions::sourceTemplate})
+        if (!(wanted.given.*option).isNull())
+            options.*option = wanted.given.*option;
+    return options;
+}
+
+void CheckFileName(const char* what, const QString& name)
+{
+    if (name.isEmpty())
+        throw CommandError(ExitUsage, std::string("The name of the ") + what + " is empty.");
+    if (name.contains(QLatin1Char('/')) || name == QLatin1String(".") || name == QLatin1String(".."))
+        throw CommandError(ExitUsage, "'" + name.toStdString() + "' is a path. The " + what +
+                                          " lies in the folder that --output names: give its name only.");
+}
+
+void CheckTemplate(const char* kind, const QString& path)
+{
+    if (!QFile::exists(path))
+        throw CommandError(
+            ExitFile, std::string("The ") + kind + " template '" + path.toStdString() + "' does not exist.");
+}
+
+void CheckOptions(const CppOptions& options)
+{
+    if (options.className.isEmpty())
+        throw CommandError(ExitUsage, "The name of the class is empty.");
+    CheckFileName("header", options.headerFileName);
+    CheckFileName("source", options.sourceFileName);
+    if (options.headerFileName == options.sourceFileName)
+        throw CommandError(ExitUsage, "Header and source have the same name. Give them different ones.");
+    CheckTemplate("header", options.headerTemplate);
+    CheckTemplate("source", options.sourceTemplate);
+}
+
+/// \return whether the class compiles
+bool CheckNamesOf(const Task& task)
+{
+    // The writer tells of every name that it changes; it will do so when it writes the class.
+    BatchWriter writer(task.options, false);
+    const NameProblems problems = CheckNames(writer, task.features);
+    for (const QString& warning : problems.warnings)
+        TellWarning(warning.toStdString());
+    for (const QString& error : problems.errors)
+        TellError("error: " + error.toStdString());
+    return problems.errors.isEmpty();
+}
+
+/// Names all that speaks against the class.
+void CheckClass(const Task& task, const std::vector<std::string>& contradictions, bool force)
+{
+    for (const std::string& contradiction : contradictions)
+        TellError("error: " + contradiction);
+    const bool compiles = CheckNamesOf(task);
+    if (force)
+        return;
+    if (!contradictions.empty())
+        throw CommandError(ExitNames, "One class cannot serve all of these cameras, so nothing was written. Leave some "
+                                      "out, or use --force: the camera that was given first counts then.");
+    if (!compiles)
+        throw CommandError(ExitNames,
+            "The class would not compile, so nothing was written. Change prefixes or suffixes, or use --force.");
+}
+
+void CheckFeatures(const Task& task, const GenerateOptions& wanted)
+{
+    if (task.features.Categories().empty() && !wanted.force)
+        throw CommandError(ExitCamera, "The camera has no features, so nothing was written. To write a class all the "
+                                       "same, use --force.");
+}
+
+Task TaskFor(const GenerateOptions& wanted)
+{
+    if (wanted.outputFolder.empty())
+        throw CommandError(ExitUsage, "The name of the output folder is empty.");
+    if (wanted.outputFolder == "-")
+        throw CommandError(ExitUsage, "A class is two files, so it cannot go to the standard output. Name a folder.");
+    std::vector<CameraFeatures> cameras = ReadFeatures(wanted.cameras);
+    WarnOfMistakes(cameras);
+    const std::string name = cameras.front().name;
+    CameraFamily family = Unite(std::move(cameras));
+    Task task;
+    task.features.Arrange(std::move(family.features));
+    CheckFeatures(task, wanted);
+    task.options = OptionsFor(name, wanted);
+    CheckOptions(task.options);
+    CheckClass(task, family.contradictions, wanted.force);
+    return task;
+}
+
+struct Pair
+{
+    FileContent header;
+    FileContent source;
+};
+
+Pair Expand(const Task& task, const GenerateOptions& wanted)
+{
+    BatchWriter writer(task.options, wanted.verbose);
+    const auto expand = [&](const char* kind, const QString& templatePath, const QString& name)
+    {
+        // The folder in its own bytes: they need not be UTF-8.
+        const std::string path = fs::path(wanted.outputFolder + "/" + name.toStdString()).lexically_normal();
+        return FileContent{path, writer.Expand(kind, templatePath, QString::fromStdString(path), task.features)};
+    };
+    Pair pair;
+    pair.header = expand("header", task.options.headerTemplate, task.options.headerFileName);
+    pair.source = expand("source", task.options.sourceTemplate, task.options.sourceFileName);
+    return pair;
+}
+
+std::string EscapedForMake(const std::string& path)
+{
+    std::string escaped;
+    for (char character : path)
+    {
+        if (character == '$')
+            escaped += '$';
+        else if (character == '#' || character == ' ')
+            escaped += '\\';
+        escaped += character;
+    }
+    return escaped;
+}
+
+/// The files that the class is made from.
+std::vector<std::string> InputsOf(const GenerateOptions& wanted, const CppOptions& options)
+{
+    std::vector<std::string> inputs;
+    std::error_code error;
+    for (const CameraChoice& camera : wanted.cameras)
+        for (const fs::path& input :
+            {fs::path(camera.descriptionFile), fs::path(camera.descriptionFile).replace_extension(".values")})
+            if (!camera.descriptionFile.empty() && fs::is_regular_file(input, error))
+                inputs.push_back(input);
+    inputs.push_back(options.headerTemplate.toStdString());
+    inputs.push_back(options.sourceTemplate.toStdString());
+    return inputs;
+}
+
+/// What make has to know: what the files are made from. Each of these is a target, too, so that make does not stop
+/// when it is gone.
+FileContent Depfile(const GenerateOptions& wanted, const Task& task, const Pair& pair)
+{
+    std::string rule = EscapedForMake(pair.header.path) + " " + EscapedForMake(pair.source.path) + ":";
+    std::string targets;
+    for (const std::string& input : InputsOf(wanted, task.options))
+    {
+        rule += " " + EscapedForMake(input);
+        targets += EscapedForMake(input) + ":\n";
+    }
+    return {wanted.depfile, QByteArray::fromStdString(rule + "\n" + targets)};
+}
+
+/// \return whether the file is not what it should be
+bool PrintDifference(const FileContent& expected)
+{
+    if (expected.IsThere())
+        return false;
+    const std::string difference =
+        UnifiedDiff(expected.path, expected.Present().toStdString(), expected.bytes.toStdString());
+    std::fwrite(difference.data(), 1, difference.size(), stdout);
+    return true;
+}
+
+} // namespace
+
+void Generate(const GenerateOptions& wanted)
+{
+    const Task task = TaskFor(wanted);
+    const Pair pair = Expand(task, wanted);
+    std::error_code error;
+    fs::create_directories(wanted.outputFolder, error);
+    if (error)
+        throw CommandError(
+            ExitFile, "The folder '" + wanted.outputFolder + "' cannot be made: " + error.message() + ".");
+    std::vector<FileContent> files = {pair.header, pair.source};
+    if (!wanted.depfile.empty())
+        files.push_back(Depfile(wanted, task, pair));
+    ReplaceFiles(files);
+}
+
+ExitCode CheckGenerated(const GenerateOptions& wanted, const std::string& repair)
+{
+    const Task task = TaskFor(wanted);
+    const Pair pair = Expand(task, wanted);
+    const bool headerDiffers = PrintDifference(pair.header);
+    const bool sourceDiffers = PrintDifference(pair.source);
+    if (!headerDiffers && !sourceDiffers)
+        return ExitDone;
+    std::fprintf(stderr, "kolta-classgen: The files are not up to date. Run: %s\n", repair.c_str());
+    return ExitDiffers;
+}

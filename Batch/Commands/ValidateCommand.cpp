@@ -1,0 +1,69 @@
+#include "Commands/ValidateCommand.h"
+
+#include "Base/Messages.h"
+#include "Base/PrintJson.h"
+#include "Base/ShellText.h"
+#include "Description/DescriptionCheck.h"
+
+#include <QJsonArray>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace
+{
+
+/// As compilers call it.
+std::string FileOf(const CameraChoice& camera)
+{
+    return camera.Text() == "-" ? "<stdin>" : camera.Text();
+}
+
+QJsonObject ToJson(const std::string& file, const Mistake& mistake)
+{
+    return {{"file", QString::fromStdString(file)}, {"line", mistake.line},
+        {"warning", QString::fromStdString(mistake.text)}};
+}
+
+} // namespace
+
+ExitCode Validate(const std::vector<CameraChoice>& cameras, bool json)
+{
+    ExitCode result = ExitDone;
+    QJsonArray array;
+    for (const CameraChoice& camera : cameras)
+    {
+        try
+        {
+            for (const Mistake& mistake : FindMistakes(ReadNodes(camera)))
+            {
+                result = std::max(result, ExitDiffers);
+                if (json)
+                    array.append(ToJson(FileOf(camera), mistake));
+                else
+                    std::printf("%s\n", mistake.In(FileOf(camera)).c_str());
+            }
+        }
+        catch (const CommandError& error) // The others may be better.
+        {
+            TellError(error.what());
+            result = std::max(result, error.Code());
+        }
+    }
+    if (json)
+        PrintJson(array);
+    return result;
+}
+
+void WarnOfMistakes(const std::vector<CameraFeatures>& cameras)
+{
+    for (const CameraFeatures& camera : cameras)
+    {
+        const std::size_t count = FindMistakes(*camera.description).size();
+        if (count > 0)
+            TellWarning("The description of '" + camera.label + "' has " +
+                        (count == 1 ? "1 mistake. To see it" : std::to_string(count) + " mistakes. To see them") +
+                        ", run: kolta-classgen validate " + ShellWord(camera.label));
+    }
+}

@@ -1,0 +1,32 @@
+#ifndef DESCRIPTIONNODES_H
+#define DESCRIPTIONNODES_H
+
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// An element of a camera's description, with all that is in it.
+struct DescriptionElement
+{
+    std::string tag;
+    std::string name; ///< Its attribute Name; empty if there is none.
+    int line = 0;     ///< Where its start tag begins.
+    std::string text; ///< What stands between its tags, without white space around it.
+    std::vector<std::pair<std::string, std::string>> attributes; ///< All but the name.
+    std::vector<DescriptionElement> children;                    ///< In the order of the document.
+
+    /// The first child of this kind; null if there is none.
+    const DescriptionElement* Child(std::string_view childTag) const;
+
+    /// The value of an attribute, which need not be there.
+    std::string_view Attribute(std::string_view attribute) const;
+};
+
+/// Reads a description that the SDK has accepted. What is returned is the root element; its children are the nodes of
+/// the camera, those in groups among them. What extensions hold is left out.
+/// \param xml as `Camera::GetDescription` delivers it
+/// \param firstLine the line of the file in which it begins
+DescriptionElement ReadNodes(const std::string& xml, int firstLine = 1);
+
+#endif

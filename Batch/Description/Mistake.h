@@ -1,0 +1,21 @@
+#ifndef MISTAKE_H
+#define MISTAKE_H
+
+#include "Base/Printable.h"
+
+#include <string>
+
+/// Something in a file that is not as its author meant it. The file can be used all the same.
+struct Mistake
+{
+    int line;
+    std::string text; ///< A sentence.
+
+    /// The mistake as compilers tell theirs.
+    std::string In(const std::string& file) const
+    {
+        return Printable(file) + ":" + std::to_string(line) + ": warning: " + Printable(text);
+    }
+};
+
+#endif

@@ -1,0 +1,51 @@
+#ifndef COMMANDLINE_H
+#define COMMANDLINE_H
+
+#include "Base/ExitCodes.h"
+#include "Commands/GenerateCommand.h"
+
+#include <CLI/CLI.hpp>
+
+#include <string>
+#include <vector>
+
+/// The commands and options of the program. Help, manual page and completion are made from this alone.
+class CommandLine
+{
+public:
+    CommandLine();
+
+    /// Carries out what the arguments say. Throws CommandError.
+    ExitCode Run(int argc, const char* const* argv);
+
+private:
+    ExitCode Exit(const CLI::ParseError& error) const;
+    CLI::App* Add(const char* name, const char* what, const char* example);
+    CLI::Option* AddCamera(
+        CLI::App* command, const char* option, std::string CameraChoice::*kind, const char* what, const char* type);
+    void AddCameras(CLI::App* command);
+    void AddGeneration(CLI::App* command);
+    void AddText(
+        CLI::App* command, const char* option, QString CppOptions::*text, const char* what, const char* type = "TEXT");
+    void AddGenerate();
+    void AddCheck();
+    void AddLookups();
+    void AddComparisons();
+    void AddValidate();
+    void AddSelf();
+    void AddCompletion(const char* command, std::string (*script)(const CLI::App&));
+    std::string RepairCommand() const;
+
+    CLI::App m_program;
+    GenerateOptions m_options;
+    bool m_json = false;
+    std::string m_glob;
+    std::string m_file;
+    std::string m_before;
+    std::string m_after;
+    std::vector<std::string> m_cameras;
+    std::vector<std::string> m_arguments;
+    ExitCode m_result = ExitDone;
+};
+
+#endif

@@ -1,0 +1,74 @@
+#include "Program/CommandLine.h"
+
+#include "Base/Messages.h"
+#include "QtCompat.h"
+
+#include <QCoreApplication>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <iostream>
+#include <string>
+
+namespace
+{
+
+/// A closed descriptor would go to the next file that is opened, which would then get the messages. Occupied like this,
+/// writing to it fails.
+void OccupyStandardDescriptors()
+{
+    for (int descriptor : {0, 1, 2})
+        if (fcntl(descriptor, F_GETFD) < 0)
+            static_cast<void>(open("/dev/null", descriptor == 0 ? O_WRONLY : O_RDONLY));
+}
+
+ExitCode Run(CommandLine& commandLine, int argc, char* argv[])
+{
+    try
+    {
+        return commandLine.Run(argc, argv);
+    }
+    catch (const CommandError& error)
+    {
+        TellError(error.what());
+        return error.Code();
+    }
+    catch (const std::exception& error)
+    {
+        TellError(std::string("Unexpected: ") + error.what());
+        return ExitFile;
+    }
+}
+
+/// Nobody must take half of an output for the whole.
+ExitCode CheckOutput(ExitCode code)
+{
+    errno = 0;
+    std::cout.flush();
+    std::fflush(stdout);
+    if (std::cout && std::ferror(stdout) == 0)
+        return code;
+    if (errno == 0) // It failed before. Another try tells the reason.
+    {
+        std::clearerr(stdout);
+        std::fputc('\n', stdout);
+        std::fflush(stdout);
+    }
+    TellError(std::string("The standard output cannot be written: ") + std::strerror(errno) + ".");
+    return code == ExitDone || code == ExitDiffers ? ExitFile : code;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    OccupyStandardDescriptors();
+    // Qt takes its own arguments out of the list it is given.
+    int noArguments = 1;
+    const QCoreApplication application(noArguments, argv);
+    UseUtf8ForLocale();
+    CommandLine commandLine;
+    return CheckOutput(Run(commandLine, argc, argv));
+}
