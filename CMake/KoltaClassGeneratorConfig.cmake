@@ -1,4 +1,7 @@
 include(${CMAKE_CURRENT_LIST_DIR}/KoltaClassGeneratorTargets.cmake)
-get_filename_component(KOLTA_DEFAULT_TEMPLATES ${CMAKE_CURRENT_LIST_DIR}/../../KoltaClassGenerator/Templates ABSOLUTE)
-set(KOLTA_DEFAULT_TEMPLATES ${KOLTA_DEFAULT_TEMPLATES}/CppTemplate.h ${KOLTA_DEFAULT_TEMPLATES}/CppTemplate.cpp)
+# Where the program itself looks: beside it.
+get_target_property(KOLTA_DEFAULT_TEMPLATES KoltaClassGenerator::kolta-classgen LOCATION)
+get_filename_component(KOLTA_DEFAULT_TEMPLATES ${KOLTA_DEFAULT_TEMPLATES} DIRECTORY)
+set(KOLTA_DEFAULT_TEMPLATES ${KOLTA_DEFAULT_TEMPLATES}/Templates/CppTemplate.h
+    ${KOLTA_DEFAULT_TEMPLATES}/Templates/CppTemplate.cpp)
 include(${CMAKE_CURRENT_LIST_DIR}/KoltaClassGenerator.cmake)

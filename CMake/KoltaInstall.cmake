@@ -1,18 +1,40 @@
-# Everything that belongs together lies in one folder, as in the build: the executables look beside themselves.
-set(KOLTA_INSTALL_FOLDER lib/KoltaClassGenerator)
+# Where everything is installed. The components Tool, Library and Development become packages.
+if(PROJECT_IS_TOP_LEVEL AND NOT DEFINED CMAKE_INSTALL_LIBDIR AND EXISTS /etc/debian_version AND CMAKE_LIBRARY_ARCHITECTURE)
+    # Also below /usr/local, where Debian looks there, too: packages can be made from any build.
+    set(CMAKE_INSTALL_LIBDIR lib/${CMAKE_LIBRARY_ARCHITECTURE} CACHE PATH "Object code libraries")
+endif()
+include(GNUInstallDirs)
 
-# kolta_install_beside(<target> [EXPORT <name>]): into that folder.
+# The executables look beside themselves, as in the build.
+set(KOLTA_INSTALL_FOLDER ${CMAKE_INSTALL_LIBDIR}/KoltaClassGenerator)
+set(KOLTA_INSTALL_DATA ${CMAKE_INSTALL_DATADIR}/KoltaClassGenerator)
+
+# kolta_install_beside(<target> [EXPORT <name>]): into that folder. A library of the SDK there comes before the one that
+# is installed with ours.
 function(kolta_install_beside target)
-    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN;$ORIGIN/../KoltaCPP")
-    install(TARGETS ${target} ${ARGN} RUNTIME DESTINATION ${KOLTA_INSTALL_FOLDER}
-        LIBRARY DESTINATION ${KOLTA_INSTALL_FOLDER})
+    # One path for both: CMake would fill up the build's with colons, behind which the current folder is searched.
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN;$ORIGIN/.." BUILD_WITH_INSTALL_RPATH ON
+        INSTALL_RPATH_USE_LINK_PATH ON)
+    install(TARGETS ${target} ${ARGN}
+        RUNTIME DESTINATION ${KOLTA_INSTALL_FOLDER} COMPONENT Tool
+        LIBRARY DESTINATION ${KOLTA_INSTALL_FOLDER} COMPONENT Tool)
 endfunction()
 
 # kolta_install_program(<target> [EXPORT <name>]): the same, with a link to it where the shell looks.
 function(kolta_install_program target)
     kolta_install_beside(${target} ${ARGN})
-    install(CODE "
-        file(MAKE_DIRECTORY \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin\")
-        file(CREATE_LINK ../${KOLTA_INSTALL_FOLDER}/${target}
-            \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/bin/${target}\" SYMBOLIC)")
+    kolta_install_link(${CMAKE_INSTALL_BINDIR}/${target} ${KOLTA_INSTALL_FOLDER}/${target})
+endfunction()
+
+# kolta_install_link(<link> <file>): both below the prefix, which may be moved.
+function(kolta_install_link link file)
+    cmake_path(ABSOLUTE_PATH link BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX} OUTPUT_VARIABLE from)
+    cmake_path(ABSOLUTE_PATH file BASE_DIRECTORY ${CMAKE_INSTALL_PREFIX} OUTPUT_VARIABLE to)
+    cmake_path(GET from PARENT_PATH folder)
+    file(RELATIVE_PATH to ${folder} ${to})
+    cmake_path(GET link FILENAME name)
+    file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/links)
+    file(CREATE_LINK ${to} ${PROJECT_BINARY_DIR}/links/${name} SYMBOLIC)
+    cmake_path(GET link PARENT_PATH folder)
+    install(FILES ${PROJECT_BINARY_DIR}/links/${name} DESTINATION ${folder} COMPONENT Tool)
 endfunction()

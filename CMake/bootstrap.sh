@@ -1,10 +1,12 @@
-# Shared by run and test: installs what is missing, configures and builds. To be sourced, from the repository's root.
+# Shared by run, install and test: installs what is missing, configures and builds. To be sourced, from the repository's root.
 
 BUILD_PACKAGES="g++ cmake ninja-build pkg-config qt6-base-dev libgl-dev libaravis-dev libusb-1.0-0-dev libxml2-dev libarchive-dev
     libcli11-dev libdtl-dev"
 
-TEST_PACKAGES="libgtest-dev clang aravis-tools iproute2 zip xvfb xauth xdotool
-    fonts-dejavu-core"
+PACKAGE_PACKAGES="dpkg-dev file doxygen"
+
+TEST_PACKAGES="libgtest-dev clang aravis-tools iproute2 zip xvfb xauth xdotool fonts-dejavu-core
+    $PACKAGE_PACKAGES lintian rpm"
 
 say() { printf '%s\n' "$*" >&2; }
 
@@ -15,20 +17,25 @@ die() {
 
 # Installs those of the packages that are missing; a machine that has them all is not touched.
 install_packages() {
-    local missing=() package root=()
+    local missing=() package
     command -v apt-get >/dev/null || die "This needs Debian's apt-get, or these packages installed by hand: $*"
     for package in "$@"; do
         [ "$(dpkg-query -W -f '${db:Status-Abbrev}' "$package" 2>/dev/null)" = "ii " ] || missing+=("$package")
     done
     [ ${#missing[@]} -gt 0 ] || return 0
+    say "Installing ${missing[*]} ..."
+    as_root apt-get update
+    as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}"
+}
+
+# Runs a command that only root may run.
+as_root() {
+    local root=()
     if [ "$(id -u)" -ne 0 ]; then
-        command -v sudo >/dev/null || die "These packages are missing, and only root can install them: ${missing[*]}"
+        command -v sudo >/dev/null || die "Only root can do this: $*"
         root=(sudo)
     fi
-    say "Installing ${missing[*]} ..."
-    quietly "${root[@]}" apt-get update
-    quietly "${root[@]}" env DEBIAN_FRONTEND=noninteractive \
-        apt-get install -y --no-install-recommends "${missing[@]}"
+    quietly "${root[@]}" "$@"
 }
 
 # Runs a command; shows what it printed only if it fails.
@@ -41,11 +48,17 @@ quietly() {
     return $status
 }
 
-# build PRESET
+# build PRESET. What was built where nothing can be written now, a medium or another user's folder, is taken as it is.
 build() {
-    local run=quietly
+    local folder=build/$1 run=quietly
+    [ -w "$folder" ] || [ ! -x "$folder/bin/KoltaClassGenerator" ] || return 0
+    is_built "$folder" || say "Building in $folder; the first time this takes minutes ..."
     [ ! -t 2 ] || run=
-    [ -f "build/$1/build.ninja" ] || quietly cmake --preset "$1" || die "Configuring failed."
-    [ -d "build/$1/bin" ] || say "Building ..."
+    [ -f "$folder/build.ninja" ] || quietly cmake --preset "$1" || die "Configuring failed."
     $run cmake --build --preset "$1" >&2 || die "Building failed."
+}
+
+# Whether nothing has changed since the last build.
+is_built() {
+    [ -x "$1/bin/kolta-classgen" ] && [ -z "$(find [A-Z]* -newer "$1/.ninja_log" -print -quit)" ]
 }

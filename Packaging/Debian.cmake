@@ -1,0 +1,16 @@
+# Run by cpack when everything lies where it is packaged from: what Debian asks of every package.
+if(NOT CPACK_GENERATOR STREQUAL "DEB")
+    return()
+endif()
+foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+    string(TOUPPER ${component} COMPONENT)
+    set(package ${CPACK_DEBIAN_${COMPONENT}_PACKAGE_NAME})
+    set(share ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/${component}/usr/share)
+    file(COPY ${CMAKE_CURRENT_LIST_DIR}/changelog ${CMAKE_CURRENT_LIST_DIR}/copyright DESTINATION ${share}/doc/${package}
+        NO_SOURCE_PERMISSIONS)
+    file(GLOB manuals ${share}/man/man*/*)
+    execute_process(COMMAND gzip -9nf ${share}/doc/${package}/changelog ${manuals} COMMAND_ERROR_IS_FATAL ANY)
+    if(EXISTS ${CMAKE_CURRENT_LIST_DIR}/lintian/${package})
+        file(COPY ${CMAKE_CURRENT_LIST_DIR}/lintian/${package} DESTINATION ${share}/lintian/overrides NO_SOURCE_PERMISSIONS)
+    endif()
+endforeach()
