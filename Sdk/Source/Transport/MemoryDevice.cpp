@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bitset>
 #include <cstdint>
 #include <map>
 #include <utility>
@@ -16,37 +15,56 @@ class SparseMemory
 public:
     void Read(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer)
     {
-        for (std::uint32_t i = 0; i < size; ++i)
-        {
-            const auto page = m_pages.find((address + i) / PageSize);
-            const std::size_t offset = (address + i) % PageSize;
-            const bool written = page != m_pages.end() && page->second.written[offset];
-            buffer[i] = written ? page->second.bytes[offset] : Unwritten;
-            readUnwritten = readUnwritten || !written;
-        }
+        ForEachPage(address, size,
+            [&](std::uint64_t number, std::size_t offset, std::uint32_t length)
+            {
+                static const Page Untouched;
+                const auto found = m_pages.find(number);
+                const Page& page = found == m_pages.end() ? Untouched : found->second;
+                const auto written = page.written.begin() + offset;
+                readUnwritten = readUnwritten || std::find(written, written + length, false) != written + length;
+                buffer = std::copy_n(page.bytes.begin() + offset, length, buffer);
+            });
     }
 
     void Write(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer)
     {
-        for (std::uint32_t i = 0; i < size; ++i)
-        {
-            Page& page = m_pages[(address + i) / PageSize];
-            page.bytes[(address + i) % PageSize] = buffer[i];
-            page.written[(address + i) % PageSize] = true;
-        }
+        ForEachPage(address, size,
+            [&](std::uint64_t number, std::size_t offset, std::uint32_t length)
+            {
+                Page& page = m_pages[number];
+                std::copy_n(buffer, length, page.bytes.begin() + offset);
+                std::fill_n(page.written.begin() + offset, length, true);
+                buffer += length;
+            });
     }
 
     bool readUnwritten = false;
 
 private:
-    static constexpr std::uint64_t PageSize = 4096;
-    static constexpr std::uint8_t Unwritten = 0xFF;
+    static constexpr std::uint32_t PageSize = 4096;
 
     struct Page
     {
+        Page() { bytes.fill(0xFF); }
+
         std::array<std::uint8_t, PageSize> bytes;
-        std::bitset<PageSize> written;
+        std::array<bool, PageSize> written = {};
     };
+
+    /// Calls \a use with the number of each page in a range, where the range begins in it, and how long it is there.
+    template <class Use>
+    static void ForEachPage(std::uint64_t address, std::uint32_t size, Use use)
+    {
+        while (size > 0)
+        {
+            const auto offset = static_cast<std::uint32_t>(address % PageSize);
+            const std::uint32_t length = std::min(size, PageSize - offset);
+            use(address / PageSize, offset, length);
+            address += length; // Behind the last address comes the first.
+            size -= length;
+        }
+    }
 
     std::map<std::uint64_t, Page> m_pages;
 };
