@@ -7,6 +7,7 @@
 #include <KoltaCPP/KoltaSystem.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -14,6 +15,9 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
+#include <future>
+#include <mutex>
 #include <sys/mman.h>
 #include <thread>
 #include <unistd.h>
@@ -43,8 +47,8 @@ bool OnlySimulated()
 /// A file in memory with what the standard input delivers. Its path is good for as long as the program runs.
 std::string StandardInput()
 {
-    static bool isRead = false;
-    if (std::exchange(isRead, true))
+    static std::atomic<bool> isRead(false);
+    if (isRead.exchange(true))
         throw CommandError(ExitUsage, "'-' was given twice, but the standard input can be read only once.");
     const int file = memfd_create("standard input", MFD_CLOEXEC);
     char block[1 << 16];
@@ -73,6 +77,16 @@ CameraPtr Simulate(const std::string& file)
     return camera;
 }
 
+/// Never releases a camera: freeing every node of a description takes longer than reading it, and the program ends
+/// soon.
+void Keep(const CameraPtr& camera)
+{
+    static std::mutex mutex;
+    static std::vector<CameraPtr>& kept = *new std::vector<CameraPtr>;
+    const std::lock_guard<std::mutex> lock(mutex);
+    kept.push_back(camera);
+}
+
 /// Opens the camera and calls \a use with it. What it returns is an error code.
 template <class Use>
 void WithOpenCamera(const CameraPtr& camera, Use use)
@@ -92,10 +106,9 @@ void WithOpenCamera(const CameraChoice& choice, Use use)
 {
     if (!choice.descriptionFile.empty())
     {
-        // Never released: freeing every node of a description takes longer than reading it, and the program ends soon.
-        static std::vector<CameraPtr>& kept = *new std::vector<CameraPtr>;
-        kept.push_back(Simulate(choice.descriptionFile));
-        return WithOpenCamera(kept.back(), use);
+        const CameraPtr camera = Simulate(choice.descriptionFile);
+        Keep(camera);
+        return WithOpenCamera(camera, use);
     }
     const SdkSession session;
     const CameraPtr camera = session.Find(choice.serialNumber);
@@ -187,10 +200,15 @@ CameraFeatures ReadFeatures(const CameraChoice& choice)
 
 std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices)
 {
+    const auto read = [](const CameraChoice& choice) { return ReadFeatures(choice); };
+    std::vector<std::future<CameraFeatures>> others;
+    for (std::size_t i = 1; i < choices.size(); ++i)
+        others.push_back(std::async(std::launch::async, read, std::cref(choices[i])));
     std::vector<CameraFeatures> cameras;
     cameras.reserve(choices.size());
-    for (const CameraChoice& choice : choices)
-        cameras.push_back(ReadFeatures(choice));
+    cameras.push_back(read(choices.front()));
+    for (std::future<CameraFeatures>& other : others)
+        cameras.push_back(other.get());
     return cameras;
 }
 

@@ -45,7 +45,7 @@ struct CameraFeatures
 /// Finds the camera, opens it, reads its features and closes it again. Throws CommandError if that fails.
 CameraFeatures ReadFeatures(const CameraChoice& choice);
 
-/// The same for several cameras.
+/// The same for several cameras, at least one: all at the same time, each on a thread of its own.
 std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices);
 
 /// The same for the camera's own description, as XML.

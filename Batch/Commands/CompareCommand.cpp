@@ -67,8 +67,8 @@ void PrintAsJson(const std::vector<FeatureChange>& changes, int breaking, int co
 
 ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after, bool json)
 {
-    const std::vector<FeatureRow> old = RowsOf(ReadFeatures(before));
-    const std::vector<FeatureChange> changes = ChangesBetween(old, RowsOf(ReadFeatures(after)));
+    const std::vector<CameraFeatures> cameras = ReadFeatures({before, after});
+    const std::vector<FeatureChange> changes = ChangesBetween(RowsOf(cameras.front()), RowsOf(cameras.back()));
     const auto breaking = static_cast<int>(
         std::count_if(changes.begin(), changes.end(), [](const FeatureChange& change) { return change.isBreaking; }));
     (json ? PrintAsJson : PrintAsText)(changes, breaking, static_cast<int>(changes.size()) - breaking);
