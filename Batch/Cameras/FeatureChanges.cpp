@@ -1,9 +1,11 @@
 #include "Cameras/FeatureChanges.h"
 
-#include "Description/DescriptionNumber.h"
+#include "Cameras/FeatureLimits.h"
 
 #include <cmath>
+#include <cstdint>
 #include <map>
+#include <optional>
 #include <utility>
 
 namespace
@@ -22,31 +24,29 @@ std::map<std::string, std::pair<const Row*, const Row*>> Pairs(
     return pairs;
 }
 
-/// A limit of a feature; nothing where there is none.
-std::optional<std::string> LimitOf(const FeatureRow& feature, const std::string& name)
+/// A limit of a feature; null if there is none.
+const ValueRow* LimitOf(const FeatureRow& feature, const std::string& name)
 {
     for (const ValueRow& limit : feature.limits)
         if (limit.name == name)
-            return limit.value;
-    return std::nullopt;
+            return &limit;
+    return nullptr;
 }
 
-/// The same as a number, in a type that holds integers of 64 bits, too.
+/// The limit as a number. Without one, all numbers of the type are allowed.
 std::optional<long double> NumberOf(const FeatureRow& feature, const std::string& name)
 {
-    const std::optional<std::string> limit = LimitOf(feature, name);
-    if (!limit || name == "Unit")
-        return std::nullopt;
-    const DescriptionNumber number(*limit, feature.type == "Int");
-    return number.comparable ? std::optional<long double>(number.Value()) : std::nullopt;
+    if (const ValueRow* const limit = LimitOf(feature, name))
+        return NumberOf(*limit, feature.type);
+    const long double largest = feature.type == "Int" ? static_cast<long double>(INT64_MAX) : HUGE_VALL;
+    if (name == "Inc")
+        return feature.type == "Int" ? std::optional<long double>(1) : std::nullopt;
+    return name == "Max" ? largest : feature.type == "Int" ? -largest - 1 : -largest;
 }
 
-bool IsSame(const std::string& limit, const FeatureRow& before, const FeatureRow& after)
+bool IsSame(const ValueRow* before, const ValueRow* after, const std::string& type)
 {
-    if (LimitOf(before, limit) == LimitOf(after, limit))
-        return true;
-    const std::optional<long double> number = NumberOf(before, limit);
-    return number && number == NumberOf(after, limit);
+    return before == after || (before != nullptr && after != nullptr && IsSameLimit(*before, *after, type));
 }
 
 /// Whether the steps lead to a value in this distance. Decimal fractions are not exact.
@@ -58,22 +58,22 @@ bool IsMultiple(long double distance, long double step)
 /// Whether the camera may refuse a value now that it took before, or take it for another one.
 bool Restricts(const std::string& limit, const FeatureRow& before, const FeatureRow& after)
 {
-    if (!LimitOf(after, limit))
+    if (LimitOf(after, limit) == nullptr)
         return false;
     if (limit == "Unit")
-        return LimitOf(before, limit).has_value();
+        return LimitOf(before, limit) != nullptr;
     if (!before.writable)
         return false;
     const std::optional<long double> was = NumberOf(before, limit);
     const std::optional<long double> is = NumberOf(after, limit);
-    const std::optional<long double> step = NumberOf(after, "Inc");
-    if (limit == "Inc")
-        return !is || (!was && before.type != "Int") || !IsMultiple(was.value_or(1), *is);
     if (!is || !was)
         return true;
+    if (limit == "Inc")
+        return !IsMultiple(*was, *is);
     if (limit == "Max")
         return *is < *was;
-    return *is > *was || (step && !IsMultiple(*was - *is, *step));
+    const std::optional<long double> step = NumberOf(after, "Inc");
+    return *is > *was || (LimitOf(before, limit) != nullptr && step && !IsMultiple(*was - *is, *step));
 }
 
 /// Gathers the changes of one feature that both versions have.
@@ -122,14 +122,20 @@ private:
 
     void CompareLimits()
     {
-        for (const auto& [name, pair] : Pairs(m_before.limits, m_after.limits))
+        for (const std::string name : LimitNames)
         {
-            const std::optional<std::string> before = LimitOf(m_before, name);
-            const std::optional<std::string> after = LimitOf(m_after, name);
-            const bool isHeldElsewhere = (before && before->empty()) || (after && after->empty());
-            if (!isHeldElsewhere && !IsSame(name, m_before, m_after))
-                Add(name, before, after, Restricts(name, m_before, m_after));
+            const ValueRow* const before = LimitOf(m_before, name);
+            const ValueRow* const after = LimitOf(m_after, name);
+            // What helps the camera may have another name in every firmware.
+            const bool vary = before != nullptr && after != nullptr && before->varies && after->varies;
+            if (!vary && !IsSame(before, after, m_after.type))
+                Add(name, TextOf(before), TextOf(after), Restricts(name, m_before, m_after));
         }
+    }
+
+    static std::optional<std::string> TextOf(const ValueRow* limit)
+    {
+        return limit == nullptr ? std::nullopt : std::optional<std::string>(limit->value);
     }
 
     const FeatureRow& m_before;

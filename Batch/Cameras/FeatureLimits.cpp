@@ -1,56 +1,112 @@
 #include "Cameras/FeatureLimits.h"
 
 #include "Base/Printable.h"
+#include "Description/DescriptionNumber.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace
 {
 
-/// In the order in which they are listed.
-const std::array<const char*, 4> Tags = {"Min", "Max", "Inc", "Unit"};
-
 bool StandsBefore(const ValueRow& a, const ValueRow& b)
 {
-    const auto place = [](const ValueRow& row) { return std::find(Tags.begin(), Tags.end(), row.name); };
+    const auto place = [](const ValueRow& row) { return std::find(LimitNames.begin(), LimitNames.end(), row.name); };
     return place(a) < place(b);
 }
 
-std::vector<ValueRow> LimitsOfNode(const DescriptionElement& node)
+/// Whether the value of \a node is a value of \a owner, too: what a formula makes of it has other limits.
+bool SharesValues(const DescriptionElement* node)
 {
-    std::vector<ValueRow> limits;
-    for (const std::string tag : Tags)
-        if (const DescriptionElement* literal = node.Child(tag))
-            limits.push_back({tag, Printable(literal->text), {}});
-        else if (node.Child('p' + tag) != nullptr)
-            limits.push_back({tag, std::string(), {}});
-    return limits;
+    return node != nullptr && (node->tag == "Integer" || node->tag == "Float");
 }
 
 } // namespace
 
-FeatureLimits LimitsOf(const DescriptionElement& description)
+FeatureLimits::FeatureLimits(const DescriptionElement& description)
 {
-    FeatureLimits all;
+    m_nodes.reserve(description.children.size());
     for (const DescriptionElement& node : description.children)
     {
-        std::vector<ValueRow> limits = LimitsOfNode(node);
-        if (!limits.empty())
-            all.emplace(node.name, std::move(limits));
+        m_nodes.insert_or_assign(node.name, &node); // Of two, the SDK has the last.
+        for (const DescriptionElement& child : node.children)
+            if (child.tag == "pFeature")
+                m_features.insert(child.text);
     }
-    return all;
 }
 
-void AddLimits(std::vector<ValueRow>& limits, const std::vector<ValueRow>& more, const std::string& camera)
+std::vector<ValueRow> FeatureLimits::Of(const std::string& feature) const
 {
-    for (const ValueRow& limit : more)
+    std::vector<ValueRow> limits;
+    const auto node = m_nodes.find(feature);
+    if (node == m_nodes.end())
+        return limits;
+    for (const char* name : LimitNames)
+        if (std::optional<ValueRow> limit = Find(*node->second, name))
+            limits.push_back(std::move(*limit));
+    return limits;
+}
+
+/// The SDK has refused nodes whose values depend on themselves.
+std::optional<ValueRow> FeatureLimits::Find(const DescriptionElement& node, const std::string& limit) const
+{
+    const DescriptionElement* literal = node.Child(limit);
+    const DescriptionElement* const reference = literal == nullptr ? node.Child('p' + limit) : nullptr;
+    if (reference != nullptr)
+        literal = Constant(*reference);
+    if (literal != nullptr)
+        return literal->text.empty() ? std::nullopt
+                                     : std::optional<ValueRow>({limit, Printable(literal->text), {}, false});
+    if (reference != nullptr)
+        return ValueRow{limit, Printable(reference->text), {}, true};
+    const DescriptionElement* const value = limit == "Unit" ? nullptr : Node(node.Child("pValue"));
+    return SharesValues(value) ? Find(*value, limit) : std::nullopt;
+}
+
+const DescriptionElement* FeatureLimits::Node(const DescriptionElement* reference) const
+{
+    const auto node = reference == nullptr ? m_nodes.end() : m_nodes.find(reference->text);
+    return node == m_nodes.end() ? nullptr : node->second;
+}
+
+/// What a reference leads to, if that is a constant; null if it is worked out, lies in a register or can be written.
+const DescriptionElement* FeatureLimits::Constant(const DescriptionElement& reference) const
+{
+    const DescriptionElement* node = Node(&reference);
+    while (SharesValues(node) && node->Child("pValue") != nullptr)
+        node = Node(node->Child("pValue"));
+    if (!SharesValues(node))
+        return nullptr;
+    const DescriptionElement* const access = node->Child("ImposedAccessMode");
+    const bool isWritable = m_features.count(node->name) > 0 && (access == nullptr || access->text != "RO");
+    return isWritable ? nullptr : node->Child("Value");
+}
+
+std::optional<long double> NumberOf(const ValueRow& limit, const std::string& type)
+{
+    if (limit.varies || limit.name == "Unit")
+        return std::nullopt;
+    const DescriptionNumber number(limit.value, type == "Int");
+    return number.comparable ? std::optional<long double>(number.Value()) : std::nullopt;
+}
+
+bool IsSameLimit(const ValueRow& one, const ValueRow& other, const std::string& type)
+{
+    if (one.value == other.value && one.varies == other.varies)
+        return true;
+    const std::optional<long double> number = NumberOf(one, type);
+    return number && number == NumberOf(other, type);
+}
+
+void AddLimits(FeatureRow& row, const std::vector<ValueRow>& limits, const std::string& camera)
+{
+    std::vector<ValueRow>& known = row.limits;
+    for (const ValueRow& limit : limits)
     {
-        auto place = std::find_if(limits.begin(), limits.end(),
-            [&limit](const ValueRow& known) { return known.name == limit.name && known.value == limit.value; });
-        if (place == limits.end())
-            place = limits.insert(std::upper_bound(limits.begin(), limits.end(), limit, StandsBefore), limit);
+        auto place = std::find_if(known.begin(), known.end(),
+            [&](const ValueRow& any) { return any.name == limit.name && IsSameLimit(any, limit, row.type); });
+        if (place == known.end())
+            place = known.insert(std::upper_bound(known.begin(), known.end(), limit, StandsBefore), limit);
         place->cameras.push_back(camera);
     }
 }

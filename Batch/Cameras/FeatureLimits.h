@@ -4,17 +4,43 @@
 #include "Cameras/FeatureRow.h"
 #include "Description/DescriptionNodes.h"
 
+#include <array>
+#include <optional>
 #include <string>
+#include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
-/// The limits of features, by the feature's name. A feature without limits need not be there.
-typedef std::unordered_map<std::string, std::vector<ValueRow>> FeatureLimits;
+/// In the order in which they are listed.
+const std::array<const char*, 4> LimitNames = {"Min", "Max", "Inc", "Unit"};
 
-/// Reads what a description holds of limits; the SDK does not tell it.
-FeatureLimits LimitsOf(const DescriptionElement& description);
+/// What a description holds of the limits of features; the SDK does not tell it.
+class FeatureLimits
+{
+public:
+    /// The description is referred to.
+    explicit FeatureLimits(const DescriptionElement& description);
+
+    /// The limits of a feature. Where it leaves one to another node, the constant in that node counts.
+    std::vector<ValueRow> Of(const std::string& feature) const;
+
+private:
+    std::optional<ValueRow> Find(const DescriptionElement& node, const std::string& limit) const;
+    const DescriptionElement* Node(const DescriptionElement* reference) const;
+    const DescriptionElement* Constant(const DescriptionElement& reference) const;
+
+    std::unordered_map<std::string_view, const DescriptionElement*> m_nodes;
+    std::unordered_set<std::string_view> m_features; ///< Names that users see, and can set unless that is forbidden.
+};
+
+/// A limit as a number, in a type that holds integers of 64 bits, too; nothing if it is none, or changes.
+std::optional<long double> NumberOf(const ValueRow& limit, const std::string& type);
+
+/// Whether both say the same, in whatever spelling, of a feature of this type.
+bool IsSameLimit(const ValueRow& one, const ValueRow& other, const std::string& type);
 
 /// Adds the limits that \a camera has for a feature.
-void AddLimits(std::vector<ValueRow>& limits, const std::vector<ValueRow>& more, const std::string& camera);
+void AddLimits(FeatureRow& row, const std::vector<ValueRow>& limits, const std::string& camera);
 
 #endif

@@ -1,5 +1,26 @@
 #include "Cameras/FeatureRow.h"
 
+namespace
+{
+
+/// The cameras stand behind what not all of them have.
+void AddTexts(
+    std::vector<std::string>& texts, const std::vector<ValueRow>& rows, const std::vector<std::string>& cameras)
+{
+    for (const ValueRow& row : rows)
+        texts.push_back(row.name + (row.value.empty() ? "" : " = " + row.value) +
+                        (row.cameras == cameras ? "" : " (" + Joined(row.cameras) + ")"));
+}
+
+} // namespace
+
+std::string FeatureRow::TypeText() const
+{
+    std::vector<std::string> texts;
+    AddTexts(texts, types, cameras);
+    return texts.empty() ? type : Joined(texts);
+}
+
 std::string FeatureRow::AccessText() const
 {
     return readable ? (writable ? "RW" : "RO") : (writable ? "WO" : "--");
@@ -8,11 +29,8 @@ std::string FeatureRow::AccessText() const
 std::string FeatureRow::ValuesText() const
 {
     std::vector<std::string> texts;
-    for (const std::vector<ValueRow>* values : {&entries, &limits})
-        for (const ValueRow& value : *values)
-            if (!value.value.empty())
-                texts.push_back(value.name + " = " + value.value +
-                                (value.cameras == cameras ? "" : " (" + Joined(value.cameras) + ")"));
+    AddTexts(texts, entries, cameras);
+    AddTexts(texts, limits, cameras);
     return Joined(texts);
 }
 

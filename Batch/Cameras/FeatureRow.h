@@ -10,6 +10,7 @@ struct ValueRow
     std::string name;
     std::string value;
     std::vector<std::string> cameras; ///< Which of several cameras have it.
+    bool varies = false;              ///< The value is the name of a node that decides while the camera runs.
 };
 
 /// What a user sees of a feature.
@@ -17,15 +18,16 @@ struct FeatureRow
 {
     std::string category;
     std::string name;
-    std::string type; ///< "Int", "Float", ...
+    std::string type; ///< "Int", "Float", ... Of several cameras the first one's.
     bool readable;
     bool writable;
-    std::vector<ValueRow> entries;
+    std::vector<ValueRow> entries = {};
+    std::vector<ValueRow> limits = {};     ///< Min, Max, Inc and Unit as the description holds them.
+    std::vector<std::string> cameras = {}; ///< Which of several cameras have it.
+    std::vector<ValueRow> types = {};      ///< The types in several cameras, as names without a value.
 
-    /// Min, Max, Inc and Unit as the description holds them. A limit that it leaves to another node has no value.
-    std::vector<ValueRow> limits;
-
-    std::vector<std::string> cameras; ///< Which of several cameras have it.
+    /// The type, or the types if cameras do not agree.
+    std::string TypeText() const;
 
     /// "RO", "WO", "RW" or "--".
     std::string AccessText() const;

@@ -7,8 +7,8 @@
 #include "SdkReads.h"
 
 #include <algorithm>
+#include <map>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 
 using namespace OPX::KltAPI;
@@ -18,8 +18,8 @@ namespace
 
 FeatureRow RowOf(const FeatureInfo& info)
 {
-    FeatureRow row = {info.category, info.name, TypeName(info.dataType), IsReadable(*info.feature),
-        IsWritable(*info.feature), {}, {}, {}};
+    FeatureRow row = {
+        info.category, info.name, TypeName(info.dataType), IsReadable(*info.feature), IsWritable(*info.feature)};
     std::vector<EnumEntry> entries = info.entries;
     std::sort(entries.begin(), entries.end(), FeatureInfos::SortEnumEntriesByValue);
     for (const EnumEntry& entry : entries)
@@ -51,18 +51,41 @@ std::vector<FeatureRow> Arranged(std::vector<FeatureRow> rows, const std::vector
     return arranged;
 }
 
+/// Notes which entries \a camera has. One that has another value there is a row of its own.
+void AddEntries(std::vector<ValueRow>& rows, const std::vector<EnumEntry>& entries, const std::string& camera)
+{
+    std::map<std::pair<std::string, std::string>, bool> isListed;
+    for (const EnumEntry& entry : entries)
+        isListed.emplace(std::make_pair(TextOf(entry, &EnumEntry::GetName), std::to_string(ValueOf(entry))), false);
+    for (ValueRow& row : rows)
+    {
+        const auto own = isListed.find({row.name, row.value});
+        if (own == isListed.end())
+            continue;
+        row.cameras.push_back(camera);
+        own->second = true;
+    }
+    for (const auto& [entry, listed] : isListed)
+        if (!listed)
+            rows.push_back({entry.first, entry.second, {camera}});
+}
+
+void AddType(std::vector<ValueRow>& types, const std::string& type, const std::string& camera)
+{
+    auto known = std::find_if(types.begin(), types.end(), [&type](const ValueRow& any) { return any.name == type; });
+    if (known == types.end())
+        known = types.insert(known, {type, {}, {}});
+    known->cameras.push_back(camera);
+}
+
 /// Notes that \a camera has the feature.
 void AddCamera(FeatureRow& row, const FeatureInfo& feature, const std::string& camera)
 {
     row.cameras.push_back(camera);
+    AddType(row.types, TypeName(feature.dataType), camera);
     // The handle in the family tells of one camera only.
     row.readable |= IsReadable(*feature.feature);
-    std::unordered_set<std::string> names;
-    for (const EnumEntry& entry : feature.entries)
-        names.insert(TextOf(entry, &EnumEntry::GetName));
-    for (ValueRow& entry : row.entries)
-        if (names.count(entry.name) > 0)
-            entry.cameras.push_back(camera);
+    AddEntries(row.entries, feature.entries, camera);
 }
 
 std::vector<FeatureRow> RowsOf(const CameraFamily& family, const std::vector<CameraFeatures>& cameras)
@@ -73,12 +96,12 @@ std::vector<FeatureRow> RowsOf(const CameraFamily& family, const std::vector<Cam
         places.emplace(row.name, &row);
     for (const CameraFeatures& camera : cameras)
     {
-        FeatureLimits limits = LimitsOf(*camera.description);
+        const FeatureLimits limits(*camera.description);
         for (const FeatureInfo& feature : camera.features)
         {
             FeatureRow& row = *places.at(feature.name);
             AddCamera(row, feature, camera.label);
-            AddLimits(row.limits, limits[feature.name], camera.label);
+            AddLimits(row, limits.Of(feature.name), camera.label);
         }
     }
     return rows;
@@ -89,13 +112,9 @@ std::vector<FeatureRow> RowsOf(const CameraFamily& family, const std::vector<Cam
 std::vector<FeatureRow> RowsOf(const CameraFeatures& camera)
 {
     std::vector<FeatureRow> rows = RowsOf(camera.features);
-    const FeatureLimits all = LimitsOf(*camera.description);
+    const FeatureLimits limits(*camera.description);
     for (FeatureRow& row : rows)
-    {
-        const auto limits = all.find(row.name);
-        if (limits != all.end())
-            row.limits = limits->second;
-    }
+        row.limits = limits.Of(row.name);
     return rows;
 }
 

@@ -34,8 +34,6 @@ QJsonArray ToJson(const std::vector<ValueRow>& values)
     QJsonArray array;
     for (const ValueRow& value : values)
     {
-        if (value.value.empty())
-            continue;
         // As text: a number in JSON does not hold 64 bits.
         QJsonObject object{
             {"name", QString::fromStdString(value.name)}, {"value", QString::fromStdString(value.value)}};
@@ -49,7 +47,7 @@ QJsonArray ToJson(const std::vector<ValueRow>& values)
 QJsonObject ToJson(const FeatureRow& row)
 {
     QJsonObject object{{"category", QString::fromStdString(row.category)}, {"name", QString::fromStdString(row.name)},
-        {"type", QString::fromStdString(row.type)}, {"access", QString::fromStdString(row.AccessText())}};
+        {"type", QString::fromStdString(row.TypeText())}, {"access", QString::fromStdString(row.AccessText())}};
     const auto add = [&object](const char* key, const QJsonArray& array)
     {
         if (!array.isEmpty())
@@ -64,7 +62,7 @@ QJsonObject ToJson(const FeatureRow& row)
 /// One line, with tabs between the columns.
 void Print(const FeatureRow& row)
 {
-    std::printf("%s\t%s\t%s\t%s\t%s", row.category.c_str(), row.name.c_str(), row.type.c_str(),
+    std::printf("%s\t%s\t%s\t%s\t%s", row.category.c_str(), row.name.c_str(), row.TypeText().c_str(),
         row.AccessText().c_str(), row.ValuesText().c_str());
     if (!row.cameras.empty())
         std::printf("\t%s", Printable(Joined(row.cameras)).c_str());
