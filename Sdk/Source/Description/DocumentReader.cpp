@@ -137,8 +137,8 @@ public:
             AddReference(ended.owner, m_text);
         else if (ended.kind == Copy)
             copies[graph.NameOf(ended.owner)].push_back(Trimmed(m_text));
-        else if (Is(ended.kind, Length) && IsAbsurdLength(m_text, Is(m_open.back().kind, NumericRegister)))
-            problem = "the length of " + graph.NameOf(ended.owner) + " is absurd";
+        else if (Is(ended.kind, Length) && IsOutOfBounds(m_text, Is(m_open.back().kind, NumericRegister)))
+            problem = "the length of " + graph.NameOf(ended.owner) + " is out of bounds";
     }
 
     void TakeText(const char* text, std::size_t length)
@@ -151,7 +151,7 @@ public:
     void NoticeMoreThanText()
     {
         if (m_ignored == 0 && !m_open.empty() && HoldsText(m_open.back().kind))
-            problem = "a " + m_element + " of " + graph.NameOf(m_open.back().owner) + " holds more than a text";
+            problem = "a " + m_element + " of " + graph.NameOf(m_open.back().owner) + " holds more than text";
     }
 
     std::string problem; ///< Empty as long as there is none.
@@ -171,7 +171,7 @@ private:
 
     static bool HoldsText(Kind kind) { return (kind & (Reference | Length | Copy)) != 0; }
 
-    static bool IsAbsurdLength(const std::string& text, bool ofNumber)
+    static bool IsOutOfBounds(const std::string& text, bool ofNumber)
     {
         const long long length = std::strtoll(text.c_str(), nullptr, 0);
         return length < (ofNumber ? 1 : 0) || length > MaximumRegisterLength;
