@@ -56,7 +56,7 @@ const char* ReservedAs(const QString& name)
     return names.value(name, nullptr);
 }
 
-/// What Qt takes for a letter or a digit, and C++ does not: raised digits, fractions and the like.
+/// What Qt considers a letter or a digit, but C++ does not: raised digits, fractions and the like.
 bool IsOutOfPlace(QChar character)
 {
     return character.unicode() > 0x7F && character.category() == QChar::Number_Other;
@@ -72,7 +72,7 @@ QString Capitalised(const QString& text)
     return text.left(1).toUpper() + text.mid(1);
 }
 
-/// Who made a name. Put into words only where something is wrong.
+/// Who made a name. Turned into words only if something is wrong.
 struct Owner
 {
     const char* what;
@@ -179,7 +179,7 @@ private:
                                  QLatin1String(" are both called ") + Quoted(name) + QLatin1Char('.'));
     }
 
-    /// What is wrong with a name whatever the others are.
+    /// What is wrong with a name regardless of the others.
     void CheckAlone(const QString& name, const Owner& owner)
     {
         const char* what = ReservedAs(name);

@@ -125,7 +125,7 @@ void CommandLine::AddText(
             [this, option, text](const std::string& given)
             {
                 m_options.given.*text = QString::fromStdString(given);
-                // Other names would be made from it than the user meant.
+                // The names made from it would not be what the user meant.
                 if ((m_options.given.*text).toStdString() != given)
                     throw CommandError(ExitUsage, std::string("The value of ") + option + " is not UTF-8.");
             },

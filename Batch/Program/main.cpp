@@ -15,8 +15,8 @@
 namespace
 {
 
-/// The next file that is opened would get a closed descriptor, and then the messages. Occupied like this, writing to it
-/// fails.
+/// The next file that is opened would take over a closed descriptor, and the messages would go into that file. Once
+/// occupied like this, writing to the descriptor fails.
 void OccupyStandardDescriptors()
 {
     for (int descriptor : {0, 1, 2})

@@ -40,7 +40,7 @@ bool HidesNothing(const std::string& xml)
            xml.find('\0') == std::string::npos;
 }
 
-/// Whether an attribute's value begins behind this equals sign.
+/// Whether an attribute's value begins after this equals sign.
 bool IsAttribute(const std::string& xml, std::size_t equals)
 {
     std::size_t next = equals + 1;

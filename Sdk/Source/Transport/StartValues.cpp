@@ -17,7 +17,7 @@ namespace KltAPI
 namespace
 {
 
-/// The value of a raw feature: as many bytes as it has, in hexadecimal digits.
+/// The value of a raw feature: all of its bytes, in hexadecimal digits.
 std::string ApplyBytes(ArvGcRegister* node, const std::string& value)
 {
     std::vector<unsigned char> bytes;
@@ -78,7 +78,7 @@ void ApplyStartValues(ArvGc* description, const std::filesystem::path& descripti
     if (!std::filesystem::is_regular_file(path, none))
         return;
     std::ifstream file(path);
-    // Also what the camera itself could never change may be set here.
+    // Even what can never be written in the camera itself may be set here.
     const ArvAccessCheckPolicy policy = arv_gc_get_access_check_policy(description);
     const ArvRangeCheckPolicy ranges = arv_gc_get_range_check_policy(description);
     arv_gc_set_access_check_policy(description, ARV_ACCESS_CHECK_POLICY_DISABLE);
