@@ -3,11 +3,11 @@
 
 #include <string>
 
-/// Which camera a command is about: one that is there, or one that is simulated from its description.
+/// Which camera a command is about: a connected one, or one that is simulated from its description.
 struct CameraChoice
 {
     std::string serialNumber;
-    std::string descriptionFile; ///< Goes before the serial number. "-" is the standard input.
+    std::string descriptionFile; ///< Takes precedence over the serial number. "-" is the standard input.
 
     /// A text that is either: the path of a file that exists or could be a description, or a serial number.
     static CameraChoice FromText(const std::string& text);

@@ -4,15 +4,15 @@
 #include <stdexcept>
 #include <string>
 
-/// How the program ends.
+/// The program's exit codes.
 enum ExitCode
 {
     ExitDone = 0,
-    ExitDiffers = 1, ///< What was compared is not the same, or a description has mistakes.
+    ExitDiffers = 1, ///< What was compared differs, or a description has mistakes.
     ExitUsage = 2,
     ExitCamera = 3, ///< The camera or its description cannot be used.
     ExitFile = 4,
-    ExitNames = 5 ///< The class would not compile, or not serve all cameras.
+    ExitNames = 5 ///< The class would not compile, or would not fit all cameras.
 };
 
 /// Ends a command. The text says what is wrong and what to do.

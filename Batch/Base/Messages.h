@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <string>
 
-/// Tells the user, on the standard error output.
+/// Informs the user, on standard error.
 inline void TellError(const std::string& text)
 {
     std::fprintf(stderr, "kolta-classgen: %s\n", Printable(text).c_str());

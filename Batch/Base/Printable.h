@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <string>
 
-/// \a text as it is shown: what is not seen but changes what is, as control characters and directions of writing in the
-/// names of files do, becomes an underscore.
+/// \a text as it is shown: what is invisible but changes how the rest looks, such as control characters and directions
+/// of writing in the names of files, becomes an underscore.
 inline std::string Printable(const std::string& text)
 {
     // Nearly all texts are plain ASCII.

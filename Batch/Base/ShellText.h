@@ -3,7 +3,7 @@
 
 #include <string>
 
-/// \a text in single quotes, as every shell takes it.
+/// \a text in single quotes, for any shell.
 std::string ShellQuoted(const std::string& text);
 
 /// The same, but only where quotes are needed.

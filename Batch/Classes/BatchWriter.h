@@ -5,7 +5,7 @@
 
 #include <QByteArray>
 
-/// Writes classes into memory, under options that do not change. Throws CommandError.
+/// Writes classes into memory, with options that do not change. Throws CommandError.
 class BatchWriter : public CppClassWriter
 {
 public:
@@ -15,10 +15,10 @@ public:
     CppOptions Options() const override { return m_options; }
     void Report(const QString& message) override;
 
-    /// Tells what is wrong with the line, too.
+    /// Also reports what is wrong with the line.
     void Process(QTextStream& output, QString line, const FeatureInfos& features) override;
 
-    /// What a template stands for.
+    /// What becomes of a template.
     /// \param kind "header" or "source", for the messages
     /// \param outputPath where the text will be put, for the messages
     QByteArray Expand(
@@ -27,8 +27,8 @@ public:
 private:
     const CppOptions m_options;
     const bool m_aloud;
-    QString m_templatePath; ///< The template that is expanded,
-    int m_line = 0;         ///< and how many of its lines were.
+    QString m_templatePath; ///< The template that is being expanded,
+    int m_line = 0;         ///< and how many of its lines have been.
 };
 
 #endif

@@ -23,7 +23,7 @@ void Reserve(Reservations& names, const char* words, const char* what)
         names.insert(word, what);
 }
 
-/// What else a name is, that nobody else may have it; null if it is free.
+/// Why a name is taken already; null if it is free.
 const char* ReservedAs(const QString& name)
 {
     static const Reservations names = []
@@ -37,26 +37,26 @@ const char* ReservedAs(const QString& name)
             "operator or or_eq private protected public register reinterpret_cast requires return short signed "
             "sizeof static static_assert static_cast struct switch template this thread_local throw true try "
             "typedef typeid typename union unsigned using virtual void volatile wchar_t while xor xor_eq",
-            "a keyword of C++");
+            "a C++ keyword");
         // Or the preprocessor replaces it.
         Reserve(all,
             "OPX std NULL KltErrorType KltErrorSuccess KltErrorBadHandle KltInt64_t KltFeatureDataType "
             "KltFeatureFlagsType "
             "KltAccessModeType UpdateTriggerType linux unix i386 main pFeature",
-            "a name that generated code uses otherwise");
+            "a name that generated code uses for something else");
         Reserve(all,
             "__linux __linux__ __gnu_linux__ __unix __unix__ __i386 __i386__ __amd64 __amd64__ __x86_64 __x86_64__ "
             "__k8 __k8__ __pic__ __pie__ __asm __asm__ __attribute __attribute__ __const __const__ __inline __inline__ "
             "__volatile __volatile__ __signed __signed__ __typeof __typeof__ __alignof __alignof__ __restrict "
             "__restrict__ __complex __complex__ __real __real__ __imag __imag__ __extension__ __label__ __thread "
             "__func__ __null __int128 __float128",
-            "a word of the compiler's own");
+            "reserved by the compiler");
         return all;
     }();
     return names.value(name, nullptr);
 }
 
-/// What Qt takes for a letter or a digit, and C++ does not: raised digits, fractions and the like.
+/// What Qt considers a letter or a digit, but C++ does not: raised digits, fractions and the like.
 bool IsOutOfPlace(QChar character)
 {
     return character.unicode() > 0x7F && character.category() == QChar::Number_Other;
@@ -72,7 +72,7 @@ QString Capitalised(const QString& text)
     return text.left(1).toUpper() + text.mid(1);
 }
 
-/// Who made a name. Put into words only where something is wrong.
+/// Who made a name. Turned into words only if something is wrong.
 struct Owner
 {
     const char* what;
@@ -113,7 +113,8 @@ public:
         for (const CppMethod& method : methods)
             Take(method.name, {"the method", name}, method.arguments);
         if (methods.isEmpty())
-            m_problems.warnings.append(Quoted(name) + QLatin1String(" is left out: C++ has nothing for its type, ") +
+            m_problems.warnings.append(Quoted(name) +
+                                       QLatin1String(" is left out: C++ has no counterpart for its type, ") +
                                        KoltaHelper::DataTypeToString(described.dataType) + QLatin1Char('.'));
     }
 
@@ -140,10 +141,10 @@ private:
     struct Taker
     {
         Owner owner;
-        QString arguments; ///< Null if it is no method.
+        QString arguments; ///< Null if it is not a method.
     };
 
-    /// Notes that \a owner makes \a name. Methods of one name with different arguments are no problem.
+    /// Notes that \a owner makes \a name. Methods of one name may differ in their arguments.
     void Take(const QString& name, const Owner& owner, const QString& arguments = QString())
     {
         CheckAlone(name, owner);
@@ -154,8 +155,8 @@ private:
         takers.append({owner, arguments});
     }
 
-    /// The same for an enumeration type, which has a second name with an underscore in front. That one is in nobody's
-    /// way but other types'.
+    /// The same for an enumeration type, which has a second name with an underscore in front. That one is only
+    /// in the way of other types.
     void TakeType(const QString& name, const Owner& owner)
     {
         const QString tag = QLatin1Char('_') + name;
@@ -178,12 +179,12 @@ private:
                                  QLatin1String(" are both called ") + Quoted(name) + QLatin1Char('.'));
     }
 
-    /// What is wrong with a name whatever the others are.
+    /// What is wrong with a name regardless of the others.
     void CheckAlone(const QString& name, const Owner& owner)
     {
         const char* what = ReservedAs(name);
         if (std::any_of(name.begin(), name.end(), IsOutOfPlace))
-            what = "no name for C++: it holds a character that only looks like a digit";
+            what = "not a C++ name: one of its characters only looks like a digit";
         if (what != nullptr)
             m_problems.errors.append(Capitalised(owner.Text()) + QLatin1String(" is called ") + Quoted(name) +
                                      QLatin1String(", which is ") + QLatin1String(what) + QLatin1Char('.'));

@@ -8,7 +8,7 @@
 
 class CppClassWriter;
 
-/// What is wrong with the names in a class that is yet to be generated.
+/// What is wrong with the names in a class that has yet to be generated.
 struct NameProblems
 {
     QStringList errors;   ///< The class would not compile.

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 namespace
 {
 
-/// In the names of files that wait to take the place of others.
+/// In the names of files that wait to replace others.
 const char Mark[] = ".kolta-classgen-";
 
 /// A signal that ends the program does so before or after the files are replaced, never in between.
@@ -43,7 +43,7 @@ private:
     sigset_t m_before;
 };
 
-/// The file itself where \a path is a link, also one to a file that is not there yet.
+/// The file itself if \a path is a link, even one to a file that does not exist yet.
 fs::path Behind(fs::path path)
 {
     std::error_code error;
@@ -52,7 +52,7 @@ fs::path Behind(fs::path path)
     return path;
 }
 
-/// Removes what a program that was killed has left beside \a path.
+/// Removes what a killed program has left beside \a path.
 void RemoveLeftOvers(const fs::path& path)
 {
     std::error_code error;
@@ -103,7 +103,7 @@ public:
         Write();
     }
 
-    /// Puts the new content into its place; what was there can be put back.
+    /// Puts the new content in place; the old content can be put back.
     void Apply()
     {
         if (m_new.empty())
@@ -134,7 +134,7 @@ public:
 private:
     void Write()
     {
-        // Readable by whoever may read it: not one of the library's temporary files.
+        // With the user's usual permissions: not one of the library's temporary files.
         const int file = open(m_new.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (file < 0)
             FailWithErrno();
@@ -161,7 +161,7 @@ private:
 
     const FileContent& m_file;
     const fs::path m_path;
-    fs::path m_new; ///< Empty if the file is to stay as it is.
+    fs::path m_new; ///< Empty if the file stays as it is.
     fs::path m_old;
     bool m_wasThere = false;
 };
@@ -176,7 +176,7 @@ bool FileContent::IsThere() const
 
 QByteArray FileContent::Present() const
 {
-    // Without waiting: nobody may ever write into a pipe.
+    // Without waiting: perhaps nobody ever writes to a pipe.
     const int file = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
     if (file < 0 && errno == ENOENT)
         return QByteArray();

@@ -114,7 +114,7 @@ void ListFeatures(const std::vector<CameraChoice>& cameras, const std::string& g
 void DumpDescription(const CameraChoice& camera, const std::string& file)
 {
     if (file == "-")
-        throw CommandError(ExitUsage, "'-' is no file. The description goes to the standard output without --output.");
+        throw CommandError(ExitUsage, "'-' is not a file. Without --output the description goes to standard output.");
     const std::string description = ReadDescription(camera);
     if (file.empty())
     {

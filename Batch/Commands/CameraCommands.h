@@ -11,8 +11,8 @@
 /// Model, serial number, transport and address of every camera.
 void ListCameras(bool json);
 
-/// Category, name, type, access, entries and limits of the features whose name fits \a glob. Of several cameras, all
-/// that at least one of them has, and which ones these are.
+/// Category, name, type, access, entries and limits of the features whose names match \a glob. For several cameras, all
+/// features that any of them has, and which cameras those are.
 void ListFeatures(const std::vector<CameraChoice>& cameras, const std::string& glob, bool json);
 
 /// The camera's own description; to the standard output if \a file is empty.

@@ -8,11 +8,11 @@
 
 /// What the program does with cameras.
 ///
-/// A library of its own, which is loaded for the first command: the camera libraries come with it, and take longer to
-/// load than the program needs to tell its version or its options.
+/// A library of its own, which is loaded for the first command: it brings the camera libraries with it, which take
+/// longer to load than the program needs to print its version or its options.
 struct Commands
 {
-    /// Throws CommandError if the library does not lie beside the executable.
+    /// Throws CommandError if the library is not beside the executable.
     static const Commands& Load();
 
     decltype(&ListCameras) listCameras;

@@ -4,8 +4,8 @@
 #include "Base/CameraChoice.h"
 #include "Base/ExitCodes.h"
 
-/// Prints what is different between two versions of a camera, and what that does to code that uses the class. Nothing
-/// is printed if they are the same, but for an object in JSON. Throws CommandError.
+/// Prints the differences between two versions of a camera, and what they do to code that uses the class. If there are
+/// none, it prints nothing or, in JSON, an object. Throws CommandError.
 /// \return ExitDiffers if anything is different
 ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after, bool json);
 

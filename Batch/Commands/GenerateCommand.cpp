@@ -35,7 +35,7 @@ QString ClassName(BatchWriter& writer, const std::string& cameraName, const QStr
     QString name = writer.GetValidIdentifierName(given);
     if (name != given)
         TellWarning("The class is called '" + name.toStdString() + "', since '" + given.toStdString() +
-                    "' is no C++ identifier.");
+                    "' is not a C++ identifier.");
     return name;
 }
 
@@ -60,7 +60,7 @@ void CheckFileName(const char* what, const QString& name)
         throw CommandError(ExitUsage, std::string("The name of the ") + what + " is empty.");
     if (name.contains(QLatin1Char('/')) || name == QLatin1String(".") || name == QLatin1String(".."))
         throw CommandError(ExitUsage, "'" + name.toStdString() + "' is a path. The " + what +
-                                          " lies in the folder that --output names: give its name only.");
+                                          " goes into the --output folder: give only its name.");
 }
 
 void CheckTemplate(const char* kind, const QString& path)
@@ -105,7 +105,7 @@ void CheckClass(const Task& task, const std::vector<std::string>& contradictions
         return;
     if (!contradictions.empty())
         throw CommandError(ExitNames, "One class cannot serve all of these cameras, so nothing was written. Leave some "
-                                      "out, or use --force: the camera that was given first counts then.");
+                                      "out, or use --force: then the first camera given decides.");
     if (!compiles)
         throw CommandError(ExitNames,
             "The class would not compile, so nothing was written. Change prefixes or suffixes, or use --force.");
@@ -114,8 +114,8 @@ void CheckClass(const Task& task, const std::vector<std::string>& contradictions
 void CheckFeatures(const Task& task, const GenerateOptions& wanted)
 {
     if (task.features.Categories().empty() && !wanted.force)
-        throw CommandError(ExitCamera, "The camera has no features, so nothing was written. To write a class all the "
-                                       "same, use --force.");
+        throw CommandError(ExitCamera, "The camera has no features, so nothing was written. To write a class "
+                                       "anyway, use --force.");
 }
 
 Task TaskFor(const GenerateOptions& wanted)
@@ -222,7 +222,7 @@ void Generate(const GenerateOptions& wanted)
     fs::create_directories(wanted.outputFolder, error);
     if (error)
         throw CommandError(
-            ExitFile, "The folder '" + wanted.outputFolder + "' cannot be made: " + error.message() + ".");
+            ExitFile, "The folder '" + wanted.outputFolder + "' cannot be created: " + error.message() + ".");
     std::vector<FileContent> files = {pair.header, pair.source};
     if (!wanted.depfile.empty())
         files.push_back(Depfile(wanted, task, pair));

@@ -8,23 +8,23 @@
 #include <string>
 #include <vector>
 
-/// What is to be generated, and where to.
+/// What to generate, and where.
 struct GenerateOptions
 {
     std::vector<CameraChoice> cameras; ///< One class for all of them.
     std::string outputFolder;
-    CppOptions given; ///< A null text was not given: it is the window's default then.
+    CppOptions given; ///< A null text was not given: the window's default applies.
     std::string depfile;
-    bool force = false;   ///< Generate also what has no features or will not compile.
-    bool verbose = false; ///< Tell every step.
+    bool force = false;   ///< Generate even what has no features or will not compile.
+    bool verbose = false; ///< Report every step.
 };
 
-/// Generates the class. Nothing is said of it, unless that is asked for.
-/// Throws CommandError; the output folder holds what it held before then.
+/// Generates the class, silently unless asked otherwise.
+/// Throws CommandError; the output folder is unchanged then.
 void Generate(const GenerateOptions& wanted);
 
-/// Prints how the files in the output folder differ from what would be generated. Throws CommandError where that cannot
-/// be told.
+/// Prints how the files in the output folder differ from what would be generated. Throws CommandError if that cannot
+/// be determined.
 /// \param repair the command that makes them the same
 /// \return ExitDiffers if they do
 ExitCode CheckGenerated(const GenerateOptions& wanted, const std::string& repair);

@@ -12,8 +12,8 @@
 namespace
 {
 
-/// The arguments as the parser takes them: without the program, the last one first. What stands behind an equals sign
-/// is an argument of its own, also if that is nothing: the parser would take the next one instead.
+/// The arguments as the parser takes them: without the program, the last one first. What follows an equals sign becomes
+/// an argument of its own, even if it is empty: the parser would take the next one instead.
 std::vector<std::string> LastFirst(const std::vector<std::string>& arguments)
 {
     std::vector<std::string> separated;
@@ -29,7 +29,7 @@ std::vector<std::string> LastFirst(const std::vector<std::string>& arguments)
     return separated;
 }
 
-/// More about a command than its first line says.
+/// Says more about a command than its first line does.
 void AddNote(CLI::App* command, const char* note)
 {
     command->footer(command->get_footer() + "\n\n" + note);
@@ -37,13 +37,14 @@ void AddNote(CLI::App* command, const char* note)
 
 } // namespace
 
-CommandLine::CommandLine() : m_program("Generates C++ classes for the cameras of the Kolta SDK", "kolta-classgen")
+CommandLine::CommandLine() : m_program("Generate C++ classes for the cameras of the Kolta SDK", "kolta-classgen")
 {
     m_program.require_subcommand(1);
-    m_program.set_version_flag("--version", KOLTA_VERSION, "Print the version and end");
+    m_program.set_help_flag("-h,--help", "Print help and exit");
+    m_program.set_version_flag("--version", KOLTA_VERSION, "Print the version and exit");
     m_program.footer("Exit codes: 0 done, 1 differs or has mistakes, 2 wrong usage, 3 camera or description not\n"
-                     "usable, 4 file error, 5 the class would not compile or not serve all cameras.\n"
-                     "'kolta-classgen COMMAND --help' tells more.");
+                     "usable, 4 file error, 5 the class would not compile or would not fit all cameras.\n"
+                     "'kolta-classgen COMMAND --help' explains a command.");
     AddLookups();
     AddGenerate();
     AddCheck();
@@ -74,10 +75,10 @@ ExitCode CommandLine::Exit(const CLI::ParseError& error) const
     const std::vector<std::string> unknown = m_program.remaining(true);
     std::string text = error.what();
     if (command.empty())
-        text = unknown.empty() ? "Which command?" : "There is no command '" + unknown.front() + "'.";
+        text = unknown.empty() ? "No command given." : "There is no command '" + unknown.front() + "'.";
     else if (!unknown.empty())
         text = "There is no " + std::string(unknown.front()[0] == '-' ? "option" : "argument") + " '" +
-               unknown.front() + "' here.";
+               unknown.front() + "'.";
     else
         text += ".";
     throw CommandError(ExitUsage, text + " See 'kolta-classgen " +
@@ -103,7 +104,7 @@ CLI::Option* CommandLine::AddCamera(
             },
             what)
         ->type_name(type)
-        ->trigger_on_parse(); // The cameras stand in the order of the arguments, whatever option they came with.
+        ->trigger_on_parse(); // The cameras keep the order of the arguments, whichever option they came with.
 }
 
 void CommandLine::AddCameras(CLI::App* command)
@@ -111,7 +112,7 @@ void CommandLine::AddCameras(CLI::App* command)
     CLI::Option_group* cameras = command->add_option_group("Camera", "Which cameras");
     AddCamera(cameras, "--camera", &CameraChoice::serialNumber, "Serial number of a camera; can be repeated", "SERIAL");
     AddCamera(cameras, "--xml", &CameraChoice::descriptionFile,
-        "Description of a camera that is not there; can be repeated; - is the standard input", "FILE");
+        "Description file, for a camera that is not connected; can be repeated; - is the standard input", "FILE");
     cameras->require_option();
 }
 
@@ -124,7 +125,7 @@ void CommandLine::AddText(
             [this, option, text](const std::string& given)
             {
                 m_options.given.*text = QString::fromStdString(given);
-                // Other names would be made from it than the user meant.
+                // The names made from it would not be what the user meant.
                 if ((m_options.given.*text).toStdString() != given)
                     throw CommandError(ExitUsage, std::string("The value of ") + option + " is not UTF-8.");
             },
@@ -135,37 +136,40 @@ void CommandLine::AddText(
 void CommandLine::AddGeneration(CLI::App* command)
 {
     AddCameras(command);
-    command->add_option("--output", m_options.outputFolder, "Folder of the two files")->required()->type_name("DIR");
-    AddText(command, "--class", &CppOptions::className, "Name of the class; the camera's name if not given");
-    AddText(command, "--header", &CppOptions::headerFileName, "Name of the header; the class's if not given");
-    AddText(command, "--source", &CppOptions::sourceFileName, "Name of the source; the class's if not given");
+    command->add_option("--output", m_options.outputFolder, "Folder for the two files")->required()->type_name("DIR");
+    AddText(command, "--class", &CppOptions::className, "Name of the class (default: made from the camera's name)");
+    AddText(
+        command, "--header", &CppOptions::headerFileName, "Name of the header (default: made from the class's name)");
+    AddText(
+        command, "--source", &CppOptions::sourceFileName, "Name of the source (default: made from the class's name)");
     AddText(command, "--header-template", &CppOptions::headerTemplate, "Template of the header", "FILE");
     AddText(command, "--source-template", &CppOptions::sourceTemplate, "Template of the source", "FILE");
-    AddText(command, "--getter-prefix", &CppOptions::getterPrefix, "Before the name in a getter; Get if not given");
-    AddText(command, "--getter-suffix", &CppOptions::getterSuffix, "After the name in a getter");
-    AddText(command, "--setter-prefix", &CppOptions::setterPrefix, "Before the name in a setter; Set if not given");
-    AddText(command, "--setter-suffix", &CppOptions::setterSuffix, "After the name in a setter");
+    AddText(command, "--getter-prefix", &CppOptions::getterPrefix, "Text before the name in a getter (default: Get)");
+    AddText(command, "--getter-suffix", &CppOptions::getterSuffix, "Text after the name in a getter");
+    AddText(command, "--setter-prefix", &CppOptions::setterPrefix, "Text before the name in a setter (default: Set)");
+    AddText(command, "--setter-suffix", &CppOptions::setterSuffix, "Text after the name in a setter");
     command->add_flag("--force", m_options.force,
-        "Accept also a class without features, or one that will not compile or not serve all cameras");
+        "Accept the class even if it has no features, does not compile or does not fit all cameras");
 }
 
 void CommandLine::AddGenerate()
 {
-    CLI::App* generate = Add("generate", "Generate the class of a camera, or one class for several cameras",
+    CLI::App* generate = Add("generate", "Generate a class for a camera, or one class for several cameras",
         "generate --xml Camera.xml --output generated --class Camera");
     AddNote(generate,
-        "The class for several cameras has every feature that one of them has, a setter if one of them writes\n"
-        "it, and the entries of all. It is named after the first one.");
+        "A class for several cameras has every feature that any of them has, with a setter if any of them can\n"
+        "write it, and the entries of all. It is named after the first camera.");
     AddGeneration(generate);
-    generate->add_flag("--verbose", m_options.verbose, "Tell every step");
-    generate->add_option("--depfile", m_options.depfile, "Write what the files depend on, for make")->type_name("FILE");
+    generate->add_flag("--verbose", m_options.verbose, "Report every step");
+    generate->add_option("--depfile", m_options.depfile, "Write a dependency file for make")->type_name("FILE");
     generate->callback([this] { Commands::Load().generate(m_options); });
 }
 
 void CommandLine::AddCheck()
 {
-    CLI::App* check = Add("check", "Tell whether the generated files are up to date; write nothing",
+    CLI::App* check = Add("check", "Check whether the generated files are up to date; write nothing",
         "check --xml Camera.xml --output generated --class Camera");
+    AddNote(check, "Exits with 1 if the files are not up to date, and prints the differences.");
     AddGeneration(check);
     check->callback([this] { m_result = Commands::Load().checkGenerated(m_options, RepairCommand()); });
 }
@@ -179,21 +183,21 @@ void CommandLine::AddLookups()
     CLI::App* features =
         Add("features", "List the features of a camera: category, name, type, access, entries or limits",
             "features --camera Sim1-Mono --match 'Exposure*'");
-    AddNote(features, "Of several cameras, the last column names those that have the feature.");
+    AddNote(features, "With several cameras, the last column names those that have the feature.");
     AddCameras(features);
-    features->add_option("--match", m_glob, "Only features whose name fits")->type_name("GLOB");
+    features->add_option("--match", m_glob, "Only features whose names match")->type_name("GLOB");
     features->add_flag("--json", m_json, "Print JSON");
     features->callback([this] { Commands::Load().listFeatures(m_options.cameras, m_glob, m_json); });
 
-    CLI::App* dump = Add("dump-xml", "Store the description of a camera, to generate from later",
+    CLI::App* dump = Add("dump-xml", "Save the description of a camera, to generate from later",
         "dump-xml --camera Sim1-Mono --output Camera.xml");
-    AddCamera(dump, "--camera", &CameraChoice::serialNumber, "Its serial number", "SERIAL")->required();
-    dump->add_option("--output", m_file, "Where to; the terminal if not given")->type_name("FILE");
+    AddCamera(dump, "--camera", &CameraChoice::serialNumber, "Serial number of the camera", "SERIAL")->required();
+    dump->add_option("--output", m_file, "Output file (default: standard output)")->type_name("FILE");
     dump->callback(
         [this]
         {
             if (m_options.cameras.size() > 1)
-                throw CommandError(ExitUsage, "A file holds the description of one camera. Name only one.");
+                throw CommandError(ExitUsage, "A file holds the description of one camera. Give only one.");
             Commands::Load().dumpDescription(m_options.cameras.front(), m_file);
         });
 }
@@ -201,13 +205,15 @@ void CommandLine::AddLookups()
 void CommandLine::AddComparisons()
 {
     CLI::App* diff =
-        Add("diff", "Tell what an update of a camera changes, and what that does to code that uses the class",
+        Add("diff", "Show what an update of a camera changes, and what that does to code that uses the class",
             "diff Old.xml New.xml");
     AddNote(diff,
-        "A change is breaking if such code may not compile any more, fail, or mean something else: what is gone,\n"
-        "another type or value, less access, a narrower range, another unit. All others are compatible.");
-    diff->add_option("OLD", m_before, "Serial number or description file")->required()->type_name("");
-    diff->add_option("NEW", m_after, "Serial number or description file")->required()->type_name("");
+        "A change is breaking if such code may no longer compile, may fail, or may mean something else: a feature or\n"
+        "an entry is removed, or has another type, value or unit, less access or a narrower range. All others are\n"
+        "compatible. Exits with 1 if anything has changed, with 3 if a camera or a description cannot be used.");
+    const char* const what = "Serial number or description file; - is the standard input";
+    diff->add_option("OLD", m_before, what)->required()->type_name("");
+    diff->add_option("NEW", m_after, what)->required()->type_name("");
     diff->add_flag("--json", m_json, "Print JSON");
     diff->callback(
         [this]
@@ -219,8 +225,8 @@ void CommandLine::AddComparisons()
 
 void CommandLine::AddValidate()
 {
-    CLI::App* validate =
-        Add("validate", "Tell what is wrong with descriptions that can be used all the same", "validate Camera.xml");
+    CLI::App* validate = Add("validate", "Report mistakes in usable descriptions", "validate Camera.xml");
+    AddNote(validate, "Exits with 1 if there are mistakes, with 3 if a camera or a description cannot be used.");
     validate->add_option("FILE", m_cameras, "Description files or serial numbers of cameras; - is the standard input")
         ->required()
         ->type_name("");

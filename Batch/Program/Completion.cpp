@@ -23,7 +23,7 @@ Value ValueOf(const CLI::Option* option)
     return type == "FILE" ? AFile : type == "DIR" ? AFolder : AnyText;
 }
 
-/// Long names of the options of a command that are followed by such a value, with blanks between them.
+/// Long names of the options of a command that are followed by such a value, with spaces between them.
 std::string OptionsWith(const CLI::App& command, const std::vector<Value>& values)
 {
     std::string names;
@@ -47,7 +47,7 @@ std::string BashCompletion(const CLI::App& program)
                  OptionsWith(*command, {NoValue, AnyText, AFile, AFolder}) + "--help' texts='" +
                  OptionsWith(*command, {AnyText}) + "' folders='" + OptionsWith(*command, {AFolder}) + "' ;;\n";
     }
-    // One word per line, so that blanks in names stay in them.
+    // One word per line, so that names may contain spaces.
     return "_kolta_classgen()\n{\n"
            "    local current=${COMP_WORDS[COMP_CWORD]} before=${COMP_WORDS[COMP_CWORD-1]} words= texts= folders=\n"
            "    local IFS=$'\\n'\n"

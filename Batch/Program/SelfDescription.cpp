@@ -24,10 +24,10 @@ bool IsShown(const CLI::App* command)
     return !command->get_group().empty() && !command->get_name().empty();
 }
 
-std::string ManualOptions(const CLI::App& command)
+std::string ManualOptions(const std::vector<const CLI::Option*>& options)
 {
     std::string text;
-    for (const CLI::Option* option : OptionsOf(command))
+    for (const CLI::Option* option : options)
     {
         const std::string type = option->get_items_expected_max() > 0 ? option->get_type_name() : std::string();
         text += ".TP\n.B " + Escaped(option->get_name(true, true)) + (type.empty() ? "" : " " + type) + "\n" +
@@ -61,18 +61,21 @@ std::vector<const CLI::Option*> OptionsOf(const CLI::App& command)
 
 std::string ManualPage(const CLI::App& program)
 {
-    std::string page = ".TH KOLTA\\-CLASSGEN 1\n.SH NAME\nkolta\\-classgen \\- " + Escaped(program.get_description()) +
-                       "\n.SH SYNOPSIS\n.B kolta\\-classgen\n.I command\n[options]\n.SH COMMANDS\n";
+    std::string page = ".TH KOLTA\\-CLASSGEN 1 \"\" \"kolta\\-classgen " + Escaped(program.version()) +
+                       "\" \"User Commands\"\n.SH NAME\nkolta\\-classgen \\- " + Escaped(program.get_description()) +
+                       "\n.SH SYNOPSIS\n.B kolta\\-classgen\n.I command\n[options]\n.SH OPTIONS\n" +
+                       ManualOptions({program.get_help_ptr(), program.get_version_ptr()}) + ".SH COMMANDS\n";
     for (const CLI::App* command : CommandsOf(program))
         page += ".SS " + Escaped(command->get_name()) + "\n" + Escaped(command->get_description()) + ".\n.PP\n" +
-                Escaped(command->get_footer()) + "\n" + ManualOptions(*command);
+                Escaped(command->get_footer()) + "\n" + ManualOptions(OptionsOf(*command));
     return page +
-           ".SH ENVIRONMENT\n.TP\n.B KOLTA_TRANSPORTS\nWhich cameras to look for: any of simulated,gige,usb3.\n"
-           ".TP\n.B KOLTA_CAMERA_PATH\nFiles and folders with descriptions of cameras to simulate.\n"
-           ".SH FILES\nHeader and source are replaced one after the other, as quickly as two files can be. If the "
-           "program "
-           "is killed\nbetween the two, the new header lies beside the old source: generate again. The next run also "
-           "removes\nwhat was left behind, \\&.FILE.kolta\\-classgen\\-PROCESS.\n"
+           ".SH ENVIRONMENT\n.TP\n.B KOLTA_TRANSPORTS\nAny of simulated, gige and usb3, separated by commas: where "
+           "cameras are looked for.\nAll of them if it is not set or empty.\n"
+           ".TP\n.B KOLTA_CAMERA_PATH\nFiles and folders, separated by colons, with descriptions (.xml or .zip) of "
+           "cameras to simulate,\nin addition to those that come with the library.\n"
+           ".SH FILES\nHeader and source are replaced one right after the other. If the program is killed in between, "
+           "the header\nis new and the source still old: generate again. That also removes files that were left "
+           "behind,\nnamed \\&.FILE.kolta\\-classgen\\-PROCESS.\n"
            ".SH EXIT STATUS\n" +
-           Escaped(program.get_footer()) + "\n";
+           Escaped(program.get_footer()) + "\n.SH SEE ALSO\n.BR KoltaClassGenerator (1)\n";
 }

@@ -12,7 +12,7 @@ std::string ManualPage(const CLI::App& program);
 /// The commands that are shown to users.
 std::vector<const CLI::App*> CommandsOf(const CLI::App& program);
 
-/// The options of a command but for its help, also those in groups.
+/// The options of a command except for its help, including those in groups.
 std::vector<const CLI::Option*> OptionsOf(const CLI::App& command);
 
 #endif

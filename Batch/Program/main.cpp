@@ -15,8 +15,8 @@
 namespace
 {
 
-/// A closed descriptor would go to the next file that is opened, which would then get the messages. Occupied like this,
-/// writing to it fails.
+/// The next file that is opened would take over a closed descriptor, and the messages would go into that file. Once
+/// occupied like this, writing to the descriptor fails.
 void OccupyStandardDescriptors()
 {
     for (int descriptor : {0, 1, 2})
@@ -42,7 +42,7 @@ ExitCode Run(CommandLine& commandLine, int argc, char* argv[])
     }
 }
 
-/// Nobody must take half of an output for the whole.
+/// Nobody must mistake half of the output for all of it.
 ExitCode CheckOutput(ExitCode code)
 {
     errno = 0;
@@ -50,7 +50,7 @@ ExitCode CheckOutput(ExitCode code)
     std::fflush(stdout);
     if (std::cout && std::ferror(stdout) == 0)
         return code;
-    if (errno == 0) // It failed before. Another try tells the reason.
+    if (errno == 0) // It failed before. Another try gives the reason.
     {
         std::clearerr(stdout);
         std::fputc('\n', stdout);

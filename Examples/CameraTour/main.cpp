@@ -1,4 +1,4 @@
-// A walk through two cameras with their generated classes: the first that the SDK finds and, if there is one, the next.
+// A tour of two cameras with their generated classes: the first one that the SDK finds and the next one, if any.
 
 #include "KoltaColorCamera.h"
 #include "KoltaMonoCamera.h"
@@ -13,7 +13,7 @@
 
 using namespace OPX::KltAPI;
 
-/// Cameras in a network take a second or two to be found.
+/// Cameras in a network and on USB take a second or two to appear.
 static std::vector<CameraPtr> AllCameras()
 {
     unsigned int count = 0;
@@ -26,7 +26,7 @@ static std::vector<CameraPtr> AllCameras()
     return cameras;
 }
 
-/// The name that an enumeration feature has for one of its values.
+/// The name of one of an enumeration feature's values.
 static std::string EntryName(const FeaturePtr& feature, KltInt64_t value)
 {
     unsigned int count = 0;
@@ -80,7 +80,7 @@ static bool Tour(KoltaColorCamera camera)
     return true;
 }
 
-/// Takes the tour of a class through a camera.
+/// Opens a camera and takes the tour for its class.
 template <class Class>
 static bool Visit(const CameraPtr& camera)
 {

@@ -1,4 +1,4 @@
-// Whatever stands in a description, it is refused or read: nothing crashes, hangs or eats the memory.
+// Whatever a description contains, it is refused or read: nothing crashes, hangs or eats up the memory.
 
 #include "Description/CheckedDescription.h"
 #include "Session/FormulaNodes.h"
@@ -19,7 +19,7 @@ void IgnoreLog(const gchar*, GLogLevelFlags, const gchar*, gpointer)
 {
 }
 
-/// Reads the feature, and writes what was read and what lies at the ends of the type.
+/// Reads the feature, and writes what was read and the limits of the type.
 template <class Value>
 void Use(const FeaturePtr& feature, std::initializer_list<Value> others)
 {
@@ -53,7 +53,7 @@ void UseEntries(const FeaturePtr& feature)
     }
 }
 
-/// What is written to one feature changes what the next one meets: all of them twice.
+/// What is written to one feature changes what the next one finds: all of them twice.
 void UseAll(const FeaturePtrVector& features)
 {
     for (int round = 0; round < 2; ++round)

@@ -1,4 +1,4 @@
-// Against cameras in the network. To be run in a network of its own, see in-own-network.
+// With cameras in the network. To be run in a network namespace of its own, see in-own-network.
 
 #include "PlayedCamera.h"
 #include "SdkFixture.h"
@@ -37,7 +37,7 @@ std::string Hex(std::size_t number)
     return hex.str();
 }
 
-/// What the call returns, which it has to do within the limit.
+/// What the call returns. It has to return within the limit.
 template <class SdkCall>
 KltErrorType Timed(SdkCall call, milliseconds limit)
 {
@@ -94,7 +94,7 @@ protected:
         return *m_plugged.back();
     }
 
-    /// Of 10,000 features, for each of which the camera is asked.
+    /// With 10,000 features, for each of which the camera is asked.
     static std::string LargeDescription()
     {
         std::vector<std::string> names;
@@ -141,7 +141,7 @@ TEST_F(GigE, CamerasComeAndGoWithOneNoticeEach)
     for (const CameraPtr& camera : Cameras())
         EXPECT_EQ(camera->Open(1) + camera->Close(), 0);
 
-    // For the camera, whoever has another socket is another program.
+    // To the camera, another socket is another program.
     m_camera = Find("First");
     ArvDevice* other = arv_open_device("Aravis-Fake-First", nullptr);
     ASSERT_NE(other, nullptr);
@@ -164,7 +164,7 @@ TEST_F(GigE, CamerasComeAndGoWithOneNoticeEach)
     EXPECT_EQ(Timed([&] { return dying->Close(); }, seconds(1)), 0);
     EXPECT_TRUE(WaitFor([&] { return went == 1; }, seconds(6)));
     EXPECT_EQ(Cameras().size(), 1u);
-    // Meanwhile the list is looked through twice, and nothing changes.
+    // Meanwhile two scans run, and nothing changes.
     EXPECT_EQ(Timed([&] { return dying->Open(1); }, seconds(5)), KltErrorNotFound);
     EXPECT_EQ(came, 2);
     EXPECT_EQ(went, 1);
@@ -279,7 +279,7 @@ TEST_F(GigE, ConnectionsAreKeptAliveAndLeaveNothingBehind)
     }
     EXPECT_EQ(descriptors(), before);
 
-    // A camera drops who is not heard of for three seconds.
+    // A camera drops a controller that it has not heard from for three seconds.
     ASSERT_EQ(m_camera->Open(1), 0);
     const int questions = played.Questions();
     EXPECT_TRUE(WaitFor([&] { return played.Questions() > questions + 1; }, seconds(2)));

@@ -10,15 +10,15 @@
 
 #include <netinet/in.h>
 
-/// A GigE Vision camera that plays whatever role a test has for it.
+/// A GigE Vision camera that plays any role a test gives it.
 class PlayedCamera
 {
 public:
     enum class Manner
     {
         Answers,
-        KeepsSilent,      ///< Is found, and that is all.
-        AsksForPatience,  ///< For a minute, and again.
+        KeepsSilent,      ///< Is found, but answers nothing else.
+        AsksForPatience,  ///< For a minute, again and again.
         AnswersHalf,      ///< The second half of every answer is missing.
         LosesEverySecond, ///< Of its answers.
         IsSlow,
@@ -56,7 +56,7 @@ private:
 
     const std::string m_address;
     const std::string m_serialNumber;
-    std::vector<int> m_sockets; ///< Its own, and those for calls to everybody.
+    std::vector<int> m_sockets; ///< Its own, and those for broadcasts.
     std::mutex m_mutex;
     Bytes m_memory;
     Manner m_manner = Manner::Answers;

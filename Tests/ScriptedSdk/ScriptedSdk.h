@@ -38,7 +38,7 @@ struct CameraData
     std::vector<FeatureData> features;
 };
 
-/// Which of the two calls of a read fails; operations of one call have a first one only.
+/// Which of the two calls of a read fails; operations with one call have only a first one.
 enum Which
 {
     First = 1,
@@ -54,10 +54,10 @@ struct Script
     /// camera or feature of this name: "Feature::GetName@Width".
     std::map<std::pair<std::string, Which>, KltErrorType> faults;
 
-    /// Counts that the first call of a list read tells instead of the true one, by the name of the call.
+    /// Counts that the first call of a list read returns instead of the true one, by the name of the call.
     std::map<std::string, unsigned int> counts;
 
-    /// What else happens while a call works, by the name of the call: slow ones let time pass in it.
+    /// What else happens during a call, by the name of the call: slow ones let time pass in it.
     std::map<std::string, std::function<void()>> meanwhile;
 
     /// How often each operation was called, both calls of a read together.

@@ -20,7 +20,7 @@ public:
 class CameraLists : public SdkTest
 {
 protected:
-    /// Tells of a scan that found cameras with these letters: "+" for one that came, "-" for one that went.
+    /// Reports a scan that found cameras with these letters: "+" for one that came, "-" for one that went.
     std::string Tell(const Transport& transport, const std::string& found)
     {
         std::vector<CameraRecord> records;

@@ -103,7 +103,7 @@ protected:
         return OPX::KltAPI::CameraPtr();
     }
 
-    /// Starts the SDK and opens a camera. A test without it is over.
+    /// Starts the SDK and opens a camera. Without it the test ends.
     void Open(const std::string& serialNumber)
     {
         EXPECT_EQ(System().Startup(), 0);
@@ -120,7 +120,7 @@ protected:
         return code == 0 ? feature : throw std::runtime_error(name + ": code " + std::to_string(code));
     }
 
-    /// The value of a feature as a text, or the code that reading gives.
+    /// The value of a feature as text, or the code that reading it gives.
     std::string Get(const std::string& name)
     {
         const OPX::KltAPI::FeaturePtr feature = Feature(name);
@@ -168,7 +168,7 @@ protected:
         return feature->SetValue(KltInt64_t(std::stoll(value)));
     }
 
-    /// Does what stands in each row, "Name: expected value" or "Name = value: expected code".
+    /// Does what each row says, "Name: expected value" or "Name = value: expected code".
     void Expect(const std::vector<const char*>& rows)
     {
         for (const std::string row : rows)

@@ -164,7 +164,7 @@ TEST_F(Simulated, FilesThatAreBeingCopiedAreNotBroken)
 
 TEST_F(Simulated, AFileThatDoesNotAnswerHoldsUpNobody)
 {
-    // Who opens a file that another one has a lease of waits until that one gives it back.
+    // Whoever opens a file that somebody else has leased waits until the lease is given back.
     signal(SIGIO, SIG_IGN);
     Write("Busy.xml", Description({}, ""));
     const int file = open((m_folder / "Busy.xml").c_str(), O_RDWR);
@@ -205,7 +205,7 @@ TEST_F(Simulated, FeaturesMayLimitEachOther)
         EXPECT_EQ(features[i]->GetValue(value), 0) << Text(*features[i], &Feature::GetName);
         features[i]->SetValue(value);
     }
-    // Of absurd and of no length.
+    // Of unreasonable length and of none.
     for (const auto& row : {std::make_pair("Text", KltErrorResources), std::make_pair("None", KltErrorInvalidValue)})
     {
         std::string text;
@@ -246,7 +246,7 @@ TEST_F(Simulated, CamerasAreMadeFromAnyFileWithoutTheSystem)
     KltInt64_t value = 0;
     EXPECT_TRUE(Feature("I")->GetValue(value) == 0 && value == 14);
     EXPECT_EQ(m_camera->Close(), 0);
-    // Another content is another camera, also one of the same size, and the camera of before is gone.
+    // Different content is another camera, even if the size is the same, and the earlier camera is gone.
     const CameraPtr before = m_camera;
     Write("a\tb: c%s.xml", std::string(std::filesystem::file_size(path), '-'));
     EXPECT_EQ(before->Open(1), KltErrorNotFound);
@@ -301,7 +301,7 @@ TEST_F(Simulated, MemoryKeepsWhatIsWritten)
     KltInt64_t value = 0;
     EXPECT_TRUE(Feature("Memory")->GetValue(value) == 0 && value == 0xFFFFFFFF);
     EXPECT_EQ(Feature("C")->RunCommand(), 0);
-    // It crosses the end of a page; the others lie on the next one.
+    // It crosses the end of a page; the others are on the next one.
     Expect({"Memory: 77", "R: 0 77 255 255 "});
     EXPECT_EQ(Feature("E")->SetValue(4294967296), 0);
     EXPECT_TRUE(Feature("E")->GetValue(value) == 0 && value == 4294967296);

@@ -82,7 +82,7 @@ TEST_F(Threads, ListOpenReadAndShutDownAtTheSameTime)
         thread.join();
 }
 
-/// The program has to end all the same, also in the middle of a scan.
+/// The program still has to end, even in the middle of a scan.
 TEST_F(Threads, EndWithAProgramThatForgetsToShutDown)
 {
     for (int i = 0; i < 300; ++i)

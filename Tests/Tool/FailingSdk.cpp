@@ -39,7 +39,7 @@ void PressExit(QMessageBox& box)
     box.buttons().first()->click();
 }
 
-/// As the application object does when the desktop tells it. Nobody looks at the manager.
+/// As the application object does when the desktop asks it to. Nobody looks at the manager.
 void EndSession()
 {
     QObject manager;

@@ -1,5 +1,5 @@
 // Everything that can fail around the window, one fault at a time: what the user sees then, and that the next action
-// works. The stored text tells the undisturbed story, and of every fault what is different.
+// works. The stored text has the messages without a fault, and for every fault what is different.
 
 #include "Stored.h"
 #include "TestData.h"
@@ -51,7 +51,7 @@ private:
     QString Seen()
     {
         QString said = m_driver.Said().join("\n    ").replace(m_folder->path(), "");
-        // What the system says of its errors is its own.
+        // The system's texts for its errors vary.
         said.replace(QRegularExpression("Error '[^']*'"), "Error '...'");
         return "\n    " + said + "\n    " + m_driver.Text("m_editClassName") + "; " +
                (m_driver.Run()->isEnabled() ? "Run" : "no Run") + "; " + m_driver.Rows();
@@ -69,7 +69,7 @@ private:
         return Seen();
     }
 
-    /// The camera that is selected at first is not the one that is in trouble. Overwriting is allowed.
+    /// The camera that is selected at first is not the one in trouble. Overwriting is allowed.
     Story Tell(const Action& beforeSelecting, const Action& beforeRunning)
     {
         ScriptedSdk::Reset();
@@ -151,7 +151,7 @@ private slots:
         QVERIFY2(difference.isEmpty(), difference.constData());
     }
 
-    /// Between the moment when Run could be pressed and the moment when it is.
+    /// Between the moment when Run can be pressed and the moment when it is.
     void OfFiles()
     {
         const QString header = Path("t.h");
@@ -195,7 +195,7 @@ private slots:
         QVERIFY2(difference.isEmpty(), difference.constData());
     }
 
-    /// Run keeps its state, even where it would have lost it otherwise.
+    /// Run keeps its state, even where it would otherwise have lost it.
     void OfACameraThatIsSelectedMeanwhile()
     {
         for (const char* call : {"Camera::Open", "FeatureContainer::GetFeatures"})

@@ -1,4 +1,4 @@
-// Random catalogues, options and templates, and what must hold whatever they are. KOLTA_SEED chooses others, and
+// Random catalogues, options and templates, and what must always hold. KOLTA_SEED chooses others, and
 // KOLTA_ROUNDS how many.
 
 #include "Classes/NameCheck.h"
@@ -75,7 +75,7 @@ private:
         return name;
     }
 
-    /// Names that are easily in each other's way.
+    /// Names that collide easily.
     QString NarrowName()
     {
         static const char* const Names[] = {"A", "AEnum", "_A", "_AEnum", "A_B", "B", "GetA", "GetAFeature", "AFeature",
@@ -88,7 +88,7 @@ private:
 
     ScriptedSdk::FeatureData RandomFeature(bool valid)
     {
-        // A line break in a category would begin a line of its own; no SDK delivers one.
+        // A line break in a category would begin a new line; no SDK delivers one.
         static const char* const Categories[] = {"", "/A", "/B", "/B/C", "/\xc3\x96 %1", "C"};
         ScriptedSdk::FeatureData feature =
             MakeFeature(Name(), static_cast<KltFeatureDataType>(valid ? 1 + Below(7) : Below(11)),
@@ -108,7 +108,7 @@ private:
         return features;
     }
 
-    /// Every block between two lines of its own, so that it is found again, behind something of random length.
+    /// Every block between two marker lines, so that it can be found again, after something of random length.
     QString RandomTemplate(int (&columns)[4])
     {
         static const char* const Lead[] = {"", "    ", "\t", " \xf0\x9f\x93\xb7 ", "x", "//\xc3\x84"};
@@ -223,7 +223,7 @@ private slots:
         }
     }
 
-    /// Small classes full of names that are in each other's way; all that the check lets pass go into one file.
+    /// Small classes full of colliding names; all that pass the check go into one file.
     void WhatTheCheckOfNamesLetsPassCompiles()
     {
         const QTemporaryDir folder;

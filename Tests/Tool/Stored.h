@@ -6,8 +6,8 @@
 #include <QProcess>
 #include <QString>
 
-/// Compares a text with the one that is stored under this name. What the test wrote lies in the build folder, from
-/// where Tests/refresh takes it.
+/// Compares a text with the one that is stored under this name. What the test wrote is in the build folder, from where
+/// Tests/refresh takes it.
 /// \return the difference, empty if there is none
 inline QByteArray DifferenceFromStored(const QString& name, const QString& text)
 {

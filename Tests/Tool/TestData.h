@@ -11,7 +11,7 @@
 #include <QTextStream>
 #include <QVariant>
 
-/// Short ways to describe cameras, and to see what was said.
+/// Short ways to describe cameras, and to see the messages.
 namespace TestData
 {
 
@@ -45,7 +45,7 @@ public:
     CppOptions Options() const override { return options; }
     void Report(const QString& message) override { said.append(message); }
 
-    /// What a template stands for; only the messages about it are kept.
+    /// What becomes of a template; only the messages about it are kept.
     QString Expand(QString text, const FeatureInfos& features)
     {
         said.clear();
@@ -66,7 +66,7 @@ class Messages
 public:
     explicit Messages(ClassGeneratorBase& generator) : m_spy(&generator, SIGNAL(LogMessage(QString))) {}
 
-    /// What was said since the last call.
+    /// The messages since the last call.
     QStringList Take()
     {
         QStringList messages;

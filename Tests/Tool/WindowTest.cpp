@@ -25,7 +25,7 @@ using ScriptedSdk::TheScript;
 namespace
 {
 
-/// What lies where in a grid or a form.
+/// What is where in a grid or a form.
 QString Cells(const QLayout& layout)
 {
     const QGridLayout* grid = qobject_cast<const QGridLayout*>(&layout);
@@ -48,7 +48,7 @@ QString Cells(const QLayout& layout)
     return text;
 }
 
-/// The object and what is set in it, as far as no style and no version of Qt has a say in it.
+/// The object and its settings, as far as they do not depend on the style or the version of Qt.
 QString Described(const QObject& object)
 {
     static const char* const Properties[] = {"windowTitle", "title", "text", "shortcut", "toolTip", "accessibleName",
@@ -83,7 +83,7 @@ QString Described(const QObject& object)
     return text;
 }
 
-/// Everything with a name of ours below an object.
+/// Everything below an object that has a name of ours.
 QString Tree(const QObject& object, int depth)
 {
     QString text = QString(2 * depth, ' ') + Described(object) + '\n';
@@ -105,7 +105,7 @@ private:
     /// Presses a key wherever the focus is.
     static void Press(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
 
-    /// Goes on with Tab until a widget of this name has the focus.
+    /// Presses Tab until a widget of this name has the focus.
     static void TabTo(const char* name)
     {
         for (int i = 0; i < 40 && QApplication::focusWidget()->objectName() != QLatin1String(name); ++i)
@@ -113,7 +113,7 @@ private:
         QCOMPARE(QApplication::focusWidget()->objectName(), QString(name));
     }
 
-    /// Presses a key in the window and tells what the box shows that it opens.
+    /// Presses a key in the window and returns what the box that it opens shows.
     QString PressAndLook(Qt::KeyboardModifiers modifiers)
     {
         QString seen;
@@ -129,7 +129,7 @@ private:
         return seen;
     }
 
-    /// A click on Refresh and a press of Down, which reach the window when the event loop turns again.
+    /// A click on Refresh and a press of Down, which reach the window when the event loop runs again.
     void PressSoon()
     {
         QWindow* window = Window()->windowHandle();
@@ -234,7 +234,7 @@ private slots:
         QCOMPARE(Run()->toolTip(), QString("Select a camera."));
         List()->setCurrentRow(0);
         QVERIFY(Run()->isEnabled() && Run()->toolTip().isEmpty());
-        // What is looked at first is spoiled last.
+        // What is checked first is spoiled last.
         const struct
         {
             QLineEdit* edit;
@@ -288,7 +288,7 @@ private slots:
         QTest::mouseClick(Refresh(), Qt::LeftButton);
         QCOMPARE(Said(), QStringList("0 cameras found."));
 
-        // Reading the same camera again changes no option, and allows a run all the same.
+        // Reading the same camera again changes no option, and still allows a run.
         init();
         Destination()->setText(m_folder->path());
         for (int i = 0; i < 2; ++i)
@@ -343,7 +343,7 @@ private slots:
         QCOMPARE(Said().filter("cameras found").size(), 1);
         QCOMPARE(TheScript().sessions, std::vector<std::string>({"Open Cam", "Close Cam"}));
 
-        // Afterwards, presses count again, also after a failure that nobody foresaw.
+        // Afterwards presses count again, even after a failure that nobody foresaw.
         TheScript().meanwhile = {{"Camera::Open", [] { throw std::bad_alloc(); }}};
         QVERIFY_EXCEPTION_THROWN(List()->setCurrentRow(1), std::bad_alloc);
         QVERIFY(!Waits());
@@ -354,7 +354,7 @@ private slots:
         QCOMPARE(Said().filter("cameras found").size(), 1);
     }
 
-    /// For people who hear the window, or have no mouse.
+    /// For people who use a screen reader, or have no mouse.
     void EveryControlHasANameARoleAndAPlaceInTheTabOrder()
     {
         Open();
@@ -473,7 +473,7 @@ private slots:
             program.setEnvironment(QProcess::systemEnvironment() << end.first << "XDG_CONFIG_HOME=" + m_folder->path());
             program.start(SCRIPTED_TOOL, QStringList());
             program.setReadChannel(QProcess::StandardError);
-            // Until the window is made.
+            // Until the window is created.
             while (end.second != 0 && !program.readAllStandardError().contains("Options"))
                 QVERIFY(program.waitForReadyRead());
             if (end.second != 0)

@@ -27,18 +27,19 @@ public:
     /// All features, in the order of the camera's description.
     ///
     /// The first call after `Camera::Open`, of this or of `GetFeatureByName`, finds out which features the camera has,
-    /// and asks the camera for that: it may take up to ten seconds. Calls after it answer at once.
-    /// \param features room for \a count handles. With a null pointer, which is also what `data()` of an empty vector
-    ///     is, the call only stores how many there are.
+    /// and asks the camera for that: it may take up to ten seconds. Later calls do not ask the camera, but still wait
+    /// for the calls of other threads.
+    /// \param features room for \a count handles. With a null pointer, as from `data()` of an empty vector, the call
+    ///     only stores how many there are.
     /// \param count the length of \a features; afterwards the number of features
     /// \return `KltErrorDeviceNotOpen` for a closed camera, `KltErrorMoreData` when \a count is too small,
-    ///     `KltErrorTimeout` when the camera did not answer in time
+    ///     `KltErrorTimeout` when the camera did not answer in time or other threads kept it busy
     KltErrorType GetFeatures(FeaturePtr* features, unsigned int& count);
 
-    /// The feature of this name. Its first call blocks as that of `GetFeatures` does. \a feature is unchanged after an
-    /// error.
+    /// The feature of this name. Waits as `GetFeatures` does. After an error \a feature is unchanged.
     /// \return `KltErrorNotFound` when there is no such feature, `KltErrorDeviceNotOpen` for a closed camera,
-    ///     `KltErrorBadParameter` for a null pointer, `KltErrorTimeout` when the camera did not answer in time
+    ///     `KltErrorBadParameter` for a null pointer, `KltErrorTimeout` when the camera did not answer in time or other
+    ///     threads kept it busy
     KltErrorType GetFeatureByName(const char* name, FeaturePtr& feature);
 
 protected:
@@ -50,9 +51,10 @@ protected:
 
 /// One camera.
 ///
-/// Calls may come from any thread; a call that talks to the camera waits for those before it. None takes longer than
-/// ten seconds: it gives `KltErrorTimeout` then. The camera is destroyed, and closed, with its last handle; its
-/// features may live longer.
+/// Calls may come from any thread; a call that needs the connection waits for those before it. After ten seconds at the
+/// latest it gives up with `KltErrorTimeout`. Only with a USB camera can it take longer: there the limit covers waiting
+/// for other threads and listing the features, but opening, and every access to a register, ends when the driver gives
+/// up. The camera is closed and destroyed with its last handle; its features may live longer.
 ///
 /// This interface is for features. It transfers no images and delivers no events; ranges, increments and units are in
 /// `GetDescription` only.
@@ -62,10 +64,10 @@ public:
     /// Makes a camera that is simulated from a description file.
     ///
     /// The SDK need not be started, KOLTA_TRANSPORTS does not matter, and the camera is in no list. The file is read
-    /// and checked in this call; what is wrong with it is written to the standard error output. The camera's name is
-    /// the model's name, its serial number the name of the file without the extension, its address \a path.
+    /// and checked in this call; what is wrong with it is reported on standard error. The camera's name is that of the
+    /// model, its serial number is the name of the file without the extension, and its address is \a path.
     /// \param path an .xml or .zip file; any characters
-    /// \param camera is unchanged after an error
+    /// \param camera unchanged after an error
     /// \return `KltErrorNotFound` when the file cannot be used, `KltErrorBadParameter` for a null pointer
     static KltErrorType FromDescription(const char* path, shared_ptr<Camera>& camera);
 
@@ -75,40 +77,44 @@ public:
     /// Closes the camera if it is open.
     ~Camera() override;
 
-    /// The camera's name for people, usually its model; read like `Feature::GetName`.
+    /// The camera's human-readable name, usually its model. Read like `Feature::GetName`.
     KltErrorType GetName(char* name, unsigned int& length) const;
 
-    /// What tells this camera from all others; never empty. Read like `Feature::GetName`.
+    /// Identifies the camera; never empty. Read like `Feature::GetName`.
     KltErrorType GetSerialNumber(char* serialNumber, unsigned int& length) const;
 
     /// How the camera is reached: "simulated", "gige" or "usb3". Read like `Feature::GetName`.
     KltErrorType GetTransport(char* transport, unsigned int& length) const;
 
-    /// Where the camera is: an address in the network or on the bus, or the description file of a simulated one. Read
-    /// like `Feature::GetName`.
+    /// Where the camera is: its address in the network or on the bus, or the description file of a simulated camera.
+    /// Read like `Feature::GetName`.
     KltErrorType GetAddress(char* address, unsigned int& length) const;
 
-    /// The camera's own description (GenICam XML), unpacked, in the encoding that it names itself; megabytes for large
-    /// cameras. Read like `Feature::GetName`; a closed camera gives `KltErrorDeviceNotOpen`.
+    /// The camera's own description (GenICam XML), unpacked, in the encoding that it declares; megabytes for large
+    /// cameras. Read like `Feature::GetName`. Waits for the calls of other threads.
+    /// \return `KltErrorDeviceNotOpen` for a closed camera, `KltErrorMoreData` when \a length is too small,
+    ///     `KltErrorTimeout` when other threads kept the camera busy
     KltErrorType GetDescription(char* description, unsigned int& length) const;
 
     /// Opens the camera and reads its description, which may take up to ten seconds.
     /// \return
     ///  - `KltErrorBadParameter`: an access mode that is not `KltAccessModeFull`
     ///  - `KltErrorInvalidAccess`: it is open already or, in a network, another program controls it
-    ///  - `KltErrorNotFound`: it is gone; a simulated one: its file is gone or another one now
-    ///  - `KltErrorTimeout`: it does not answer, or other threads kept it busy
-    ///  - `KltErrorOther`: its description cannot be used. The standard error output tells why.
-    ///  - from cameras in a network and on USB also what `KltErrorCode` names for a connection that fails
+    ///  - `KltErrorNotFound`: it is gone; a simulated camera: its file was removed or replaced; on USB also: you may
+    ///    not open the device, or it delivers no description that can be read
+    ///  - `KltErrorTimeout`: it does not answer (in a network), or other threads kept it busy
+    ///  - `KltErrorInternalFault`: on USB: another program uses it, or it does not answer
+    ///  - `KltErrorOther`: its description cannot be used; the reason is reported on standard error
+    ///  - in a network also what `KltErrorCode` names for a connection that fails
     virtual KltErrorType Open(KltAccessModeType accessMode);
 
-    /// Closes the camera. Its features keep answering for name, category, type, flags and entries. Waits for calls of
-    /// other threads.
+    /// Closes the camera. Its features can still be asked for name, category, type, flags and entries. Waits for the
+    /// calls of other threads.
     /// \return `KltErrorDeviceNotOpen` when it is closed already, `KltErrorTimeout` when other threads kept it busy
     virtual KltErrorType Close();
 };
 
-/// Handle of a camera.
+/// Handle to a camera.
 typedef shared_ptr<Camera> CameraPtr;
 /// Several of them.
 typedef std::vector<CameraPtr> CameraPtrVector;

@@ -24,7 +24,7 @@ public:
     /// The same name and value.
     EnumEntry(const EnumEntry& other);
 
-    /// Takes over name and value of \a other.
+    /// Copies name and value of \a other.
     EnumEntry& operator=(const EnumEntry& other);
 
     ~EnumEntry();

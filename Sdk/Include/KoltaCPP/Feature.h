@@ -18,12 +18,12 @@ namespace KltAPI
 /// One feature of a camera.
 ///
 /// Name, category, data type, flags and entries are fixed when the camera's features are listed and can be asked for
-/// at any time, also after the camera was closed. Values can be read and written while the camera is open; on a closed
-/// one these calls give `KltErrorDeviceNotOpen`. Calls on features of one camera may come from any thread.
+/// at any time, even after the camera was closed. Values can be read and written while the camera is open; on a closed
+/// camera these calls give `KltErrorDeviceNotOpen`. Calls on features of one camera may come from any thread.
 ///
 /// Texts are asked for twice: with a null buffer the call stores the length in bytes, without a terminating zero; with
 /// a buffer it expects the buffer's size in \a length, fills in the text and stores its length. A terminating zero is
-/// added where there is room for it. A buffer that is too small gives `KltErrorMoreData` and the needed length.
+/// added if there is room for it. A buffer that is too small gives `KltErrorMoreData` and the length that is needed.
 class KOLTACPP_EXPORT Feature
 {
 public:
@@ -45,51 +45,53 @@ public:
     /// The data type, one of `KltFeatureDataTypeValues`.
     KltErrorType GetDataType(KltFeatureDataType& dataType) const;
 
-    /// Whether the feature can be read and written at all; momentary locks do not count.
+    /// Whether the feature can be read and written at all; temporary locks do not count.
     KltErrorType GetFlags(KltFeatureFlagsType& flags) const;
 
     /// The entries of an enumeration, in the order of the camera's description: those that the camera has, whether they
     /// are available now or not.
-    /// \param entries room for \a count entries. With a null pointer, which is also what `data()` of an empty vector
-    ///     is, the call only stores how many there are.
+    /// \param entries room for \a count entries. With a null pointer, as from `data()` of an empty vector, the call
+    ///     only stores how many there are.
     /// \param count the length of \a entries; afterwards the number of entries
     /// \return `KltErrorWrongType` for a feature of another type, `KltErrorMoreData` when \a count is too small
     KltErrorType GetEntries(EnumEntry* entries, unsigned int& count);
 
     /// \name Values
-    /// Every call asks the camera, and returns when it has answered, after ten seconds at the latest. Numbers are in
-    /// the unit that the description gives; nothing is converted. After an error \a value is unchanged.
+    /// Every call asks the camera and returns when it has answered, with the time limit that `Camera` describes.
+    /// Numbers are in the unit that the description gives; nothing is converted. After an error \a value is unchanged.
     ///  - `KltErrorDeviceNotOpen`: the camera is not open
     ///  - `KltErrorWrongType`: the feature is of another type
     ///  - `KltErrorInvalidAccess`: it cannot be read or written, or not now; the entry is not available now; or the
-    ///    value comes with images or events and not from the camera
-    ///  - `KltErrorInvalidValue`: the value is out of bounds, not an increment of the minimum, too long, or no entry of
-    ///    the enumeration
-    ///  - `KltErrorTimeout`: the camera does not answer or is gone
+    ///    value comes with images or events and not from a register
+    ///  - `KltErrorInvalidValue`: the value is out of bounds, not a whole number of increments above the minimum, of
+    ///    the wrong length, or not an entry of the enumeration
+    ///  - `KltErrorNotFound`: the camera was opened again and its description no longer has the feature, or a formula
+    ///    of the description needs something that is not in it
+    ///  - `KltErrorTimeout`: the camera does not answer or is gone, or other threads kept it busy
     ///  - `KltErrorOther`: a formula of the description has no value
-    ///  - `KltErrorResources`: a length or the result of a formula is absurd
+    ///  - `KltErrorResources`: a length or the result of a formula is unreasonably large
     ///  - from cameras in a network and on USB also what `KltErrorCode` names for a connection that fails
     /// @{
 
-    /// Value of an integer or, as the entry's value, of an enumeration.
+    /// Gets an integer or, as the entry's value, an enumeration.
     KltErrorType GetValue(KltInt64_t& value) const;
 
-    /// Value of a float.
+    /// Gets a float.
     KltErrorType GetValue(double& value) const;
 
-    /// Value of a string: the camera's bytes up to the first zero, usually ASCII or UTF-8.
+    /// Gets a string: the camera's bytes up to the first zero, usually ASCII or UTF-8.
     KltErrorType GetValue(std::string& value) const;
 
-    /// Value of a boolean.
+    /// Gets a boolean.
     KltErrorType GetValue(bool& value) const;
 
-    /// Value of a raw feature. \a value gets the register's length.
+    /// Gets a raw feature. \a value gets the register's length.
     KltErrorType GetValue(UcharVector& value) const;
 
     /// Sets an integer or, by the entry's value, an enumeration.
     KltErrorType SetValue(KltInt64_t value);
 
-    /// Sets a float. What is no number is out of bounds.
+    /// Sets a float. NaN is out of bounds.
     KltErrorType SetValue(double value);
 
     /// Sets a string. The bytes go to the camera as they are; a null pointer gives `KltErrorBadParameter`.
@@ -98,7 +100,7 @@ public:
     /// Sets a boolean.
     KltErrorType SetValue(bool value);
 
-    /// Sets a raw feature. \a value has exactly the register's length, as `GetValue` delivers it.
+    /// Sets a raw feature. \a value must have exactly the register's length, as `GetValue` delivers it.
     KltErrorType SetValue(const UcharVector& value);
 
     /// Enumerators and integers of every other width. Without it a literal or an enumerator would fit the 64-bit
@@ -114,7 +116,7 @@ public:
     template <class T>
     KltErrorType SetValue(const T* value) = delete;
 
-    /// Runs a command. Returns when the camera has accepted it, which is not when it is done.
+    /// Runs a command. Returns when the camera has accepted it, not when it is done.
     KltErrorType RunCommand();
     /// @}
 
@@ -122,7 +124,7 @@ private:
     Impl* m_impl;
 };
 
-/// Handle of a feature.
+/// Handle to a feature.
 typedef shared_ptr<Feature> FeaturePtr;
 /// Several of them.
 typedef std::vector<FeaturePtr> FeaturePtrVector;

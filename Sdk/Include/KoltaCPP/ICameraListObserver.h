@@ -10,20 +10,21 @@ namespace OPX
 namespace KltAPI
 {
 
-/// Is told when the list of cameras changes.
+/// Notified when the list of cameras changes.
 class KOLTACPP_EXPORT ICameraListObserver
 {
 public:
     virtual ~ICameraListObserver() = default;
 
-    /// Called once for every camera that came or went, on a thread of the library and never after
-    /// `KoltaSystem::Shutdown` has returned. Hand over and return: nothing is scanned meanwhile, and `Shutdown` waits.
+    /// Called once for every camera that came or went, on a thread of the library, and never after
+    /// `KoltaSystem::Shutdown` has returned. Pass the work on and return: until then no scan runs, and
+    /// `Shutdown` waits.
     /// \param camera the camera that came or went
     /// \param reason which of the two
     virtual void CameraListChanged(CameraPtr camera, UpdateTriggerType reason) = 0;
 };
 
-/// Handle of an observer.
+/// Handle to an observer.
 typedef shared_ptr<ICameraListObserver> ICameraListObserverPtr;
 
 } // namespace KltAPI

@@ -2,7 +2,7 @@
 #define KOLTACPP_KOLTAEXPORT_H
 
 /// \file
-/// What the library exports. All else in it is hidden, so that it can change without any program noticing.
+/// What the library exports. Everything else in it is hidden, so that it can change without affecting any program.
 
 /// Marks a class that programs can use.
 #define KOLTACPP_EXPORT __attribute__((visibility("default")))

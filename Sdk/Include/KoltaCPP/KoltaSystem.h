@@ -26,12 +26,15 @@ public:
     /// Starts looking for cameras, on a thread of the library. Every successful call needs a `Shutdown`; starts after
     /// the first one are only counted.
     ///
-    /// Two environment variables are read here. KOLTA_TRANSPORTS tells how cameras are reached: any of `simulated`,
-    /// `gige` and `usb3`, separated by commas, or all three if it is not set. KOLTA_CAMERA_PATH holds files and
+    /// All descriptions of simulated cameras are read and checked before this returns, which can take a while if they
+    /// are large; these cameras are listed at once. Those in a network and on USB follow when they are found.
+    ///
+    /// Two environment variables are read here. KOLTA_TRANSPORTS says how cameras are reached: any of `simulated`,
+    /// `gige` and `usb3`, separated by commas; all three if it is not set or empty. KOLTA_CAMERA_PATH lists files and
     /// folders, separated by colons, with descriptions (.xml or .zip) of cameras to simulate besides those that come
     /// with the library.
-    /// \return `KltErrorNoTransportLayer` when KOLTA_TRANSPORTS names no transport, `KltErrorInvalidCall` when called
-    ///     from an observer
+    /// \return `KltErrorNoTransportLayer` when KOLTA_TRANSPORTS names none of the three, `KltErrorInvalidCall` when
+    ///     called from an observer
     KltErrorType Startup();
 
     /// Stops looking for cameras and drops all observers; none is called after this has returned. Handles of cameras
@@ -39,16 +42,15 @@ public:
     /// \return `KltErrorInvalidCall` when called from an observer
     KltErrorType Shutdown();
 
-    /// Has \a observer called at every change of the list from now on; the library shares its ownership until
+    /// Has \a observer called at every change of the list from now on; the library shares ownership of it until
     /// `Shutdown`.
     /// \return `KltErrorApiNotStarted` before `Startup`, `KltErrorBadParameter` for an empty handle
     KltErrorType RegisterCameraListObserver(const shared_ptr<ICameraListObserver>& observer);
 
-    /// The cameras that the last scan found. Does not wait for a scan: cameras in a network take a second or two to
-    /// appear.
-    /// \param cameras room for \a count handles. With a null pointer, which is also what `data()` of an empty vector
-    /// is,
-    ///     the call only stores how many there are; the same thread's next call with room for them sees the same list.
+    /// The cameras that the last scan found. Does not wait for a scan: after `Startup`, cameras in a network and on USB
+    /// take a second or two to appear.
+    /// \param cameras room for \a count handles. With a null pointer, as from `data()` of an empty vector, the call
+    ///     only stores how many there are; the same thread's next call with room for them sees the same list.
     /// \param count the length of \a cameras; afterwards the number of cameras
     /// \return `KltErrorApiNotStarted` before `Startup`, `KltErrorMoreData` when \a count is too small
     KltErrorType GetCameras(CameraPtr* cameras, unsigned int& count);

@@ -10,8 +10,8 @@
 /// Result of every SDK call: 0 for success, a negative value for a failure.
 typedef int32_t KltErrorType;
 
-/// The values of `KltErrorType`. A connection that fails gives `KltErrorTimeout` or, where the camera answers what
-/// makes no sense, `KltErrorInternalFault`; a camera that refuses gives `KltErrorInvalidAccess`, `KltErrorBadParameter`
+/// The values of `KltErrorType`. A connection that fails gives `KltErrorTimeout` or, if the camera's answer makes no
+/// sense, `KltErrorInternalFault`; a camera that refuses gives `KltErrorInvalidAccess`, `KltErrorBadParameter`
 /// or `KltErrorNotImplemented`.
 enum KltErrorCode : int32_t
 {
@@ -24,12 +24,12 @@ enum KltErrorCode : int32_t
     KltErrorInvalidAccess = -6,     ///< -6: not allowed, or not now: the camera is in use, the feature locked.
     KltErrorBadParameter = -7,      ///< -7: a parameter makes no sense, usually a null pointer.
     KltErrorStructSize = -8,        ///< -8: a struct of another version of the SDK.
-    KltErrorMoreData = -9,          ///< -9: a buffer or array is too small; its length parameter tells what is needed.
+    KltErrorMoreData = -9,          ///< -9: a buffer or array is too small; its length parameter says what is needed.
     KltErrorWrongType = -10,        ///< -10: the feature is of another type.
-    KltErrorInvalidValue = -11,     ///< -11: the value is out of bounds, not an increment of the minimum, or no entry.
+    KltErrorInvalidValue = -11,     ///< -11: the value is out of bounds, off the increment, or not an entry.
     KltErrorTimeout = -12,          ///< -12: no answer in time.
     KltErrorOther = -13,            ///< -13: none of the others; a description that cannot be used.
-    KltErrorResources = -14,        ///< -14: not enough memory, or a length beyond all reason.
+    KltErrorResources = -14,        ///< -14: not enough memory, or an unreasonable length.
     KltErrorInvalidCall = -15,      ///< -15: not from here: the call comes from an observer.
     KltErrorNoTransportLayer = -16, ///< -16: there is no way to reach cameras.
     KltErrorNotImplemented = -17,   ///< -17: the camera or the SDK does not have this.
@@ -81,8 +81,8 @@ enum KltAccessModeValues : uint32_t
 enum UpdateTriggerType : int32_t
 {
     UpdateTriggerCameraArrived = 0,   ///< It was found.
-    UpdateTriggerCameraLeft = 1,      ///< It is not found any more.
-    UpdateTriggerOpenStateChanged = 2 ///< It was opened or closed by somebody. This library does not tell.
+    UpdateTriggerCameraLeft = 1,      ///< It is no longer found.
+    UpdateTriggerOpenStateChanged = 2 ///< Somebody opened or closed it. This library does not report it.
 };
 
 /// The SDK's outer namespace.

@@ -8,14 +8,14 @@ namespace OPX
 namespace KltAPI
 {
 
-/// A mutex that is not recursive. Any thread may lock it; the thread that did must unlock it.
+/// A mutex that is not recursive. Any thread may lock it; the same thread must unlock it.
 class KOLTACPP_EXPORT Mutex
 {
 public:
     /// \param initLock whether the calling thread holds the mutex from the start
     explicit Mutex(bool initLock);
 
-    /// The mutex must not be locked by anybody.
+    /// Nobody may hold the mutex.
     ~Mutex();
 
     Mutex(const Mutex&) = delete;

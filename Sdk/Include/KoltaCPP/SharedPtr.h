@@ -19,7 +19,7 @@ public:
     /// One more shared pointer.
     virtual void inc() = 0;
 
-    /// One shared pointer less; the last one destroys the object and this counter.
+    /// One shared pointer fewer; the last one destroys the object and this counter.
     virtual void dec() = 0;
 
     /// The number of shared pointers. A snapshot: takes no lock.
@@ -83,7 +83,7 @@ public:
     /// Shares the object of \a other.
     shared_ptr(const shared_ptr& other) : m_count(other.m_count), m_object(other.m_object) { Share(); }
 
-    /// Takes the object of \a other, which is empty then.
+    /// Takes the object of \a other, which is empty afterwards.
     shared_ptr(shared_ptr&& other) noexcept { swap(other); }
 
     /// Shares the object of \a other as a `T`.

@@ -17,8 +17,9 @@ struct Range
     char32_t last;
 };
 
-/// Control characters, and those that are not seen but change what is: separators of lines and paragraphs, directions
-/// of writing, fillers, marks of other programs. Joiners of letters stay: some languages are not written without them.
+/// Control characters, and invisible ones that change how others look: separators of lines and paragraphs, directions
+/// of writing, fillers, marks of other programs. Joiners of letters stay: some languages cannot be written without
+/// them.
 const Range NoText[] = {{0, 0x1F}, {0x7F, 0x9F}, {0xAD, 0xAD}, {0x34F, 0x34F}, {0x61C, 0x61C}, {0x115F, 0x1160},
     {0x17B4, 0x17B5}, {0x180B, 0x180F}, {0x200B, 0x200B}, {0x200E, 0x200F}, {0x2028, 0x202E}, {0x2060, 0x206F},
     {0x3164, 0x3164}, {0xFE00, 0xFE0F}, {0xFEFF, 0xFEFF}, {0xFFA0, 0xFFA0}, {0xFFF0, 0xFFFB}, {0xE0000, 0xE0FFF}};
@@ -29,8 +30,8 @@ bool IsText(char32_t character)
         [character](const Range& range) { return character >= range.first && character <= range.last; });
 }
 
-/// The character that begins \a text, and how many bytes it has. A byte that begins none counts as a character of
-/// its own, as it does for terminals.
+/// The character that \a text begins with, and how many bytes it has. A byte that does not begin a character counts as
+/// one of its own, as it does for terminals.
 char32_t FirstCharacter(std::string_view text, std::size_t& length)
 {
     const auto lead = static_cast<unsigned char>(text[0]);

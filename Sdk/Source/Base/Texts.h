@@ -9,12 +9,12 @@ namespace OPX
 namespace KltAPI
 {
 
-/// \a text, which is UTF-8, without what is not text: control characters and whatever else changes how other characters
-/// are shown without being seen. They are replaced by underscores. All texts from cameras and of files go through here.
+/// \a text, which is UTF-8, with underscores in place of what is not text: control characters, and invisible ones that
+/// change how others are shown. All texts from cameras and of files go through here.
 std::string WithoutControls(const std::string& text);
 
-/// \a text without a backslash at its end, in either spelling: in a comment of generated code that would take the next
-/// line into the comment.
+/// \a text without a backslash at its end, in either spelling: in a comment of generated code it would make the next
+/// line part of the comment.
 std::string WithoutLineEnd(std::string text);
 
 /// Whether \a text ends with \a extension, which is in lower case; the case of \a text does not matter.

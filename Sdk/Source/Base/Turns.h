@@ -15,7 +15,7 @@ namespace KltAPI
 class Turns
 {
 public:
-    /// \return whether the caller has it now
+    /// \return whether it is the caller's turn now
     bool Take(std::chrono::steady_clock::time_point deadline)
     {
         std::unique_lock<std::mutex> lock(m_mutex);
@@ -27,7 +27,7 @@ public:
 
     void Give()
     {
-        // Told within the lock: whoever comes next may be the last, and destroy this.
+        // Within the lock: whoever comes next may be the last, and destroy this.
         const std::lock_guard<std::mutex> lock(m_mutex);
         m_taken = false;
         m_given.notify_one();

@@ -15,7 +15,7 @@ namespace OPX
 namespace KltAPI
 {
 
-/// Tells the length of \a text, or fills \a buffer, which has room for \a length bytes.
+/// Returns the length of \a text, or fills \a buffer, which has room for \a length bytes.
 inline KltErrorType DeliverText(const std::string& text, char* buffer, unsigned int& length)
 {
     const unsigned int room = length;
@@ -30,7 +30,7 @@ inline KltErrorType DeliverText(const std::string& text, char* buffer, unsigned 
     return KltErrorSuccess;
 }
 
-/// Tells the length of \a list, or fills \a array, which has room for \a count items.
+/// Returns the length of \a list, or fills \a array, which has room for \a count items.
 template <class Item>
 KltErrorType DeliverList(const std::vector<Item>& list, Item* array, unsigned int& count)
 {

@@ -52,7 +52,7 @@ CheckedDescription ReadDescription(const std::string& path)
             description =
                 CheckDescription(std::move(content), WithoutControls(std::filesystem::path(path).stem().string()));
     }
-    catch (const std::exception& error) // Of the memory, or of threads.
+    catch (const std::exception& error) // Out of memory, or of threads.
     {
         description.problem = error.what();
     }

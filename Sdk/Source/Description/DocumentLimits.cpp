@@ -40,7 +40,7 @@ bool HidesNothing(const std::string& xml)
            xml.find('\0') == std::string::npos;
 }
 
-/// Whether an attribute's value begins behind this equals sign.
+/// Whether an attribute's value begins after this equals sign.
 bool IsAttribute(const std::string& xml, std::size_t equals)
 {
     std::size_t next = equals + 1;
@@ -54,7 +54,7 @@ bool IsAttribute(const std::string& xml, std::size_t equals)
 std::string ProblemOfText(const std::string& xml)
 {
     if (!HidesNothing(xml))
-        return "its encoding is none that descriptions have";
+        return "its encoding is not supported";
     std::size_t attributes = 0;
     for (std::size_t i = 0; i < xml.size(); ++i)
     {

@@ -24,7 +24,7 @@ const std::size_t SizeOfRegister = 800;
 const std::size_t SizeOfFormula = 2300;
 
 /// Looks for what would cost a parser minutes: entities that multiply, elements with thousands of attributes, encodings
-/// in which nobody sees all that. To be asked before anything parses \a xml.
+/// that hide all that. To be called before anything parses \a xml.
 /// \return what is wrong, empty if nothing is
 std::string ProblemOfText(const std::string& xml);
 

@@ -30,7 +30,7 @@ const std::size_t MaximumNesting = 16;
 enum Kind : unsigned
 {
     Other = 0,
-    Reference = 1, ///< Holds the name of another node, whose value is needed for that of the node it stands in.
+    Reference = 1, ///< Holds the name of another node, whose value is needed for that of the node around it.
     Length = 2,
     Formula = 4,
     Register = 8,
@@ -39,7 +39,7 @@ enum Kind : unsigned
     Struct = 32,
     StructPart = 64,
     Entry = 128,
-    Ignored = 256, ///< Nothing in it stands for a node.
+    Ignored = 256, ///< Nothing in it is a node.
     VariableLength = 512 | Reference,
     Copy = 1024 ///< Holds the name of another node, which is given the same value.
 };
@@ -53,7 +53,7 @@ Kind KindOf(std::string_view element)
         {"IntReg", NumericRegister}, {"MaskedIntReg", NumericRegister}, {"FloatReg", NumericRegister},
         {"StructReg", NumericRegister | Struct}, {"Register", Register}, {"StringReg", Register},
         {"StructEntry", StructPart}, {"EnumEntry", Entry},
-        // The names of these two are known in the formula only, what an extension holds is for its maker's programs.
+        // The names of the first two are known only in the formula; an extension is for its maker's programs.
         {"Constant", Ignored}, {"Expression", Ignored}, {"Extension", Ignored}};
     const auto kind = kinds.find(element);
     return kind == kinds.end() ? Other : static_cast<Kind>(kind->second);
@@ -97,7 +97,7 @@ private:
     std::size_t m_count;
 };
 
-/// Takes a document as the parser comes upon it.
+/// Takes in a document as the parser goes through it.
 class Reader
 {
 public:
@@ -137,8 +137,8 @@ public:
             AddReference(ended.owner, m_text);
         else if (ended.kind == Copy)
             copies[graph.NameOf(ended.owner)].push_back(Trimmed(m_text));
-        else if (Is(ended.kind, Length) && IsAbsurdLength(m_text, Is(m_open.back().kind, NumericRegister)))
-            problem = "the length of " + graph.NameOf(ended.owner) + " is absurd";
+        else if (Is(ended.kind, Length) && IsOutOfBounds(m_text, Is(m_open.back().kind, NumericRegister)))
+            problem = "the length of " + graph.NameOf(ended.owner) + " is out of bounds";
     }
 
     void TakeText(const char* text, std::size_t length)
@@ -147,11 +147,11 @@ public:
             m_text.append(text, length);
     }
 
-    /// Comments and the like: every reader understands a name with one of them in it in its own way.
+    /// Comments and the like: each reader has its own idea of a name with one of them in it.
     void NoticeMoreThanText()
     {
         if (m_ignored == 0 && !m_open.empty() && HoldsText(m_open.back().kind))
-            problem = "a " + m_element + " of " + graph.NameOf(m_open.back().owner) + " holds more than a text";
+            problem = "a " + m_element + " of " + graph.NameOf(m_open.back().owner) + " holds more than text";
     }
 
     std::string problem; ///< Empty as long as there is none.
@@ -166,12 +166,12 @@ private:
         ReferenceGraph::Index owner; ///< The node that it is or belongs to.
     };
 
-    /// The first node of the graph: what stands outside of all others belongs to it, and nobody needs it.
+    /// The first node of the graph: what is outside all others belongs to it, and no other node needs it.
     static const ReferenceGraph::Index Outside = 0;
 
     static bool HoldsText(Kind kind) { return (kind & (Reference | Length | Copy)) != 0; }
 
-    static bool IsAbsurdLength(const std::string& text, bool ofNumber)
+    static bool IsOutOfBounds(const std::string& text, bool ofNumber)
     {
         const long long length = std::strtoll(text.c_str(), nullptr, 0);
         return length < (ofNumber ? 1 : 0) || length > MaximumRegisterLength;
@@ -210,7 +210,7 @@ private:
         AddOffset(parent.owner, attributes);
     }
 
-    /// The node that an element stands for: one of its own, or the one it stands in.
+    /// The node that an element is: one of its own, or the one around it.
     ReferenceGraph::Index NodeFor(
         std::string_view element, Kind kind, const Attributes& attributes, const Open& parent, int line)
     {
@@ -251,7 +251,7 @@ private:
 
     std::string& m_modelName;
     std::vector<Open> m_open;
-    std::size_t m_ignored = 0; ///< How deep we are in what is not looked at.
+    std::size_t m_ignored = 0; ///< How deep we are in what is ignored.
     std::size_t m_size = 0;
     int m_nameless = 0;
     std::string m_element; ///< The one whose text is gathered,
@@ -365,7 +365,7 @@ ParserPtr NewParser(const std::string& xml, Reader& reader, int firstLine = 1)
     handler.processingInstruction = OnInstruction;
     handler.serror = OnError; // Whether the error is constant depends on the version of libxml2.
     // No network, and nothing printed: the caller reports. XML_PARSE_HUGE lifts the limits of the parser, which long
-    // texts would meet; ours are checked before. There are no entities but &amp; and the like.
+    // texts would hit; ours are checked first. There are no entities except &amp; and the like.
     xmlCtxtUseOptions(
         parser.get(), XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE | XML_PARSE_NOENT);
     parser->_private = &reader;

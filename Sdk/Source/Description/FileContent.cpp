@@ -23,7 +23,7 @@ namespace KltAPI
 namespace
 {
 
-/// Files of a share whose server is away do not answer, and no call to them can be broken off.
+/// Files on a share whose server is gone do not answer, and no call to them can be interrupted.
 const std::chrono::seconds Patience(3);
 
 class Descriptor
@@ -55,7 +55,7 @@ std::string ReadNow(const std::string& path, std::string& content)
     const Descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (file.Get() < 0)
         return std::strerror(errno);
-    // The size that it is said to have is only a guess: it may be growing.
+    // Its size is only a guess: the file may be growing.
     const std::size_t expected = std::min(static_cast<std::size_t>(state.st_size), MaximumDocumentSize) + 1;
     for (std::size_t filled = 0;;)
     {
@@ -74,7 +74,7 @@ std::string ReadNow(const std::string& path, std::string& content)
     }
 }
 
-/// What a thread reads that nobody may wait for any more.
+/// What a thread reads, while perhaps nobody waits for it any longer.
 struct Reading
 {
     std::mutex mutex;

@@ -20,7 +20,7 @@ Number Truth(bool condition)
     return Number(std::int64_t(condition ? 1 : 0));
 }
 
-/// With unsigned numbers, which turn around instead of having no value.
+/// From unsigned numbers, which wrap around instead of having no value.
 Number Wrapped(std::uint64_t number)
 {
     return Number(static_cast<std::int64_t>(number));
@@ -76,7 +76,7 @@ Number Raised(const Number& base, const Number& exponent)
 
 Number Compared(int operation, const Number& left, const Number& right)
 {
-    int order = 0; // Nothing is less than, equal to or greater than what is no number.
+    int order = 0; // Nothing is less than, equal to or greater than NaN.
     if (left.IsReal() || right.IsReal())
     {
         const double a = left.AsReal();

@@ -16,7 +16,7 @@ namespace OPX
 namespace KltAPI
 {
 
-/// A number in a formula: of two kinds, because a double does not hold every address and every mask.
+/// A number in a formula. There are two kinds, because a double cannot hold every address and every mask.
 class Number
 {
 public:
@@ -27,7 +27,7 @@ public:
     bool IsReal() const { return m_isReal; }
     double AsReal() const { return m_isReal ? m_real : static_cast<double>(m_integer); }
 
-    /// Without the part behind the point. Throws a `FormulaError` if it does not fit.
+    /// Cuts off the fraction. Throws a `FormulaError` if it does not fit.
     std::int64_t AsInteger() const;
 
 private:
@@ -50,9 +50,9 @@ private:
 /// A formula of a description.
 ///
 /// Aravis' own evaluator ends the process with a signal when the smallest integer is divided by -1. No check of the
-/// description can see that coming, since the operands stand in registers, and a signal cannot be survived in the midst
-/// of foreign code. So its formulas are worked out here, where a division has all of its cases; those that have no
-/// value fail alone. Besides, this one leaves the branch alone that a condition has not chosen, as in "x=0 ? 0 : 1/x".
+/// description can see that coming, since the operands are in registers, and there is no way to survive a signal in the
+/// middle of foreign code. So its formulas are evaluated here, where a division handles all cases, and only a formula
+/// without a value fails. Besides, this one skips the branch that a condition does not choose, as in "x=0 ? 0 : 1/x".
 class Formula
 {
 public:
@@ -61,13 +61,13 @@ public:
 
     typedef std::function<Number(const std::string& variable)> Variables;
 
-    /// Throws a `FormulaError` if the text is no formula.
+    /// Throws a `FormulaError` if the text is not a formula.
     /// \param integers whether the formula knows integers only
     /// \param variables the names that are variables, whatever else they could mean
     Formula(
         const std::string& text, bool integers, const Expressions& expressions, const std::set<std::string>& variables);
 
-    /// Asks for each variable at most once, and throws what that throws, or a `FormulaError` if there is no value.
+    /// Asks for each variable at most once. Throws what that throws, or a `FormulaError` if there is no value.
     Number Evaluate(const Variables& variables) const;
 
 private:

@@ -12,7 +12,7 @@ namespace KltAPI
 namespace
 {
 
-/// Of parentheses and the like: each takes some hundred bytes of the stack.
+/// Of parentheses and the like: each takes a few hundred bytes of the stack.
 const int MaximumDepth = 400;
 
 /// Expressions that use expressions double with every line.
@@ -29,7 +29,7 @@ const int ShortCircuitOr = -1;
 const int ShortCircuitAnd = -2;
 const int HighestPrecedence = 11; ///< Of Power, the only one that is right-associative.
 
-/// As in C. Of two that begin alike the longer one comes first.
+/// As in C. Of two that begin alike, the longer one comes first.
 const Operator Operators[] = {{"||", 1, ShortCircuitOr}, {"&&", 2, ShortCircuitAnd}, {"|", 3, Or},
     {"^", 4, ExclusiveOr}, {"&", 5, And}, {"=", 6, Equal}, {"<>", 6, Different}, {"<<", 8, ShiftLeft},
     {">>", 8, ShiftRight}, {"<=", 7, LessOrEqual}, {">=", 7, GreaterOrEqual}, {"<", 7, Less}, {">", 7, Greater},
@@ -108,7 +108,7 @@ void FormulaParser::Binary(int precedence)
         if (found == std::end(Operators) || found->precedence < precedence)
             break;
         m_rest.remove_prefix(found->token.size());
-        // What stands on the right is left alone where the left decides: it may have no value then.
+        // The right side is skipped if the left one decides: it may have no value then.
         const bool shortCircuit = found->operation < 0;
         const std::size_t toOther = shortCircuit ? Put(JumpIfZero) : 0;
         std::size_t toEnd = 0;
@@ -250,7 +250,7 @@ void FormulaParser::Function(int operation)
 
 void FormulaParser::Expression(const std::string& text)
 {
-    // Expressions that need themselves end here, too.
+    // Expressions that refer to themselves end here, too.
     const std::string_view rest = m_rest;
     m_rest = text;
     Choice();

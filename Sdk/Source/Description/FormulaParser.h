@@ -19,7 +19,7 @@ enum FormulaOperation : int
     Push,
     Load,       ///< Pushes a variable.
     Jump,       ///< To another step.
-    JumpIfZero, ///< Takes the number away.
+    JumpIfZero, ///< Pops the number.
     Minus,
     Invert,
     Power,

@@ -17,8 +17,8 @@ namespace KltAPI
 /// large: nodes that need their own value to work it out, chains of references that are deeper than the stack, nodes
 /// that are evaluated millions of times for one value.
 ///
-/// Limits and states (pMax, pIsLocked and the like) may go round in circles: of the node that they belong to no value
-/// is asked then, and cameras do have two features that limit each other.
+/// Limits and states (pMax, pIsLocked and the like) may be circular: they do not need the value of the node that they
+/// belong to, and there are cameras with two features that limit each other.
 class ReferenceGraph
 {
 public:
@@ -27,7 +27,7 @@ public:
     /// The node of this name, which may turn up later, or never.
     Index NodeOf(std::string_view name);
 
-    /// A node that no name leads to; \a description stands for it in messages.
+    /// A node without a name; messages call it \a description.
     Index NamelessNode(std::string description);
 
     void AddReference(Index from, Index to) { m_nodes[from].references.push_back(to); }

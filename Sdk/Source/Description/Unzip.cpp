@@ -16,11 +16,11 @@ namespace KltAPI
 namespace
 {
 
-// Not with Aravis' zip reader: it believes the offsets in an archive and reads far outside of it.
+// Not with Aravis' zip reader: it trusts the offsets in an archive and reads far outside it.
 typedef std::unique_ptr<archive, decltype(&archive_read_free)> ArchivePtr;
 
-/// As long as it lives, names beyond ASCII can be read on this thread: libarchive turns them into the encoding of the
-/// locale first, and that of a program that never sets one has no room for them.
+/// As long as it lives, names beyond ASCII can be read on this thread: libarchive converts them to the encoding of the
+/// locale first, and that of a program that never sets one cannot hold them.
 class Utf8Locale
 {
 public:
@@ -53,7 +53,7 @@ bool IsXml(archive_entry* entry)
     return path != nullptr && HasExtension(path, ".xml");
 }
 
-/// The file that the archive is at. The size that it claims is not believed either.
+/// The file that the archive is at. Its stated size is not trusted either.
 std::string ReadFile(archive* zip, std::string& problem)
 {
     std::string content;

@@ -10,10 +10,10 @@ namespace OPX
 namespace KltAPI
 {
 
-/// The names of the nodes to which the value of another one is written, too, by the name of that one.
+/// The names of the nodes that get a copy of another node's value when that is written, by the name of the other node.
 typedef std::unordered_map<std::string, std::vector<std::string>> ValueCopies;
 
-/// Those of a sound description. Aravis passes over them.
+/// Those of a sound description. Aravis ignores them.
 ValueCopies ValueCopiesOf(const std::string& xml);
 
 } // namespace KltAPI

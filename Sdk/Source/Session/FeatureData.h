@@ -16,7 +16,7 @@ namespace KltAPI
 /// connection.
 struct FeatureData
 {
-    std::string name;     ///< For the world: without control characters.
+    std::string name;     ///< As users see it: without control characters.
     std::string nodeName; ///< In the camera's description.
     std::string category;
     KltFeatureDataType dataType = KltFeatureDataUnknown;

@@ -44,8 +44,8 @@ std::string NameOf(ArvGcFeatureNode* node)
     return name == nullptr ? std::string() : name;
 }
 
-/// The nodes that a category names, in its order, without those that do not exist. Aravis' own list of the names takes
-/// time that grows with the square of its length: half a minute for 90,000.
+/// The nodes that a category names, in its order, without those that do not exist. The time that Aravis' own list of
+/// the names takes grows with the square of its length: half a minute for 90,000.
 std::vector<ArvGcFeatureNode*> FeaturesOf(ArvGcNode* category)
 {
     std::vector<ArvGcFeatureNode*> features;
@@ -84,7 +84,7 @@ void FeatureReader::ReadCategory(ArvGcNode* category, const std::string& path, i
     {
         if (m_result != KltErrorSuccess)
             return;
-        // Links may lead back to where they came from, or to what another category has already.
+        // Links may lead back to where they came from, or to what is already in another category.
         if (!m_seen.insert(feature).second)
             continue;
         if (ARV_IS_GC_CATEGORY(feature))
@@ -124,7 +124,7 @@ std::vector<EnumEntry> FeatureReader::ReadEntries(ArvGcEnumeration* enumeration)
         Notice(error.Get());
         entries.push_back(EnumEntry(new EnumEntry::Impl{WithoutControls(NameOf(node)), value}));
     }
-    // Aravis has them in reverse.
+    // Aravis has them in reverse order.
     std::reverse(entries.begin(), entries.end());
     return entries;
 }

@@ -20,8 +20,8 @@ struct Connection;
 
 /// Gathers what a camera's description says of its features, and asks the camera which of them it implements.
 ///
-/// A class made from the result must not depend on the state in which the camera happens to be: features that are
-/// locked or not available at the moment are listed like all others.
+/// A class made from the result must not depend on the state that the camera happens to be in: features that are locked
+/// or not available at the moment are listed like all others.
 class FeatureReader
 {
 public:

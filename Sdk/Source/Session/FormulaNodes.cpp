@@ -96,7 +96,7 @@ Number LimitOf(ArvGcNode* node, bool maximum)
     throw FormulaError(KltErrorNotFound, "A converter needs a node that is not there");
 }
 
-/// The formulas of one node, ready to be worked out.
+/// The formulas of one node, ready to be evaluated.
 class NodeFormulas
 {
 public:
@@ -179,7 +179,7 @@ NodeFormulas* FormulasOf(gpointer node)
     return formulas;
 }
 
-/// Works something out. Nothing is thrown through Aravis, which is written in C.
+/// Evaluates something. Nothing is thrown through Aravis, which is written in C.
 template <class Result, class Work>
 Result Guarded(Result fallback, GError** error, Work work)
 {
@@ -215,7 +215,7 @@ void Require(bool sound)
         throw FormulaError(KltErrorInvalidValue, "A converted value is out of range");
 }
 
-/// What a converter makes of \a value goes to the nearest integer there is: 0.29 * 100 is less than 29.
+/// What a converter makes of \a value is rounded to the nearest integer: 0.29 * 100 is less than 29.
 gint64 Nearest(const Number& value)
 {
     if (!value.IsReal())
@@ -224,7 +224,7 @@ gint64 Nearest(const Number& value)
     return std::llround(value.AsReal());
 }
 
-/// Whether \a value is not beyond a limit of the node, if that has one.
+/// Whether \a value is within a limit of the node, if it has one.
 bool IsWithin(ArvGcNode* node, const Number& value, bool maximum)
 {
     try
@@ -259,7 +259,7 @@ void WriteConverted(NodeFormulas& formulas, const Number& value)
         throw FormulaError(KltErrorNotFound, "A converter needs a node that is not there");
 }
 
-/// The limit of what a converter yields. Where it cannot be worked out there is none.
+/// The limit of what a converter yields. If it cannot be evaluated, there is none.
 double ConvertedLimit(NodeFormulas& formulas, bool maximum, double none)
 {
     CallError ignored;
@@ -401,7 +401,7 @@ void InstallAll()
              ARV_TYPE_GC_INT_CONVERTER_NODE})
     {
         const bool converts = g_type_is_a(type, ARV_TYPE_GC_CONVERTER) != FALSE;
-        gpointer nodeClass = g_type_class_ref(type); // For good.
+        gpointer nodeClass = g_type_class_ref(type); // Never released.
         if (gpointer functions = g_type_interface_peek(nodeClass, ARV_TYPE_GC_INTEGER))
             Install(*static_cast<ArvGcIntegerInterface*>(functions), converts);
         if (gpointer functions = g_type_interface_peek(nodeClass, ARV_TYPE_GC_FLOAT))

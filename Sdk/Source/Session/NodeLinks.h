@@ -10,7 +10,7 @@ namespace OPX
 namespace KltAPI
 {
 
-/// Calls \a visit with every property of a node and its type: the elements in it that are no nodes themselves.
+/// Calls \a visit with every property of a node and its type: the elements in it that are not nodes themselves.
 template <class Visit>
 void ForEachProperty(ArvGcNode* node, Visit visit)
 {

@@ -26,7 +26,7 @@ KltFeatureFlagsType OwnFlagsOf(ArvGcFeatureNode* node)
     }
 }
 
-/// Whether what was asked is known: the answer of \a ask, or \a unknown if registers took part that nobody knows.
+/// The answer of \a ask, or \a unknown if registers with unknown content had a part in it.
 template <class Ask>
 bool Known(Ask ask, bool unknown, const TakeUnknown& takeUnknown)
 {

@@ -14,17 +14,17 @@ namespace OPX
 namespace KltAPI
 {
 
-/// Tells, once, whether something was read from the camera since the last call that nobody knows the true content of:
-/// a register of a simulated camera that was never written. Empty for cameras that are there.
+/// Whether something whose true content is unknown was read from the camera since the last call: a register of a
+/// simulated camera that was never written. Empty for real cameras.
 typedef std::function<bool()> TakeUnknown;
 
-/// Whether a node can be read and written at all. Every node on the way to the value can forbid it; Aravis asks the
-/// first and the last one only.
+/// Whether a node can be read and written at all. Every node on the way to the value can forbid it; Aravis asks only
+/// the first and the last one.
 /// \param chain the node and those that its value comes through
 KltFeatureFlagsType FlagsOf(const NodeChain& chain);
 
 /// Whether the camera has this node and all that its value comes through. Only a clear no counts: not an error, and not
-/// what was decided by registers that nobody knows.
+/// an answer that depends on registers with unknown content.
 /// \param error the first one, if any
 bool IsImplemented(const NodeChain& chain, const TakeUnknown& takeUnknown, GError** error);
 

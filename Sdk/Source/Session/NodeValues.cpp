@@ -35,7 +35,7 @@ KltErrorType ReadLimits(Node* node, Value (*minimum)(Node*, GError**), Value (*m
         const Value delivered = ask(node, error.Out());
         if (error.Get() == nullptr)
             value = delivered;
-        // There is none, as every masked register answers.
+        // There is none: every masked register answers like this.
         else if (error.Get()->domain != ARV_GC_ERROR || error.Get()->code != ARV_GC_ERROR_PROPERTY_NOT_DEFINED)
             return CodeOf(error.Get());
         return KltErrorSuccess;
@@ -46,14 +46,14 @@ KltErrorType ReadLimits(Node* node, Value (*minimum)(Node*, GError**), Value (*m
     return result == KltErrorSuccess ? read(increment, limits.increment) : result;
 }
 
-/// Aravis says that nothing but 0 fits into a mask of all 64 bits.
+/// According to Aravis, only 0 fits into a mask of all 64 bits.
 bool IsMaskOfAllBits(ArvGcInteger* node, const Limits<gint64>& limits)
 {
     return limits.minimum == 0 && limits.maximum == 0 &&
            ARV_IS_GC_MASKED_INT_REG_NODE(ValueChain(ARV_GC_FEATURE_NODE(node)).back());
 }
 
-/// Whether \a value is some increments away from \a minimum, but for the precision of the numbers.
+/// Whether \a value is a whole number of increments away from \a minimum, within the precision of the numbers.
 bool IsOnIncrement(double value, double minimum, double increment)
 {
     const double epsilon = std::numeric_limits<double>::epsilon();
@@ -76,7 +76,7 @@ KltErrorType Perform(Write write)
     return CodeOf(error.Get());
 }
 
-/// Links that lead nowhere are passed over.
+/// Links that lead nowhere are ignored.
 KltErrorType WriteNumber(ArvGcNode* node, const Number& value)
 {
     return Perform(
@@ -227,7 +227,7 @@ KltErrorType WriteCopies(ArvGcFeatureNode* node, const Number& value, const Valu
                 if (result != KltErrorSuccess)
                     return result;
             }
-        if (ARV_IS_GC_CONVERTER(each)) // What comes behind has another value.
+        if (ARV_IS_GC_CONVERTER(each)) // What follows has another value.
             break;
     }
     return KltErrorSuccess;

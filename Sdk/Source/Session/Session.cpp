@@ -62,7 +62,7 @@ KltErrorType Session::Open()
 
 KltErrorType Session::Close()
 {
-    // The features know this session: released only after the lock was, or the last one would destroy it.
+    // The features own this session: they are released only after the lock, or the last one would destroy it.
     FeaturePtrVector features;
     const Call call(*this);
     if (call.Refusal() != KltErrorSuccess)

@@ -49,9 +49,10 @@ typedef std::function<KltErrorType(Connection& connection)> Connector;
 /// What a camera and its features share: the connection, while there is one, and the lock around it. Aravis allows one
 /// thread at a time per device.
 ///
-/// No call takes longer than ten seconds, whatever the camera and the callers in other threads do: -12 then.
+/// No call takes longer than ten seconds, whatever the camera and other threads do; it fails with -12 then. Aravis' USB
+/// devices do not know the deadline: they can take longer over one access to a register.
 ///
-/// Lives as long as the camera or one of its features; opened again, it serves the features of before.
+/// Lives as long as the camera or one of its features; opened again, it serves the earlier features, too.
 class Session : public std::enable_shared_from_this<Session>
 {
 public:
@@ -84,7 +85,7 @@ public:
     }
 
 private:
-    /// One call, from when it came: the lock, and the deadline of what is done under it.
+    /// One call, from its beginning: the lock, and the deadline of what is done under it.
     class Call
     {
     public:

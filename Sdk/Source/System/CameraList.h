@@ -13,7 +13,7 @@ namespace OPX
 namespace KltAPI
 {
 
-/// The cameras that were found, as one object each for as long as they are there. Any thread.
+/// The cameras that were found, one object for each as long as it is there. Any thread.
 class CameraList
 {
 public:

@@ -17,7 +17,7 @@ namespace KltAPI
 namespace
 {
 
-/// What the calling thread was told the length of, until it has asked for the content.
+/// The list whose length the calling thread has got, until it asks for the content.
 thread_local std::optional<CameraPtrVector> g_counted;
 
 /// Set while the calling thread is in an observer.
@@ -43,7 +43,7 @@ struct __attribute__((visibility("hidden"))) KoltaSystem::Impl
 
     CameraList cameras;
 
-    /// Last, so that it is gone before what it works on: programs end without a shutdown, too.
+    /// Last, so that it is gone before what it works on: programs may end without a shutdown.
     std::unique_ptr<Scanner> scanner;
 };
 
@@ -102,7 +102,7 @@ KltErrorType KoltaSystem::Shutdown()
 {
     if (g_notifying)
         return KltErrorInvalidCall;
-    // Observers may do as they like when they are destroyed: declared before the lock, they outlive it.
+    // Observers may do anything when they are destroyed: declared before the lock, they outlive it.
     Impl::Observers observers;
     const std::lock_guard<std::mutex> session(m_impl->sessionMutex);
     if (m_impl->starts == 0 || --m_impl->starts > 0)

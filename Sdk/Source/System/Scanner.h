@@ -34,7 +34,7 @@ private:
     void Loop();
     CameraList::Changes Scan(Transport& transport);
 
-    /// Nothing that is thrown leaves the thread: that would end the program. It is reported, once.
+    /// No exception leaves the thread: that would end the program. Each is reported once.
     void Guarded(const std::function<void()>& work);
     bool WaitForNextScan();
     bool Stopping();

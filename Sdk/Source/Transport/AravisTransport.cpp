@@ -40,7 +40,7 @@ std::string Text(const char* text)
     return text == nullptr ? std::string() : WithoutControls(text);
 }
 
-/// Makes what is evaluated from the text that was checked, and from no other.
+/// What is evaluated is made from the text that was checked, and from no other.
 KltErrorType UseDescription(Connection& connection, const std::string& deviceId, const CheckedDescription& checked)
 {
     if (!checked.problem.empty())
@@ -57,7 +57,7 @@ KltErrorType ConnectGige(const std::string& deviceId, const std::string& address
 {
     auto camera = std::make_unique<GvcpChannel>(address, connection.deadline);
     CallError error;
-    // Known before a description is read, which takes much longer.
+    // Before the description is read, which takes much longer.
     if (IsInUse(*camera, error.Out()))
         return KltErrorInvalidAccess;
     if (error.Get() != nullptr)
@@ -81,7 +81,7 @@ KltErrorType OpenUsb3(const std::string& deviceId, Connection& connection)
     return error.Get() == nullptr ? static_cast<KltErrorType>(KltErrorNotFound) : CodeOf(error.Get());
 }
 
-/// Aravis has parsed the description then, but nothing was evaluated yet.
+/// By then Aravis has parsed the description, but nothing has been evaluated.
 KltErrorType ConnectUsb3(const std::string& deviceId, Connection& connection)
 {
     const KltErrorType result = OpenUsb3(deviceId, connection);
@@ -137,7 +137,7 @@ private:
 
 AravisTransport::AravisTransport(bool gige, bool usb3) : m_warnsOfUsb(usb3), m_addresses(std::make_shared<Addresses>())
 {
-    // Aravis' own fake device is always there unless it is switched off.
+    // Aravis' own fake device is always listed unless it is switched off.
     for (unsigned int i = 0; i < arv_get_n_interfaces(); ++i)
         arv_disable_interface(arv_get_interface_id(i));
     Enable(GigEVision, gige);

@@ -26,7 +26,7 @@ private:
 
     Connector GigeConnector(const CameraRecord& record) const;
 
-    bool m_warnsOfUsb; ///< Until it was said once.
+    bool m_warnsOfUsb; ///< Until it has been said once.
     const std::shared_ptr<Addresses> m_addresses;
 };
 

@@ -32,7 +32,7 @@ std::set<std::string> ChosenWords()
         if (all.count(word) != 0)
             words.insert(word);
         else
-            Report(std::string(Variable) + " names '" + word + "', which is none of simulated, gige, usb3.");
+            Report(std::string(Variable) + " names '" + word + "', which is not one of simulated, gige, usb3.");
     }
     return words;
 }

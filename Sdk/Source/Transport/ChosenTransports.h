@@ -8,8 +8,8 @@ namespace OPX
 namespace KltAPI
 {
 
-/// The transports that the environment variable KOLTA_TRANSPORTS names, all if it names none. Words that name no
-/// transport are reported.
+/// The transports that the environment variable KOLTA_TRANSPORTS names; all if it is not set or empty. Words that do
+/// not name a transport are reported.
 Transports ChosenTransports();
 
 } // namespace KltAPI

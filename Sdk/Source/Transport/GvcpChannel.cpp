@@ -70,7 +70,7 @@ int Connected(const std::string& address)
     sockaddr_in camera{};
     camera.sin_family = AF_INET;
     camera.sin_port = htons(Port);
-    // Connected: what others send does not come through.
+    // Connected: what others send is not received.
     if (inet_pton(AF_INET, address.c_str(), &camera.sin_addr) == 1 &&
         connect(descriptor, reinterpret_cast<const sockaddr*>(&camera), sizeof camera) == 0)
         return descriptor;
@@ -78,7 +78,7 @@ int Connected(const std::string& address)
     return -1;
 }
 
-/// Whether \a size bytes from \a address on lie in the 32 bits that the protocol has for addresses.
+/// Whether \a size bytes from \a address on are within the 32 bits that the protocol has for addresses.
 bool InReach(std::uint64_t address, std::uint32_t size, GError** error)
 {
     const std::uint64_t end = std::uint64_t(1) << 32;
@@ -146,7 +146,7 @@ void GvcpChannel::SetPause(Clock::duration pause)
     m_pause = std::max<Clock::duration>(ShortestPause, std::min<Clock::duration>(LongestPause, pause));
 }
 
-/// Where an answer belongs to another question than the one that is open.
+/// For an answer to a question other than the open one.
 void GvcpChannel::ForgetLate(const Bytes& answer)
 {
     // Answered twice: nothing was lost, we have only been impatient.
@@ -165,7 +165,7 @@ bool GvcpChannel::Receive(Bytes& answer) const
 void GvcpChannel::ForgetLateAnswers()
 {
     Bytes answer;
-    // As many as fit into the socket: a camera could send them faster than they are read.
+    // No more than fit into the socket: a camera could send them faster than they are read.
     for (int i = 0; i < 1000 && Receive(answer); ++i)
         ForgetLate(answer);
 }
@@ -204,7 +204,7 @@ bool GvcpChannel::Converse(const Bytes& packet, std::size_t size, Reply& reply)
         Send(packet);
         if (Await(packet, size, std::min(now + pause, giveUp), reply))
         {
-            // Only the answer to the first question tells how quick the camera is.
+            // Only the answer to the first question shows how quick the camera is.
             if (now == start)
                 SetPause(2 * (Clock::now() - start));
             return true;
@@ -308,7 +308,7 @@ bool GvcpChannel::WriteMemory(std::uint64_t address, std::uint32_t size, const s
     return true;
 }
 
-/// For cameras that can write registers only.
+/// For cameras that can write only registers.
 bool GvcpChannel::WriteWords(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer, GError** error)
 {
     for (std::uint32_t done = 0; done < size; done += 4)

@@ -22,21 +22,21 @@ namespace KltAPI
 ///
 /// What gets lost in the network is asked for again. A call fails with a timeout when the camera has been silent for
 /// three seconds, and at the deadline in any case. It returns whether it succeeded; errors are ARV_DEVICE_ERRORs. One
-/// thread at a time, but for Touch().
+/// thread at a time, except for Touch().
 class GvcpChannel
 {
 public:
     typedef std::chrono::steady_clock Clock;
     typedef std::shared_ptr<const Clock::time_point> Deadline;
 
-    /// \param address the camera's address in the network; nothing answers at what is no address
+    /// \param address the camera's address in the network; nothing answers if it is not an address
     GvcpChannel(const std::string& address, Deadline deadline);
     ~GvcpChannel();
 
     GvcpChannel(const GvcpChannel&) = delete;
     GvcpChannel& operator=(const GvcpChannel&) = delete;
 
-    /// From now on calls end at another deadline.
+    /// From now on, calls end at another deadline.
     void SetDeadline(Deadline deadline);
 
     bool ReadRegister(std::uint64_t address, std::uint32_t& value, GError** error);

@@ -16,7 +16,7 @@ namespace KltAPI
 namespace
 {
 
-/// Where the two addresses of the description stand.
+/// Where the two addresses of the description are.
 const std::uint32_t AddressRegisters[] = {0x200, 0x400};
 const std::uint32_t AddressSize = 512;
 
@@ -58,7 +58,7 @@ KltErrorType ReadContent(GvcpChannel& camera, const Place& place, CheckedDescrip
     }
     std::string content(place.size, '\0');
     const KltErrorType result = Read(camera, place.address, content);
-    // The size can be that of the memory it stands in. An archive may end with zeros.
+    // The size can be that of the memory around it. An archive may end with zeros.
     if (!IsZip(content))
         content.erase(content.find_last_not_of('\0') + 1);
     if (result == KltErrorSuccess)

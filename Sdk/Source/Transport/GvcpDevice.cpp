@@ -22,7 +22,7 @@ const std::uint32_t ControlBits = 3;
 /// A camera drops a controller that it has not heard from for three seconds. Some of what is sent gets lost.
 const milliseconds Heartbeat(500);
 
-/// A camera that is gone has dropped us by itself.
+/// A camera that is gone has dropped us anyway.
 const milliseconds Goodbye(500);
 
 /// Control of one camera.
@@ -135,8 +135,8 @@ void InitialiseClass(gpointer klass, gpointer /*data*/)
     deviceClass->write_register = WriteRegister;
 }
 
-/// A GigE device only by name, none of whose own code runs: from the name Aravis knows that the values of old cameras
-/// are to be read in another way.
+/// A GigE device in name only, none of whose own code runs: from the name Aravis knows that the values of old cameras
+/// have to be read differently.
 GType DeviceType()
 {
     static const GType type = []

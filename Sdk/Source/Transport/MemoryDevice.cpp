@@ -61,7 +61,7 @@ private:
             const auto offset = static_cast<std::uint32_t>(address % PageSize);
             const std::uint32_t length = std::min(size, PageSize - offset);
             use(address / PageSize, offset, length);
-            address += length; // Behind the last address comes the first.
+            address += length; // The last address is followed by the first.
             size -= length;
         }
     }

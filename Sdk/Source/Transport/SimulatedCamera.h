@@ -15,8 +15,7 @@ namespace OPX
 namespace KltAPI
 {
 
-/// A description file with the content that it had when it was read, once and for all: what was checked is what a
-/// camera is made from.
+/// A description file with the content that it had when it was read. The camera is made from exactly what was checked.
 class DescriptionFile
 {
 public:
@@ -27,10 +26,10 @@ public:
     bool IsUsable() const { return m_content->problem.empty(); }
     const std::string& Problem() const { return m_content->problem; }
 
-    /// Whether the file is still there and the same. Another content under the same name is another camera.
+    /// Whether the file is still there and the same. Different content under the same name is another camera.
     bool IsUnchanged() const;
 
-    /// What tells this content of the file from all others.
+    /// Identifies this file with this content.
     std::string Id() const;
 
     const CheckedDescription& Content() const { return *m_content; }

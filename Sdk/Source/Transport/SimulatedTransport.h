@@ -29,19 +29,19 @@ private:
     struct KnownFile
     {
         DescriptionFile description;
-        bool reported = false; ///< What is wrong with it was said.
+        bool reported = false; ///< Whether its problem has been reported.
     };
 
     std::vector<std::filesystem::path> Files();
     void ReportOnce(const std::filesystem::path& place, const std::string& message);
     const KnownFile* Examine(const std::filesystem::path& path);
 
-    /// Files that arrive while we are running are incomplete until they have been copied: to be called only for those
+    /// Files that arrive while we are running are incomplete until they have been copied: to be called only for files
     /// that have not changed since the last scan.
     static void ReportProblem(KnownFile& file);
 
     std::vector<std::filesystem::path> m_places;
-    std::set<std::filesystem::path> m_reported; ///< Places that something was said of.
+    std::set<std::filesystem::path> m_reported; ///< Places with a report.
     std::map<std::filesystem::path, KnownFile> m_known;
     bool m_scanned = false;
 };

@@ -17,7 +17,7 @@ namespace KltAPI
 namespace
 {
 
-/// The value of a raw feature: as many bytes as it has, in hexadecimal digits.
+/// The value of a raw feature: all of its bytes, in hexadecimal digits.
 std::string ApplyBytes(ArvGcRegister* node, const std::string& value)
 {
     std::vector<unsigned char> bytes;
@@ -27,12 +27,12 @@ std::string ApplyBytes(ArvGcRegister* node, const std::string& value)
         char* end = nullptr;
         bytes.push_back(static_cast<unsigned char>(g_ascii_strtoull(byte.c_str(), &end, 16)));
         if (byte.size() > 2 || *end != '\0')
-            return "'" + byte + "' is no byte";
+            return "'" + byte + "' is not a byte";
     }
     CallError error;
     guint64 length = 0;
     if (LengthOf(node, length) != KltErrorSuccess || bytes.empty() || bytes.size() != length)
-        return "these are " + std::to_string(bytes.size()) + " of " + std::to_string(length) + " bytes";
+        return std::to_string(bytes.size()) + " bytes given, " + std::to_string(length) + " expected";
     arv_gc_register_set(node, bytes.data(), length, error.Out());
     return error.Get() == nullptr ? std::string() : error.Get()->message;
 }
@@ -58,10 +58,10 @@ std::string Apply(ArvGc* description, const std::string& line)
     if (!ARV_IS_GC_FEATURE_NODE(node))
         return "there is no feature '" + name + "'";
     if (CheckLength(ARV_GC_FEATURE_NODE(node)) != KltErrorSuccess)
-        return "the length of '" + name + "' is absurd";
+        return "the length of '" + name + "' is out of bounds";
     const std::string value = Trimmed(line.substr(equals + 1));
     if (IsOffIncrement(node, value))
-        return "'" + value + "' is not an increment of the minimum";
+        return "'" + value + "' is not a whole number of increments above the minimum";
     CallError error;
     if (ARV_IS_GC_REGISTER(node) && !ARV_IS_GC_INTEGER(node) && !ARV_IS_GC_FLOAT(node) && !ARV_IS_GC_STRING(node))
         return ApplyBytes(ARV_GC_REGISTER(node), value);
@@ -78,7 +78,7 @@ void ApplyStartValues(ArvGc* description, const std::filesystem::path& descripti
     if (!std::filesystem::is_regular_file(path, none))
         return;
     std::ifstream file(path);
-    // Also what the camera itself could never change may be set here.
+    // Even what can never be written in the camera itself may be set here.
     const ArvAccessCheckPolicy policy = arv_gc_get_access_check_policy(description);
     const ArvRangeCheckPolicy ranges = arv_gc_get_range_check_policy(description);
     arv_gc_set_access_check_policy(description, ARV_ACCESS_CHECK_POLICY_DISABLE);

@@ -15,7 +15,7 @@ namespace KltAPI
 /// A camera as a scan finds it.
 struct CameraRecord
 {
-    std::string id; ///< Stays the same from scan to scan, and is no other camera's.
+    std::string id; ///< Stays the same from scan to scan, and is unique.
     std::string name;
     std::string serialNumber;
     std::string transport; ///< One of the words of KOLTA_TRANSPORTS.

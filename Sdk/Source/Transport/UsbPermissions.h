@@ -6,8 +6,8 @@ namespace OPX
 namespace KltAPI
 {
 
-/// Whether a USB3 Vision camera is plugged in that this user may not open. Such a camera is in no list, and nothing
-/// else tells why.
+/// Whether a USB3 Vision camera is plugged in that this user may not open. Such a camera is not listed, and nothing
+/// else says why.
 bool IsUsbCameraOutOfReach();
 
 } // namespace KltAPI

@@ -6,7 +6,7 @@
 #include <iostream>
 
 /// What every program around a generated class does: USE_CAMERA(Class) { ... return true; } There the class is Camera.
-/// The SDK is given the camera's description and nothing else, so the first camera is the one.
+/// The SDK is given only the camera's description, so the first camera is the one.
 #define USE_CAMERA(Class)                                                                                              \
     typedef Class Camera;                                                                                              \
     static bool Use(Class& camera);                                                                                    \
