@@ -104,18 +104,17 @@ void CheckClass(const Task& task, const std::vector<std::string>& contradictions
     if (force)
         return;
     if (!contradictions.empty())
-        throw CommandError(ExitNames, "One class cannot serve all of these cameras, so nothing was written. Leave some "
-                                      "out, or use --force: then the first camera given decides.");
+        throw CommandError(ExitNames,
+            "One class cannot serve all of these cameras. Leave some out, or use --force: then the first one decides.");
     if (!compiles)
         throw CommandError(ExitNames,
-            "The class would not compile, so nothing was written. Change prefixes or suffixes, or use --force.");
+            "The class would not compile. Other prefixes or suffixes may help; --force accepts it as it is.");
 }
 
 void CheckFeatures(const Task& task, const GenerateOptions& wanted)
 {
     if (task.features.Categories().empty() && !wanted.force)
-        throw CommandError(ExitCamera, "The camera has no features, so nothing was written. To write a class "
-                                       "anyway, use --force.");
+        throw CommandError(ExitCamera, "There are no features. To accept a class without any, use --force.");
 }
 
 Task TaskFor(const GenerateOptions& wanted)
