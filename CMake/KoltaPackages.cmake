@@ -1,4 +1,12 @@
 # Packages from the components: cpack makes Debian packages and an archive, rpmbuild those of other systems.
+get_target_property(type KoltaCPP::KoltaCPP TYPE)
+if(type STREQUAL "STATIC_LIBRARY" AND NOT KOLTA_USE_INSTALLED_SDK)
+    message(STATUS "No packages: they are made for the shared library only.")
+    # Perhaps of the same build before it was changed.
+    file(REMOVE ${PROJECT_BINARY_DIR}/CPackConfig.cmake)
+    return()
+endif()
+
 set(tool_summary "generator of C++ classes for GenICam cameras")
 set(tool "Lists the cameras, reads every feature of the one that is selected, and
 writes a C++ class for exactly this camera: typed accessors for every feature,
