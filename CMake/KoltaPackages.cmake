@@ -53,7 +53,12 @@ set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "${library_summary}\n${library}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libkoltacpp-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "${development_summary}\n${development}")
-# After installation and removal there is the same to do.
+foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+    string(TOUPPER ${component} COMPONENT)
+    install(FILES ${packaging}/copyright ${packaging}/changelog COMPONENT ${component}
+        DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${CPACK_DEBIAN_${COMPONENT}_PACKAGE_NAME})
+endforeach()
+# After installation and removal the same has to be done.
 set(control ${PROJECT_BINARY_DIR}/control)
 configure_file(${packaging}/udev ${control}/postinst COPYONLY)
 configure_file(${packaging}/udev ${control}/postrm COPYONLY)
