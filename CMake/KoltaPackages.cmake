@@ -1,4 +1,12 @@
 # Packages from the components: cpack makes Debian packages and an archive, rpmbuild those of other systems.
+get_target_property(type KoltaCPP::KoltaCPP TYPE)
+if(type STREQUAL "STATIC_LIBRARY" AND NOT KOLTA_USE_INSTALLED_SDK)
+    message(STATUS "No packages: they are made for the shared library only.")
+    # Perhaps of the same build before it was changed.
+    file(REMOVE ${PROJECT_BINARY_DIR}/CPackConfig.cmake)
+    return()
+endif()
+
 set(tool_summary "generator of C++ classes for GenICam cameras")
 set(tool "Lists the cameras, reads every feature of the one that is selected, and
 writes a C++ class for exactly this camera: typed accessors for every feature,
@@ -20,6 +28,7 @@ if(NOT KOLTA_USE_INSTALLED_SDK)
 endif()
 set(CPACK_PACKAGE_CONTACT "KoltaClassGenerator developers <developers@opx.example>")
 set(CPACK_PACKAGE_DIRECTORY ${PROJECT_BINARY_DIR}/packages)
+set(CPACK_SYSTEM_NAME ${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR})
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
@@ -44,7 +53,12 @@ set(CPACK_DEBIAN_LIBRARY_DESCRIPTION "${library_summary}\n${library}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libkoltacpp-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_DESCRIPTION "${development_summary}\n${development}")
-# After installation and removal there is the same to do.
+foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+    string(TOUPPER ${component} COMPONENT)
+    install(FILES ${packaging}/copyright ${packaging}/changelog COMPONENT ${component}
+        DESTINATION ${CMAKE_INSTALL_DATAROOTDIR}/doc/${CPACK_DEBIAN_${COMPONENT}_PACKAGE_NAME})
+endforeach()
+# After installation and removal the same has to be done.
 set(control ${PROJECT_BINARY_DIR}/control)
 configure_file(${packaging}/udev ${control}/postinst COPYONLY)
 configure_file(${packaging}/udev ${control}/postrm COPYONLY)
@@ -52,16 +66,10 @@ configure_file(${PROJECT_SOURCE_DIR}/Sdk/libKoltaCPP.symbols ${control}/symbols 
 file(WRITE ${control}/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${control}/postinst ${control}/postrm ${control}/symbols ${control}/triggers)
 set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-file(STRINGS ${packaging}/changelog heading LIMIT_COUNT 1)
-if(NOT heading MATCHES "\\(${PROJECT_VERSION}\\)")
-    message(WARNING "Packaging/changelog says nothing of version ${PROJECT_VERSION}.")
-endif()
 
 set(CPACK_SOURCE_GENERATOR TGZ)
 set(CPACK_SOURCE_PACKAGE_FILE_NAME ${CPACK_DEBIAN_TOOL_PACKAGE_NAME}-${PROJECT_VERSION})
 set(CPACK_SOURCE_IGNORE_FILES "^${PROJECT_SOURCE_DIR}/(build[^/]*|\\.git|\\.cache)(/|$)")
 string(REPLACE "\n.\n" "\n\n" development "${development}")
-file(STRINGS ${packaging}/changelog signed REGEX "^ -- " LIMIT_COUNT 1)
-string(REGEX REPLACE "^ -- (.*)  (...), (..) (...) (....) .*" "\\2 \\4 \\3 \\5 \\1" signed "${signed}")
 configure_file(${packaging}/kolta-class-generator.spec.in ${CPACK_PACKAGE_DIRECTORY}/kolta-class-generator.spec @ONLY)
 include(CPack)

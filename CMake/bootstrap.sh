@@ -50,15 +50,20 @@ quietly() {
 
 # build PRESET. What was built where nothing can be written now, a medium or another user's folder, is taken as it is.
 build() {
-    local folder=build/$1 run=quietly
+    local folder=build/$1 run=(quietly tell_compiling "$1")
     [ -w "$folder" ] || [ ! -x "$folder/bin/KoltaClassGenerator" ] || return 0
-    is_built "$folder" || say "Building in $folder; the first time this takes minutes ..."
-    [ ! -t 2 ] || run=
+    [ ! -t 2 ] || run=()
     [ -f "$folder/build.ninja" ] || quietly cmake --preset "$1" || die "Configuring failed."
-    $run cmake --build --preset "$1" >&2 || die "Building failed."
+    "${run[@]}" cmake --build --preset "$1" 3>&2 >&2 || die "Building failed."
 }
 
-# Whether nothing has changed since the last build.
-is_built() {
-    [ -x "$1/bin/kolta-classgen" ] && [ -z "$(find [A-Z]* -newer "$1/.ninja_log" -print -quit)" ]
+# tell_compiling PRESET COMMAND...: says so once the first file is compiled. Only the build knows whether one is.
+tell_compiling() {
+    local line told=
+    "${@:2}" | while IFS= read -r line; do
+        echo "$line"
+        [[ -z $told && $line == *"Building CXX"* ]] || continue
+        say "Building in build/$1; the first time this takes minutes ..." 2>&3
+        told=1
+    done
 }

@@ -34,7 +34,8 @@ fs::path FolderOfLibrary()
     return fs::weakly_canonical(library, error).parent_path();
 }
 
-/// The cameras that ship: beside the library, as in the build, or where they are installed.
+/// The cameras that ship: beside the library, as in the build, or where they are installed, seen from the library. What
+/// is linked statically has one place more, which is absolute.
 fs::path ShippedCameras()
 {
     std::error_code error;
