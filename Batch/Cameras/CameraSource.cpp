@@ -7,7 +7,6 @@
 #include <KoltaCPP/KoltaSystem.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
@@ -17,7 +16,6 @@
 #include <fstream>
 #include <functional>
 #include <future>
-#include <mutex>
 #include <sys/mman.h>
 #include <thread>
 #include <unistd.h>
@@ -47,8 +45,8 @@ bool OnlySimulated()
 /// A file in memory with what the standard input delivers. Its path is good for as long as the program runs.
 std::string StandardInput()
 {
-    static std::atomic<bool> isRead(false);
-    if (isRead.exchange(true))
+    static bool isRead = false;
+    if (std::exchange(isRead, true))
         throw CommandError(ExitUsage, "'-' was given twice, but the standard input can be read only once.");
     const int file = memfd_create("standard input", MFD_CLOEXEC);
     char block[1 << 16];
@@ -77,16 +75,6 @@ CameraPtr Simulate(const std::string& file)
     return camera;
 }
 
-/// Never releases a camera: freeing every node of a description takes longer than reading it, and the program ends
-/// soon.
-void Keep(const CameraPtr& camera)
-{
-    static std::mutex mutex;
-    static std::vector<CameraPtr>& kept = *new std::vector<CameraPtr>;
-    const std::lock_guard<std::mutex> lock(mutex);
-    kept.push_back(camera);
-}
-
 /// Opens the camera and calls \a use with it. What it returns is an error code.
 template <class Use>
 void WithOpenCamera(const CameraPtr& camera, Use use)
@@ -100,16 +88,23 @@ void WithOpenCamera(const CameraPtr& camera, Use use)
         throw CommandError(ExitCamera, "Unable to read camera '" + name + "': " + Reason(used));
 }
 
+/// The camera of a description; null if the choice is one to look for.
+CameraPtr CameraOfFile(const CameraChoice& choice)
+{
+    if (choice.descriptionFile.empty())
+        return CameraPtr();
+    // Never released: freeing every node of a description takes longer than reading it, and the program ends soon.
+    static std::vector<CameraPtr>& kept = *new std::vector<CameraPtr>;
+    kept.push_back(Simulate(choice.descriptionFile));
+    return kept.back();
+}
+
 /// The same for the camera of a choice.
 template <class Use>
-void WithOpenCamera(const CameraChoice& choice, Use use)
+void WithOpenCamera(const CameraChoice& choice, const CameraPtr& ofFile, Use use)
 {
-    if (!choice.descriptionFile.empty())
-    {
-        const CameraPtr camera = Simulate(choice.descriptionFile);
-        Keep(camera);
-        return WithOpenCamera(camera, use);
-    }
+    if (ofFile)
+        return WithOpenCamera(ofFile, use);
     const SdkSession session;
     const CameraPtr camera = session.Find(choice.serialNumber);
     WithOpenCamera(camera, use);
@@ -179,13 +174,11 @@ int FirstLine(const std::string& path)
     return before.compare(0, 2, "PK") == 0 ? 1 : 1 + static_cast<int>(std::count(before.begin(), before.end(), '\n'));
 }
 
-} // namespace
-
-CameraFeatures ReadFeatures(const CameraChoice& choice)
+CameraFeatures Read(const CameraChoice& choice, const CameraPtr& ofFile)
 {
     CameraFeatures read;
     read.label = choice.Text();
-    WithOpenCamera(choice,
+    WithOpenCamera(choice, ofFile,
         [&read](const CameraPtr& camera)
         {
             read.name = TextOf(*camera, &Camera::GetName);
@@ -198,15 +191,20 @@ CameraFeatures ReadFeatures(const CameraChoice& choice)
     return read;
 }
 
+} // namespace
+
 std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices)
 {
-    const auto read = [](const CameraChoice& choice) { return ReadFeatures(choice); };
+    // One after the other, so that what is said of those that cannot be used comes in order.
+    std::vector<CameraPtr> ofFiles;
+    for (const CameraChoice& choice : choices)
+        ofFiles.push_back(CameraOfFile(choice));
     std::vector<std::future<CameraFeatures>> others;
     for (std::size_t i = 1; i < choices.size(); ++i)
-        others.push_back(std::async(std::launch::async, read, std::cref(choices[i])));
+        others.push_back(std::async(std::launch::async, Read, std::cref(choices[i]), ofFiles[i]));
     std::vector<CameraFeatures> cameras;
     cameras.reserve(choices.size());
-    cameras.push_back(read(choices.front()));
+    cameras.push_back(Read(choices.front(), ofFiles.front()));
     for (std::future<CameraFeatures>& other : others)
         cameras.push_back(other.get());
     return cameras;
@@ -215,7 +213,8 @@ std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choice
 std::string ReadDescription(const CameraChoice& choice)
 {
     std::string description;
-    WithOpenCamera(choice, [&description](const CameraPtr& camera) { return GetDescription(*camera, description); });
+    WithOpenCamera(choice, CameraOfFile(choice),
+        [&description](const CameraPtr& camera) { return GetDescription(*camera, description); });
     return description;
 }
 
@@ -223,7 +222,7 @@ DescriptionElement ReadNodes(const CameraChoice& choice)
 {
     std::string description;
     int firstLine = 1;
-    WithOpenCamera(choice,
+    WithOpenCamera(choice, CameraOfFile(choice),
         [&](const CameraPtr& camera)
         {
             if (!choice.descriptionFile.empty())

@@ -42,13 +42,11 @@ struct CameraFeatures
     std::shared_ptr<const DescriptionElement> description; ///< Empty if the camera does not give it.
 };
 
-/// Finds the camera, opens it, reads its features and closes it again. Throws CommandError if that fails.
-CameraFeatures ReadFeatures(const CameraChoice& choice);
-
-/// The same for several cameras, at least one: all at the same time, each on a thread of its own.
+/// Finds the cameras, at least one, opens them, reads their features and closes them again: all at the same time, each
+/// on a thread of its own. Throws CommandError if that fails.
 std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices);
 
-/// The same for the camera's own description, as XML.
+/// The same for one camera's own description, as XML.
 std::string ReadDescription(const CameraChoice& choice);
 
 /// The same for what stands in it. Lines are those of the file, if it comes from one.
