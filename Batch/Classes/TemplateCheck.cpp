@@ -61,8 +61,8 @@ std::string Misspelled(const QString& text, QString word)
         !nearest.empty() && std::abs(static_cast<int>(nearest.size()) - static_cast<int>(word.size())) <= 3;
     if (!near && !shape.match(text).hasMatch())
         return std::string();
-    return Quoted(text) + " is no placeholder and stays as it is." +
-           (nearest.empty() ? "" : " Is '### " + nearest + " ###' meant?");
+    return Quoted(text) + " is not a placeholder and is left as it is." +
+           (nearest.empty() ? "" : " Did you mean '### " + nearest + " ###'?");
 }
 
 /// One line of a template.

@@ -22,7 +22,7 @@ std::string Quoted(const std::string& text)
 std::string Suggestion(const std::string& word, const std::vector<std::string>& known)
 {
     const std::string nearest = NearestWord(word, known);
-    return nearest.empty() ? std::string() : " Is " + Quoted(nearest) + " meant?";
+    return nearest.empty() ? std::string() : " Did you mean " + Quoted(nearest) + "?";
 }
 
 /// A node, and the one that it is a part of, if any.
@@ -105,7 +105,7 @@ private:
         const std::string_view kind = element.tag;
         const std::vector<const Need*>* const needs = NeedsOf(kind);
         if (needs == nullptr)
-            return Report(element, Quoted(element.tag) + " is no kind of node." + Suggestion(element.tag, NodeKinds()));
+            return Report(element, Quoted(element.tag) + " is not a kind of node." + Suggestion(element.tag, NodeKinds()));
         CheckPlace(node);
         for (const Need* need : *needs)
             CheckNeed(node, *need);
@@ -222,7 +222,7 @@ private:
         if (found == m_nodes.end())
             problem = target.substr(0, 10) == "EnumEntry_" ? nullptr : "which does not exist";
         else if (what == "pPort" && kind != "Port")
-            problem = "which is no Port";
+            problem = "which is not a Port";
         else if (content == Content::NodeWithValue && (kind == "Category" || kind == "Port"))
             problem = "which has no value";
         if (problem != nullptr)

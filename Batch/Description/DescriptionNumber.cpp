@@ -73,7 +73,7 @@ void DescriptionNumber::ReadReal(const std::string& text)
 void DescriptionNumber::Judge(const std::string& text, const char* end, bool fits)
 {
     if (end == nullptr)
-        problem = "which is no number";
+        problem = "which is not a number";
     else if (!fits)
         problem = "which does not fit into 64 bits";
     else if (end != text.data() + text.size())
