@@ -201,16 +201,22 @@ std::string ReadDescription(const CameraChoice& choice)
     return description;
 }
 
-DescriptionElement ReadNodes(const CameraChoice& choice)
+CameraNodes ReadNodes(const CameraChoice& choice)
 {
-    std::string description;
-    int firstLine = 1;
+    CameraNodes nodes;
     WithOpenCamera(choice,
         [&](const CameraPtr& camera)
         {
-            if (!choice.descriptionFile.empty())
-                firstLine = FirstLine(TextOf(*camera, &Camera::GetAddress));
-            return GetDescription(*camera, description);
+            std::string description;
+            KltErrorType result = GetDescription(*camera, description);
+            if (result != KltErrorSuccess)
+                return result;
+            const bool isFile = !choice.descriptionFile.empty();
+            nodes.root = ReadNodes(description, isFile ? FirstLine(TextOf(*camera, &Camera::GetAddress)) : 1);
+            unsigned int count = 0;
+            result = camera->GetFeatures(nullptr, count);
+            nodes.hasFeatures = count > 0;
+            return result;
         });
-    return ReadNodes(description, firstLine);
+    return nodes;
 }

@@ -36,7 +36,8 @@ ExitCode Validate(const std::vector<CameraChoice>& cameras, bool json)
     {
         try
         {
-            for (const Mistake& mistake : FindMistakes(ReadNodes(camera)))
+            const CameraNodes nodes = ReadNodes(camera);
+            for (const Mistake& mistake : FindMistakes(nodes.root, nodes.hasFeatures))
             {
                 result = std::max(result, ExitDiffers);
                 if (json)
@@ -60,7 +61,7 @@ void WarnOfMistakes(const std::vector<CameraFeatures>& cameras)
 {
     for (const CameraFeatures& camera : cameras)
     {
-        const std::size_t count = FindMistakes(*camera.description).size();
+        const std::size_t count = FindMistakes(*camera.description, !camera.features.empty()).size();
         if (count > 0)
             TellWarning("The description of '" + camera.label + "' has " +
                         (count == 1 ? "1 mistake. To see it" : std::to_string(count) + " mistakes. To see them") +

@@ -1,5 +1,6 @@
 #include "Description/DescriptionCheck.h"
 
+#include "Description/DescriptionNames.h"
 #include "Description/DescriptionNumber.h"
 #include "Description/DescriptionSchema.h"
 #include "Description/NearestWord.h"
@@ -21,7 +22,10 @@ std::string Quoted(const std::string& text)
 
 std::string Suggestion(const std::string& word, const std::vector<std::string>& known)
 {
-    const std::string nearest = NearestWord(word, known);
+    // Namespaces are not understood: a prefix is in the way.
+    const std::string local = word.substr(word.find(':') + 1);
+    const std::string nearest =
+        std::find(known.begin(), known.end(), local) != known.end() ? local : NearestWord(word, known);
     return nearest.empty() ? std::string() : " Did you mean " + Quoted(nearest) + "?";
 }
 
@@ -59,16 +63,14 @@ bool IsConditional(const Element& node)
 class Checker
 {
 public:
-    explicit Checker(const Element& root) : m_root(root) {}
+    explicit Checker(const Element& root) : m_root(root), m_names(root, m_mistakes) {}
 
-    std::vector<Mistake> Check()
+    std::vector<Mistake> Check(bool hasFeatures)
     {
-        m_nodes.reserve(m_root.children.size());
-        for (const Element& node : m_root.children)
-            AddNames(node);
         for (const Element& node : m_root.children)
             CheckNode({node, nullptr});
-        CheckFeatures();
+        if (!hasFeatures)
+            ReportNoFeatures();
         std::stable_sort(m_mistakes.begin(), m_mistakes.end(),
             [](const Mistake& one, const Mistake& other) { return one.line < other.line; });
         return std::move(m_mistakes);
@@ -81,33 +83,16 @@ private:
         m_mistakes.push_back({where.line, std::move(text)});
     }
 
-    void AddNames(const Element& node)
-    {
-        AddName(node);
-        if (node.tag != "StructReg")
-            return;
-        for (const Element& part : node.children)
-            if (part.tag == "StructEntry")
-                AddName(part);
-    }
-
-    void AddName(const Element& node)
-    {
-        const auto added = node.name.empty() ? std::make_pair(m_nodes.end(), true) : m_nodes.emplace(node.name, &node);
-        if (!added.second)
-            Report(node, "the name " + Quoted(node.name) + " is taken already, in line " +
-                             std::to_string(added.first->second->line) + ".");
-    }
-
     void CheckNode(const Node& node)
     {
         const Element& element = node.element;
         const std::string_view kind = element.tag;
-        const std::vector<const Need*>* const needs = NeedsOf(kind);
-        if (needs == nullptr)
-            return Report(element, Quoted(element.tag) + " is not a kind of node." + Suggestion(element.tag, NodeKinds()));
+        const NodeKind* const known = FindNodeKind(kind);
+        if (known == nullptr)
+            return Report(
+                element, Quoted(element.tag) + " is not a kind of node." + Suggestion(element.tag, NodeKinds()));
         CheckPlace(node);
-        for (const Need* need : *needs)
+        for (const Need* need : known->needs)
             CheckNeed(node, *need);
         if (kind == "Integer" || kind == "Float")
             CheckLimits(node);
@@ -116,8 +101,11 @@ private:
         for (const Element& child : element.children)
         {
             const Content content = ContentOf(child.tag);
-            if (content == Content::Unknown && NeedsOf(child.tag) != nullptr)
+            if (content == Content::Unknown && FindNodeKind(child.tag) != nullptr)
                 CheckNode({child, &element});
+            else if (child.tag == "Group")
+                Report(child,
+                    "what stands in this Group does not belong to " + node.Text() + ": groups hold whole nodes.");
             else
                 CheckElement(node, child, content);
         }
@@ -126,7 +114,11 @@ private:
     void CheckPlace(const Node& node)
     {
         const Element& element = node.element;
-        if (node.outer != nullptr && !CanContain(node.outer->tag, element.tag))
+        if (node.outer == nullptr && (element.tag == "EnumEntry" || element.tag == "StructEntry"))
+            Report(element, node.Text() + " is not within " +
+                                (element.tag == "EnumEntry" ? "an Enumeration" : "a StructReg") +
+                                ", where such a node belongs.");
+        else if (node.outer != nullptr && !CanContain(node.outer->tag, element.tag))
             Report(element, node.Text() + " is a node within a node that holds none.");
         // Structures have no names, nobody asks for those of formulas within a register.
         else if (element.name.empty() && element.tag != "StructReg" &&
@@ -191,7 +183,9 @@ private:
         if (content == Content::Unknown)
             CheckUnknown(node, element);
         else if (content == Content::Node || content == Content::NodeWithValue)
-            CheckReference(node, element, element.tag, element.text, content);
+            // White space is a part of the name that the SDK looks for.
+            CheckReference(
+                node, element, element.tag, element.isPadded ? " " + element.text + " " : element.text, content);
         else if (content == Content::WholeNumber || content == Content::RealNumber)
             CheckNumber(node, element, content == Content::WholeNumber);
         else if (content == Content::NumberOfNode && node.element.tag != "String" && node.element.tag != "Boolean")
@@ -215,11 +209,11 @@ private:
     void CheckReference(
         const Node& node, const Element& element, std::string_view what, std::string_view target, Content content)
     {
-        const auto found = m_nodes.find(target);
-        const std::string_view kind = found == m_nodes.end() ? std::string_view() : found->second->tag;
+        const Element* const found = m_names.Find(target);
+        const std::string_view kind = found == nullptr ? std::string_view() : found->tag;
         const char* problem = nullptr;
         // Entries of enumerations have a name for the whole description, too.
-        if (found == m_nodes.end())
+        if (found == nullptr)
             problem = target.substr(0, 10) == "EnumEntry_" ? nullptr : "which does not exist";
         else if (what == "pPort" && kind != "Port")
             problem = "which is not a Port";
@@ -238,13 +232,16 @@ private:
                                 number.problem + ".");
     }
 
-    void CheckFeatures()
+    void ReportNoFeatures()
     {
-        const auto root = m_nodes.find("Root");
-        if (root == m_nodes.end() || root->second->tag != "Category")
+        const Element* const root = m_names.Find("Root");
+        if (root == nullptr || root->tag != "Category")
             Report(m_root, "there is no Category 'Root', so the camera has no features.");
-        else if (!LeadsToFeature(*root->second))
-            Report(*root->second, "no feature can be reached from the Category 'Root', so the camera has none.");
+        else if (!LeadsToFeature(*root))
+            Report(*root, "no feature can be reached from the Category 'Root', so the camera has none.");
+        else
+            Report(*root, "the SDK finds no features, although the Category 'Root' leads to some. Perhaps they are not "
+                          "implemented.");
     }
 
     bool LeadsToFeature(const Element& category)
@@ -255,26 +252,27 @@ private:
         {
             const Element& next = *open.back();
             open.pop_back();
-            if (next.tag != "Category")
+            const NodeKind* const kind = FindNodeKind(next.tag);
+            if (next.tag != "Category" && kind != nullptr && kind->isRead)
                 return true;
             for (const Element& child : next.children)
             {
-                const auto target = child.tag == "pFeature" ? m_nodes.find(child.text) : m_nodes.end();
-                if (target != m_nodes.end() && seen.insert(target->second).second)
-                    open.push_back(target->second);
+                const Element* const target = child.tag == "pFeature" ? m_names.Find(child.text) : nullptr;
+                if (target != nullptr && seen.insert(target).second)
+                    open.push_back(target);
             }
         }
         return false;
     }
 
     const Element& m_root;
-    std::unordered_map<std::string_view, const Element*> m_nodes;
     std::vector<Mistake> m_mistakes;
+    const DescriptionNames m_names;
 };
 
 } // namespace
 
-std::vector<Mistake> FindMistakes(const DescriptionElement& root)
+std::vector<Mistake> FindMistakes(const DescriptionElement& root, bool hasFeatures)
 {
-    return Checker(root).Check();
+    return Checker(root).Check(hasFeatures);
 }

@@ -79,20 +79,22 @@ bool CanContain(std::string_view outer, std::string_view inner)
     return inner == "IntSwissKnife" || inner == "SwissKnife"; // Addresses that are worked out.
 }
 
-const std::vector<const Need*>* NeedsOf(std::string_view kind)
+const NodeKind* FindNodeKind(std::string_view tag)
 {
-    static const auto needs = []
+    static const auto kinds = []
     {
-        std::unordered_map<std::string_view, std::vector<const Need*>> all;
+        std::unordered_map<std::string_view, NodeKind> all;
         for (const std::string& each : NodeKinds())
             all[each];
         for (const Need& need : Needs())
             for (std::string_view each : need.kinds)
-                all[each].push_back(&need);
+                all[each].needs.push_back(&need);
+        for (const char* each : {"AdvFeatureLock", "ConfRom", "DcamLock", "IntKey", "Node", "SmartFeature", "TextDesc"})
+            all[each].isRead = false;
         return all;
     }();
-    const auto found = needs.find(kind);
-    return found == needs.end() ? nullptr : &found->second;
+    const auto found = kinds.find(tag);
+    return found == kinds.end() ? nullptr : &found->second;
 }
 
 const std::vector<std::string>& NodeKinds()

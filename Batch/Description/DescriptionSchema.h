@@ -31,8 +31,15 @@ Content ContentOf(const std::string& tag);
 /// Whether a node of this kind is a part of another one of that kind.
 bool CanContain(std::string_view outer, std::string_view inner);
 
-/// What a node of this kind cannot do without; null if there is no such kind of node.
-const std::vector<const Need*>* NeedsOf(std::string_view kind);
+/// A kind of nodes.
+struct NodeKind
+{
+    bool isRead = true; ///< By the SDK. The others are of no use to it, and cannot be features.
+    std::vector<const Need*> needs;
+};
+
+/// Null if there is no such kind of node.
+const NodeKind* FindNodeKind(std::string_view tag);
 
 /// For suggestions.
 const std::vector<std::string>& NodeKinds();
