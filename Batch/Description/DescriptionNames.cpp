@@ -1,9 +1,19 @@
 #include "Description/DescriptionNames.h"
 
 #include "Description/DescriptionSchema.h"
+#include "Description/NearestWord.h"
+
+#include <algorithm>
 
 namespace
 {
+
+const std::string_view EntryPrefix = "EnumEntry_";
+
+const std::size_t MaximumCompared = 100000;
+
+/// Names are long and have much in common. One letter for another counts as two.
+const std::size_t MostLettersWrong = 4;
 
 bool IsRead(const DescriptionElement& node)
 {
@@ -25,6 +35,33 @@ const DescriptionElement* DescriptionNames::Find(std::string_view name) const
 {
     const auto found = m_nodes.find(name);
     return found == m_nodes.end() ? nullptr : found->second.node;
+}
+
+bool DescriptionNames::IsEntry(const std::string& name)
+{
+    if (name.compare(0, EntryPrefix.size(), EntryPrefix) != 0)
+        return false;
+    if (m_entries.empty())
+        for (const auto& [ofNode, named] : m_nodes)
+            if (named.node->tag == "Enumeration")
+                for (const DescriptionElement& child : named.node->children)
+                    if (child.tag == "EnumEntry")
+                        m_entries.insert(std::string(EntryPrefix) + named.node->name + "_" + child.name);
+    return m_entries.count(name) > 0;
+}
+
+std::string DescriptionNames::Nearest(const std::string& name, std::string_view kind)
+{
+    // Nobody reads thousands of suggestions.
+    if (m_compared > MaximumCompared)
+        return std::string();
+    std::vector<std::string> names;
+    for (const auto& [ofNode, named] : m_nodes)
+        if (kind.empty() || named.node->tag == kind)
+            names.emplace_back(ofNode);
+    m_compared += names.size();
+    std::sort(names.begin(), names.end()); // The same one for every build of the hash table.
+    return NearestWord(name, names, MostLettersWrong);
 }
 
 void DescriptionNames::Add(const DescriptionElement& node, const DescriptionElement* outer)
