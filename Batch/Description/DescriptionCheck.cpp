@@ -3,6 +3,7 @@
 #include "Description/DescriptionNames.h"
 #include "Description/DescriptionNumber.h"
 #include "Description/DescriptionSchema.h"
+#include "Description/FormulaCheck.h"
 #include "Description/NearestWord.h"
 #include "Description/NodeReport.h"
 #include "Description/ValueCheck.h"
@@ -74,6 +75,7 @@ private:
         for (const Need* need : kind->needs)
             CheckNeed(node, *need);
         CheckValues(node, m_mistakes);
+        CheckFormulas(node, m_mistakes);
         std::vector<const Element*> within;
         for (const Element& child : element.children)
             if (const ElementKind* const known = FindElementKind(child.tag))
