@@ -174,7 +174,7 @@ private:
     /// White space is a part of the name that the SDK looks for, but where it follows the link itself.
     static std::string TargetOf(const Element& element)
     {
-        return element.isPadded && element.tag != "pValueCopy" ? " " + element.text + " " : element.text;
+        return element.padded.empty() || element.tag == "pValueCopy" ? element.text : element.padded;
     }
 
     /// Makers have elements of their own. Those that look like one of the format are meant to be that.

@@ -5,6 +5,7 @@
 #include <libxml/parserInternals.h>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -24,6 +25,13 @@ std::string ToString(const xmlChar* begin, const xmlChar* end)
 bool IsBlank(xmlChar character)
 {
     return character == ' ' || character == '\n' || character == '\t' || character == '\r';
+}
+
+std::string Trimmed(const std::string& text)
+{
+    const auto begin = std::find_if_not(text.begin(), text.end(), IsBlank);
+    const auto end = std::find_if_not(text.rbegin(), std::make_reverse_iterator(begin), IsBlank).base();
+    return {begin, end};
 }
 
 /// The parser is at the end of a start tag. The line of a node in libxml2's tree would end at 65535.
@@ -112,11 +120,11 @@ void OnEnd(void* context, const xmlChar* /*tag*/, const xmlChar* /*prefix*/, con
         return;
     }
     DescriptionElement& element = *builder.open.back();
-    std::string& text = element.text;
-    while (!text.empty() && IsBlank(static_cast<xmlChar>(text.back())))
+    std::string trimmed = Trimmed(element.text);
+    if (trimmed != element.text)
     {
-        element.isPadded = true;
-        text.pop_back();
+        element.padded = element.children.empty() ? std::move(element.text) : std::string();
+        element.text = std::move(trimmed);
     }
     builder.open.pop_back();
 }
@@ -127,11 +135,9 @@ void OnText(void* context, const xmlChar* text, int length)
     if (builder.extensions > 0 || builder.open.empty())
         return;
     DescriptionElement& element = *builder.open.back();
-    std::string& gathered = element.text;
     // Most texts only set tags apart.
-    const xmlChar* const begin = gathered.empty() ? std::find_if_not(text, text + length, IsBlank) : text;
-    element.isPadded = element.isPadded || begin != text;
-    gathered.append(reinterpret_cast<const char*>(begin), static_cast<std::size_t>(text + length - begin));
+    if (element.children.empty() || !std::all_of(text, text + length, IsBlank))
+        element.text.append(reinterpret_cast<const char*>(text), static_cast<std::size_t>(length));
 }
 
 } // namespace

@@ -10,10 +10,10 @@
 struct DescriptionElement
 {
     std::string tag;
-    std::string name;      ///< Its attribute Name; empty if there is none.
-    int line = 0;          ///< Where its start tag begins.
-    std::string text;      ///< What stands between its tags, without white space around it.
-    bool isPadded = false; ///< There was such white space.
+    std::string name;   ///< Its attribute Name; empty if there is none.
+    int line = 0;       ///< Where its start tag begins.
+    std::string text;   ///< What stands between its tags, without white space around it.
+    std::string padded; ///< The same with the white space; empty if there is none.
     std::vector<std::pair<std::string, std::string>> attributes; ///< All but the name.
     std::vector<DescriptionElement> children;                    ///< In the order of the document.
 
