@@ -119,7 +119,7 @@ private:
         for (auto begin = std::find_if(text.begin(), text.end(), IsOfName); begin != text.end();)
         {
             const auto end = std::find_if_not(begin, text.end(), IsOfName);
-            const std::string name(begin, end);
+            std::string name(begin, end);
             const bool isNumber = std::isdigit(static_cast<unsigned char>(name[0])) != 0 || name[0] == '.';
             if (!isNumber && ProblemOf(name, false, variables) == Unknown)
                 return name;
