@@ -2,12 +2,27 @@
 
 #include <filesystem>
 
+namespace fs = std::filesystem;
+
+namespace
+{
+
+/// A folder may well be called like a camera.
+bool IsFile(const std::string& path)
+{
+    std::error_code error;
+    const fs::file_status status = fs::status(path, error);
+    return fs::exists(status) && !fs::is_directory(status);
+}
+
+} // namespace
+
 CameraChoice CameraChoice::FromText(const std::string& text)
 {
     CameraChoice choice;
-    std::error_code error;
-    const std::string extension = std::filesystem::path(text).extension();
-    if (text == "-" || extension == ".xml" || extension == ".zip" || std::filesystem::exists(text, error))
+    const std::string extension = fs::path(text).extension();
+    if (text == "-" || extension == ".xml" || extension == ".zip" || text.find('/') != std::string::npos ||
+        IsFile(text))
         choice.descriptionFile = text;
     else
         choice.serialNumber = text;

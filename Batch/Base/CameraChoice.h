@@ -9,7 +9,7 @@ struct CameraChoice
     std::string serialNumber;
     std::string descriptionFile; ///< Takes precedence over the serial number. "-" is the standard input.
 
-    /// A text that is either: the path of a file that exists or could be a description, or a serial number.
+    /// A text that is either: the path of a file that is there or could be a description, or a serial number.
     static CameraChoice FromText(const std::string& text);
 
     /// What the user called it.

@@ -16,6 +16,7 @@
 #include <fstream>
 #include <functional>
 #include <future>
+#include <memory>
 #include <sys/mman.h>
 #include <thread>
 #include <unistd.h>
@@ -42,35 +43,64 @@ bool OnlySimulated()
     return transports != nullptr && std::string(transports) == "simulated";
 }
 
-/// A file in memory with what the standard input delivers. Its path is good for as long as the program runs.
+/// Far more than a description may have.
+const std::size_t MaximumStream = 256U << 20;
+
+/// A file in memory with what a stream delivers. Its path is good for as long as the program runs.
+std::string InMemory(std::FILE* stream, const std::string& what)
+{
+    const int file = memfd_create("description", MFD_CLOEXEC);
+    char block[1 << 16];
+    std::size_t size = 1;
+    std::size_t all = 0;
+    bool written = file >= 0 && stream != nullptr;
+    while (written && size > 0 && all <= MaximumStream)
+    {
+        size = std::fread(block, 1, sizeof block, stream);
+        all += size;
+        written = write(file, block, size) == static_cast<ssize_t>(size);
+    }
+    if (!written || std::ferror(stream) != 0)
+        throw CommandError(ExitFile, what + " cannot be read: " + std::strerror(errno) + ".");
+    return "/proc/self/fd/" + std::to_string(file);
+}
+
 std::string StandardInput()
 {
     static bool isRead = false;
     if (std::exchange(isRead, true))
         throw CommandError(ExitUsage, "'-' was given twice, but the standard input can be read only once.");
-    const int file = memfd_create("standard input", MFD_CLOEXEC);
-    char block[1 << 16];
-    std::size_t size = 1;
-    bool written = file >= 0;
-    while (written && size > 0)
-    {
-        size = std::fread(block, 1, sizeof block, stdin);
-        written = write(file, block, size) == static_cast<ssize_t>(size);
-    }
-    if (!written || std::ferror(stdin) != 0)
-        throw CommandError(ExitFile, std::string("The standard input cannot be read: ") + std::strerror(errno) + ".");
-    return "/proc/self/fd/" + std::to_string(file);
+    return InMemory(stdin, "The standard input");
 }
 
-/// Looks at this file and at nothing else; "-" is the standard input.
+/// The standard input by its other name, or what a shell makes of <(command).
+std::string Pipe(const std::string& path)
+{
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> stream(std::fopen(path.c_str(), "rb"), &std::fclose);
+    return InMemory(stream.get(), "'" + path + "'");
+}
+
+/// A regular file with what \a file names; "-" is the standard input.
+std::string RegularFile(const std::string& file)
+{
+    if (file == "-")
+        return StandardInput();
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (fs::is_regular_file(status))
+        return file;
+    if (fs::is_fifo(status) || fs::is_character_file(status))
+        return Pipe(file);
+    if (fs::is_directory(status))
+        throw CommandError(ExitCamera, "'" + file + "' is a folder. Give a description file.");
+    throw CommandError(ExitCamera, "There is no description file '" + file + "'. Check the path.");
+}
+
+/// Looks at this file and at nothing else.
 CameraPtr Simulate(const std::string& file)
 {
-    std::error_code error;
-    if (file != "-" && !fs::is_regular_file(file, error))
-        throw CommandError(ExitCamera, "There is no description file '" + file + "'. Check the path.");
     CameraPtr camera;
-    const std::string path = file == "-" ? StandardInput() : file;
-    if (Camera::FromDescription(path.c_str(), camera) != KltErrorSuccess)
+    if (Camera::FromDescription(RegularFile(file).c_str(), camera) != KltErrorSuccess)
         throw CommandError(ExitCamera, "The description '" + file + "' cannot be used.");
     return camera;
 }
@@ -218,16 +248,22 @@ std::string ReadDescription(const CameraChoice& choice)
     return description;
 }
 
-DescriptionElement ReadNodes(const CameraChoice& choice)
+CameraNodes ReadNodes(const CameraChoice& choice)
 {
-    std::string description;
-    int firstLine = 1;
+    CameraNodes nodes;
     WithOpenCamera(choice, CameraOfFile(choice),
         [&](const CameraPtr& camera)
         {
-            if (!choice.descriptionFile.empty())
-                firstLine = FirstLine(TextOf(*camera, &Camera::GetAddress));
-            return GetDescription(*camera, description);
+            std::string description;
+            KltErrorType result = GetDescription(*camera, description);
+            if (result != KltErrorSuccess)
+                return result;
+            const bool isFile = !choice.descriptionFile.empty();
+            nodes.root = ReadNodes(description, isFile ? FirstLine(TextOf(*camera, &Camera::GetAddress)) : 1);
+            unsigned int count = 0;
+            result = camera->GetFeatures(nullptr, count);
+            nodes.hasFeatures = count > 0;
+            return result;
         });
-    return ReadNodes(description, firstLine);
+    return nodes;
 }

@@ -49,7 +49,14 @@ std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choice
 /// The same for one camera's own description, as XML.
 std::string ReadDescription(const CameraChoice& choice);
 
-/// The same for what stands in it. Lines are those of the file, if it comes from one.
-DescriptionElement ReadNodes(const CameraChoice& choice);
+/// What is in a camera's description.
+struct CameraNodes
+{
+    DescriptionElement root; ///< Lines are those of the file, if it comes from one.
+    bool hasFeatures = false;
+};
+
+/// The same for the camera's nodes.
+CameraNodes ReadNodes(const CameraChoice& choice);
 
 #endif

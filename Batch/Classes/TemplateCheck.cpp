@@ -49,6 +49,12 @@ const std::vector<std::string>& Words()
     return words;
 }
 
+std::string NotOne(const QString& text, const std::string& nearest)
+{
+    return Quoted(text) + " is not a placeholder and is left as it is." +
+           (nearest.empty() ? "" : " Did you mean '### " + nearest + " ###'?");
+}
+
 /// Why a text between hashes is taken for a placeholder, as a sentence; empty if it is not.
 std::string Misspelled(const QString& text, QString word)
 {
@@ -59,10 +65,15 @@ std::string Misspelled(const QString& text, QString word)
     // Headings are often a part of such a word.
     const bool near =
         !nearest.empty() && std::abs(static_cast<int>(nearest.size()) - static_cast<int>(word.size())) <= 3;
-    if (!near && !shape.match(text).hasMatch())
-        return std::string();
-    return Quoted(text) + " is no placeholder and stays as it is." +
-           (nearest.empty() ? "" : " Is '### " + nearest + " ###' meant?");
+    return near || shape.match(text).hasMatch() ? NotOne(text, nearest) : std::string();
+}
+
+/// The same for a text with hashes on one side. Headings and comments have them, too, so it has to be a word as no
+/// other one is.
+std::string HalfWritten(const QString& text, const QString& word)
+{
+    const std::string nearest = NearestWord(word.toStdString(), Words(), 2);
+    return nearest.empty() ? std::string() : NotOne(text, nearest);
 }
 
 /// One line of a template.
@@ -108,19 +119,34 @@ private:
         // Most lines end here, and the program before it needs a regular expression.
         if (!rest.contains(QLatin1String("###")))
             return;
-        static const QRegularExpression hashed(QStringLiteral("#{2,}[ \\t]*([A-Za-z][A-Za-z0-9_ \\t-]*?)[ \\t]*#{2,}"));
+        static const QRegularExpression hashed(
+            QStringLiteral("#{2,}[ \\t_.:;,-]*([A-Za-z][A-Za-z0-9_ \\t-]*?)[ \\t_.:;,-]*#{2,}"));
         for (auto found = hashed.globalMatch(rest); found.hasNext();)
         {
             const QRegularExpressionMatch match = found.next();
             // Two and two paste tokens together.
             const bool isMeant = match.captured().contains(QLatin1String("###"));
-            const std::string text = isMeant ? Misspelled(match.captured(), match.captured(1)) : std::string();
-            if (!text.empty())
-                Report(text);
+            Report(isMeant ? Misspelled(match.captured(), match.captured(1)) : std::string());
+        }
+        CheckHalves(rest.remove(hashed));
+    }
+
+    void CheckHalves(const QString& rest)
+    {
+        static const QRegularExpression half(QStringLiteral("#{3,}[ \\t]*([A-Z0-9]+(?:_[A-Z0-9]+)+)(?:[ \\t]*#)?|"
+                                                            "(?:#[ \\t]*)?\\b([A-Z0-9]+(?:_[A-Z0-9]+)+)[ \\t]*#{3,}"));
+        for (auto found = half.globalMatch(rest); found.hasNext();)
+        {
+            const QRegularExpressionMatch match = found.next();
+            Report(HalfWritten(match.captured(), match.captured(1) + match.captured(2)));
         }
     }
 
-    void Report(const std::string& text) { m_mistakes.push_back({m_number, text}); }
+    void Report(const std::string& text)
+    {
+        if (!text.empty())
+            m_mistakes.push_back({m_number, text});
+    }
 
     const int m_number;
     const QString& m_text;

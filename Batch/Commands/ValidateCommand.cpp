@@ -26,6 +26,19 @@ QJsonObject ToJson(const std::string& file, const Mistake& mistake)
         {"warning", QString::fromStdString(mistake.text)}};
 }
 
+/// It can be told no better: the SDK tells the reason and its line on the terminal only.
+QJsonObject ToJson(const std::string& file, const CommandError& error)
+{
+    return {{"file", QString::fromStdString(file)}, {"error", QString::fromStdString(error.what())}};
+}
+
+/// The command that shows the mistakes of this camera.
+std::string HintFor(const std::string& label)
+{
+    const bool looksLikeOption = label.size() > 1 && label[0] == '-';
+    return "kolta-classgen validate " + std::string(looksLikeOption ? "-- " : "") + ShellWord(label);
+}
+
 } // namespace
 
 ExitCode Validate(const std::vector<CameraChoice>& cameras, bool json)
@@ -36,7 +49,8 @@ ExitCode Validate(const std::vector<CameraChoice>& cameras, bool json)
     {
         try
         {
-            for (const Mistake& mistake : FindMistakes(ReadNodes(camera)))
+            const CameraNodes nodes = ReadNodes(camera);
+            for (const Mistake& mistake : FindMistakes(nodes.root, nodes.hasFeatures))
             {
                 result = std::max(result, ExitDiffers);
                 if (json)
@@ -48,6 +62,8 @@ ExitCode Validate(const std::vector<CameraChoice>& cameras, bool json)
         catch (const CommandError& error) // The others may be better.
         {
             TellError(error.what());
+            if (json)
+                array.append(ToJson(FileOf(camera), error));
             result = std::max(result, error.Code());
         }
     }
@@ -60,10 +76,10 @@ void WarnOfMistakes(const std::vector<CameraFeatures>& cameras)
 {
     for (const CameraFeatures& camera : cameras)
     {
-        const std::size_t count = FindMistakes(*camera.description).size();
+        const std::size_t count = FindMistakes(*camera.description, !camera.features.empty()).size();
         if (count > 0)
             TellWarning("The description of '" + camera.label + "' has " +
                         (count == 1 ? "1 mistake. To see it" : std::to_string(count) + " mistakes. To see them") +
-                        ", run: kolta-classgen validate " + ShellWord(camera.label));
+                        ", run: " + HintFor(camera.label));
     }
 }

@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/// Prints the mistakes in the descriptions of these cameras, with their lines.
+/// Prints the mistakes in the descriptions of these cameras, with their lines, and what cannot be used.
 /// \return ExitDiffers if there are any, ExitCamera if a description cannot be used
 ExitCode Validate(const std::vector<CameraChoice>& cameras, bool json);
 

@@ -1,132 +1,101 @@
 #include "Description/DescriptionCheck.h"
 
+#include "Description/DescriptionNames.h"
 #include "Description/DescriptionNumber.h"
 #include "Description/DescriptionSchema.h"
+#include "Description/FormulaCheck.h"
 #include "Description/NearestWord.h"
+#include "Description/NodeReport.h"
+#include "Description/ValueCheck.h"
 
 #include <algorithm>
-#include <cctype>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 namespace
 {
 
 typedef DescriptionElement Element;
+typedef NodeInPlace Node;
 
-std::string Quoted(const std::string& text)
+std::string DidYouMean(const std::string& word)
 {
-    return "'" + text + "'";
+    return word.empty() ? std::string() : " Did you mean " + Quoted(word) + "?";
 }
 
 std::string Suggestion(const std::string& word, const std::vector<std::string>& known)
 {
-    const std::string nearest = NearestWord(word, known);
-    return nearest.empty() ? std::string() : " Is " + Quoted(nearest) + " meant?";
+    // Namespaces are not understood: a prefix is in the way.
+    const std::string local = word.substr(word.find(':') + 1);
+    return DidYouMean(std::find(known.begin(), known.end(), local) != known.end() ? local : NearestWord(word, known));
 }
 
-/// A node, and the one that it is a part of, if any.
-struct Node
+/// "one, another or a third".
+std::string Choice(const std::vector<std::string>& words)
 {
-    const Element& element;
-    const Element* outer;
-
-    /// The node in the middle of a sentence.
-    std::string Text() const
-    {
-        const std::string own = element.name.empty() ? "this " + element.tag : Quoted(element.name);
-        return outer == nullptr || outer->name.empty() ? own : own + " of " + Quoted(outer->name);
-    }
-};
-
-/// The value or a limit as the node itself tells it; null if there is none, or \a other decides it.
-const Element* Constant(const Element& node, const char* own, const char* other)
-{
-    const Element* const constant = node.Child(own);
-    return constant != nullptr && node.Child(other) == nullptr ? constant : nullptr;
+    std::string text = words.front();
+    for (std::size_t i = 1; i < words.size(); ++i)
+        text += (i + 1 < words.size() ? ", " : " or ") + words[i];
+    return text;
 }
 
-bool HoldsWholeNumbers(const Element& node)
+std::string WithArticle(const std::string& kind)
 {
-    return node.tag != "Float" && node.tag != "Converter" && node.tag != "SwissKnife";
-}
-
-bool IsConditional(const Element& node)
-{
-    return node.Child("pIsImplemented") != nullptr || node.Child("pIsAvailable") != nullptr;
+    return (std::string("AEIOU").find(kind[0]) != std::string::npos ? "an " : "a ") + kind;
 }
 
 class Checker
 {
 public:
-    explicit Checker(const Element& root) : m_root(root) {}
+    explicit Checker(const Element& root) : m_root(root), m_names(root, m_mistakes.all) {}
 
-    std::vector<Mistake> Check()
+    std::vector<Mistake> Check(bool hasFeatures)
     {
-        m_nodes.reserve(m_root.children.size());
-        for (const Element& node : m_root.children)
-            AddNames(node);
         for (const Element& node : m_root.children)
             CheckNode({node, nullptr});
-        CheckFeatures();
-        std::stable_sort(m_mistakes.begin(), m_mistakes.end(),
+        if (!hasFeatures)
+            ReportNoFeatures();
+        std::stable_sort(m_mistakes.all.begin(), m_mistakes.all.end(),
             [](const Mistake& one, const Mistake& other) { return one.line < other.line; });
-        return std::move(m_mistakes);
+        return std::move(m_mistakes.all);
     }
 
 private:
-    void Report(const Element& where, std::string text)
-    {
-        text[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(text[0])));
-        m_mistakes.push_back({where.line, std::move(text)});
-    }
-
-    void AddNames(const Element& node)
-    {
-        AddName(node);
-        if (node.tag != "StructReg")
-            return;
-        for (const Element& part : node.children)
-            if (part.tag == "StructEntry")
-                AddName(part);
-    }
-
-    void AddName(const Element& node)
-    {
-        const auto added = node.name.empty() ? std::make_pair(m_nodes.end(), true) : m_nodes.emplace(node.name, &node);
-        if (!added.second)
-            Report(node, "the name " + Quoted(node.name) + " is taken already, in line " +
-                             std::to_string(added.first->second->line) + ".");
-    }
+    void Report(const Element& where, std::string sentence) { m_mistakes.Report(where, std::move(sentence)); }
 
     void CheckNode(const Node& node)
     {
         const Element& element = node.element;
-        const std::string_view kind = element.tag;
-        const std::vector<const Need*>* const needs = NeedsOf(kind);
-        if (needs == nullptr)
-            return Report(element, Quoted(element.tag) + " is no kind of node." + Suggestion(element.tag, NodeKinds()));
+        const NodeKind* const kind = FindNodeKind(element.tag);
+        if (kind == nullptr)
+            return Report(
+                element, Quoted(element.tag) + " is not a kind of node." + Suggestion(element.tag, NodeKinds()));
         CheckPlace(node);
-        for (const Need* need : *needs)
+        for (const Need* need : kind->needs)
             CheckNeed(node, *need);
-        if (kind == "Integer" || kind == "Float")
-            CheckLimits(node);
-        else if (kind == "Enumeration")
-            CheckEntries(node);
+        CheckValues(node, m_mistakes);
+        CheckFormulas(node, m_mistakes);
+        std::vector<const Element*> within;
         for (const Element& child : element.children)
-        {
-            const Content content = ContentOf(child.tag);
-            if (content == Content::Unknown && NeedsOf(child.tag) != nullptr)
-                CheckNode({child, &element});
+            if (const ElementKind* const known = FindElementKind(child.tag))
+                CheckElement(node, *kind, child, *known);
+            else if (FindNodeKind(child.tag) != nullptr)
+                within.push_back(&child);
             else
-                CheckElement(node, child, content);
-        }
+                CheckUnknown(node, child);
+        for (const Element* inner : within)
+            CheckNode({*inner, &element});
     }
 
     void CheckPlace(const Node& node)
     {
         const Element& element = node.element;
-        if (node.outer != nullptr && !CanContain(node.outer->tag, element.tag))
+        const bool isEntry = element.tag == "EnumEntry";
+        if (node.outer == nullptr && (isEntry || element.tag == "StructEntry"))
+            Report(element, node.Text() + " is not within " + (isEntry ? "an Enumeration" : "a StructReg") +
+                                ", where such a node belongs.");
+        else if (node.outer != nullptr && !CanContain(node.outer->tag, element.tag))
             Report(element, node.Text() + " is a node within a node that holds none.");
         // Structures have no names, nobody asks for those of formulas within a register.
         else if (element.name.empty() && element.tag != "StructReg" &&
@@ -141,69 +110,79 @@ private:
             Report(node.element, node.Text() + " has no " + need.missing + ".");
     }
 
-    void CheckLimits(const Node& node)
+    /// An element of a node that is no node.
+    void CheckElement(const Node& node, const NodeKind& kind, const Element& element, const ElementKind& known)
     {
-        const Element* const minimum = Constant(node.element, "Min", "pMin");
-        const Element* const maximum = Constant(node.element, "Max", "pMax");
-        const Element* const value = Constant(node.element, "Value", "pValue");
-        CheckOrder(node, minimum, maximum);
-        CheckOrder(node, minimum, value);
-        CheckOrder(node, value, maximum);
+        if ((known.places & kind.bit) == 0)
+            return ReportUseless(node, element);
+        CheckRepetition(node, element, known);
+        if (known.words != nullptr)
+            CheckWord(node, element, *known.words);
+        else if (known.content == Content::Node || known.content == Content::NodeWithValue)
+            CheckReference(node, element, element.tag, TargetOf(element), known.content);
+        else
+            CheckNumber(node, element, known.content);
+        CheckAttributes(node, element);
     }
 
-    void CheckOrder(const Node& node, const Element* least, const Element* most)
+    void CheckAttributes(const Node& node, const Element& element)
     {
-        if (least == nullptr || most == nullptr)
-            return;
-        const bool whole = HoldsWholeNumbers(node.element);
-        if (DescriptionNumber(least->text, whole).IsAbove(DescriptionNumber(most->text, whole)))
-            Report(*most, "the " + most->tag + " of " + node.Text() + " is " + most->text + ", less than its " +
-                              least->tag + ", which is " + least->text + ".");
-    }
-
-    void CheckEntries(const Node& node)
-    {
-        std::unordered_map<std::string, const Element*> names;
-        std::unordered_map<long long, const Element*> values;
-        for (const Element& entry : node.element.children)
+        const std::string_view offset = element.Attribute("pOffset");
+        if (!offset.empty())
+            CheckReference(node, element, "pOffset", std::string(offset), Content::NodeWithValue);
+        if (element.tag == "pIndex")
+            CheckAttribute(node, element, "Offset");
+        else if (element.tag == "ValueIndexed" || element.tag == "pValueIndexed")
         {
-            if (entry.tag != "EnumEntry")
-                continue;
-            const Node both = {entry, &node.element};
-            const auto named = names.emplace(entry.name, &entry);
-            if (!named.second && !entry.name.empty())
-                Report(
-                    entry, both.Text() + " exists already, in line " + std::to_string(named.first->second->line) + ".");
-            const Element* const value = entry.Child("Value");
-            if (value == nullptr || !DescriptionNumber(value->text, true).comparable)
-                continue;
-            const auto valued = values.emplace(DescriptionNumber(value->text, true).Integer(), &entry);
-            // Two that are there under conditions need not be there together.
-            if (!valued.second && !(IsConditional(entry) && IsConditional(*valued.first->second)))
-                Report(*value, both.Text() + " has the same value as " + Quoted(valued.first->second->name) + ", " +
-                                   value->text + ".");
+            if (element.Attribute("Index").empty())
+                Report(element, "a " + element.tag + " of " + node.Text() + " has no Index.");
+            CheckAttribute(node, element, "Index");
         }
     }
 
-    /// An element of a node that is no node.
-    void CheckElement(const Node& node, const Element& element, Content content)
+    void CheckAttribute(const Node& node, const Element& element, const char* name)
     {
-        if (content == Content::Unknown)
-            CheckUnknown(node, element);
-        else if (content == Content::Node || content == Content::NodeWithValue)
-            CheckReference(node, element, element.tag, element.text, content);
-        else if (content == Content::WholeNumber || content == Content::RealNumber)
-            CheckNumber(node, element, content == Content::WholeNumber);
-        else if (content == Content::NumberOfNode && node.element.tag != "String" && node.element.tag != "Boolean")
-            CheckNumber(node, element, HoldsWholeNumbers(node.element));
-        const std::string_view offset = element.Attribute("pOffset");
-        if (!offset.empty())
-            CheckReference(node, element, "pOffset", offset, Content::NodeWithValue);
+        const std::string_view text = element.Attribute(name);
+        if (!text.empty())
+            CheckNumber(node.Text(std::string(name) + " of the " + element.tag), element, std::string(text), true);
+    }
+
+    /// Few mistakes are as common as an access mode in a feature that has none of its own.
+    void ReportUseless(const Node& node, const Element& element)
+    {
+        Report(element, node.Text(element.tag) + " has no effect in " + WithArticle(node.element.tag) + "." +
+                            DidYouMean(element.tag == "AccessMode" ? "ImposedAccessMode" : ""));
+    }
+
+    void CheckRepetition(const Node& node, const Element& element, const ElementKind& known)
+    {
+        if (known.mayRepeat)
+            return;
+        if (m_lastOwners.size() <= known.index)
+            m_lastOwners.resize(known.index + 1);
+        if (std::exchange(m_lastOwners[known.index], &node.element) == &node.element)
+            Report(element, node.Text(element.tag) + " is there more than once. The last one counts.");
+    }
+
+    void CheckWord(const Node& node, const Element& element, const std::vector<std::string>& words)
+    {
+        if (std::find(words.begin(), words.end(), element.text) == words.end())
+            Report(element, node.Text(element.tag) + " is " + Quoted(element.text) + ", which is not " + Choice(words) +
+                                "." + Suggestion(element.text, words));
+    }
+
+    /// White space is a part of the name that the SDK looks for, but where it follows the link itself.
+    static std::string TargetOf(const Element& element)
+    {
+        return element.padded.empty() || element.tag == "pValueCopy" ? element.text : element.padded;
     }
 
     /// Makers have elements of their own. Those that look like one of the format are meant to be that.
     void CheckUnknown(const Node& node, const Element& element)
     {
+        if (element.tag == "Group")
+            return Report(
+                element, "what stands in this Group does not belong to " + node.Text() + ": groups hold whole nodes.");
         const std::string suggestion = Suggestion(element.tag, ElementsOfNodes());
         if (!suggestion.empty())
             Report(element, "the element " + Quoted(element.tag) + " of " + node.Text() + " is unknown." + suggestion);
@@ -213,38 +192,60 @@ private:
     }
 
     void CheckReference(
-        const Node& node, const Element& element, std::string_view what, std::string_view target, Content content)
+        const Node& node, const Element& element, std::string_view what, const std::string& target, Content content)
     {
-        const auto found = m_nodes.find(target);
-        const std::string_view kind = found == m_nodes.end() ? std::string_view() : found->second->tag;
-        const char* problem = nullptr;
-        // Entries of enumerations have a name for the whole description, too.
-        if (found == m_nodes.end())
-            problem = target.substr(0, 10) == "EnumEntry_" ? nullptr : "which does not exist";
+        const Element* const found = m_names.Find(target);
+        const std::string_view kind = found == nullptr ? std::string_view() : found->tag;
+        std::string problem;
+        if (found == nullptr)
+            problem = m_names.IsEntry(target) ? std::string()
+                                              : "which does not exist." +
+                                                    DidYouMean(m_names.Nearest(target, what == "pPort" ? "Port" : ""));
         else if (what == "pPort" && kind != "Port")
-            problem = "which is no Port";
+            problem = "which is not a Port.";
         else if (content == Content::NodeWithValue && (kind == "Category" || kind == "Port"))
-            problem = "which has no value";
-        if (problem != nullptr)
-            Report(element, "the " + std::string(what) + " of " + node.Text() + " leads to " +
-                                Quoted(std::string(target)) + ", " + problem + ".");
+            problem = "which has no value.";
+        else if (what == "pFeature" && std::exchange(m_lastCategories[found], &node.element) == &node.element)
+            problem = "as one before it does.";
+        if (!problem.empty())
+            Report(element, node.Text(what) + " leads to " + Quoted(target) + ", " + problem);
     }
 
-    void CheckNumber(const Node& node, const Element& element, bool whole)
+    void CheckNumber(const Node& node, const Element& element, Content content)
     {
-        const DescriptionNumber number(element.text, whole);
+        const bool dependsOnNode = content == Content::NumberOfNode;
+        if (dependsOnNode && node.element.tag == "Boolean")
+            CheckTruth(node, element);
+        else if (dependsOnNode && node.element.tag != "String")
+            CheckNumber(node.Text(element.tag), element, element.text, HoldsWholeNumbers(node.element));
+        else if (content == Content::WholeNumber || content == Content::RealNumber)
+            CheckNumber(node.Text(element.tag), element, element.text, content == Content::WholeNumber);
+    }
+
+    void CheckTruth(const Node& node, const Element& element)
+    {
+        if (element.text != "true" && element.text != "false" && !DescriptionNumber(element.text, true).problem.empty())
+            Report(element,
+                node.Text(element.tag) + " is " + Quoted(element.text) + ", which is not true, false or a number.");
+    }
+
+    void CheckNumber(const std::string& what, const Element& where, const std::string& text, bool whole)
+    {
+        const DescriptionNumber number(text, whole);
         if (!number.problem.empty())
-            Report(element, "the " + element.tag + " of " + node.Text() + " is " + Quoted(element.text) + ", " +
-                                number.problem + ".");
+            Report(where, what + " is " + Quoted(text) + ", " + number.problem + ".");
     }
 
-    void CheckFeatures()
+    void ReportNoFeatures()
     {
-        const auto root = m_nodes.find("Root");
-        if (root == m_nodes.end() || root->second->tag != "Category")
+        const Element* const root = m_names.Find("Root");
+        if (root == nullptr || root->tag != "Category")
             Report(m_root, "there is no Category 'Root', so the camera has no features.");
-        else if (!LeadsToFeature(*root->second))
-            Report(*root->second, "no feature can be reached from the Category 'Root', so the camera has none.");
+        else if (!LeadsToFeature(*root))
+            Report(*root, "no feature can be reached from the Category 'Root', so the camera has none.");
+        else
+            Report(*root, "the SDK finds no features, although the Category 'Root' leads to some. Perhaps they are not "
+                          "implemented.");
     }
 
     bool LeadsToFeature(const Element& category)
@@ -255,26 +256,29 @@ private:
         {
             const Element& next = *open.back();
             open.pop_back();
-            if (next.tag != "Category")
+            const NodeKind* const kind = FindNodeKind(next.tag);
+            if (next.tag != "Category" && kind != nullptr && kind->isRead)
                 return true;
             for (const Element& child : next.children)
             {
-                const auto target = child.tag == "pFeature" ? m_nodes.find(child.text) : m_nodes.end();
-                if (target != m_nodes.end() && seen.insert(target->second).second)
-                    open.push_back(target->second);
+                const Element* const target = child.tag == "pFeature" ? m_names.Find(child.text) : nullptr;
+                if (target != nullptr && seen.insert(target).second)
+                    open.push_back(target);
             }
         }
         return false;
     }
 
     const Element& m_root;
-    std::unordered_map<std::string_view, const Element*> m_nodes;
-    std::vector<Mistake> m_mistakes;
+    Mistakes m_mistakes;
+    DescriptionNames m_names;
+    std::vector<const Element*> m_lastOwners; ///< Of elements that a node has one of, by their kind.
+    std::unordered_map<const Element*, const Element*> m_lastCategories; ///< That list this node.
 };
 
 } // namespace
 
-std::vector<Mistake> FindMistakes(const DescriptionElement& root)
+std::vector<Mistake> FindMistakes(const DescriptionElement& root, bool hasFeatures)
 {
-    return Checker(root).Check();
+    return Checker(root).Check(hasFeatures);
 }

@@ -7,6 +7,7 @@
 #include <vector>
 
 /// Looks for mistakes in a description, in its order.
-std::vector<Mistake> FindMistakes(const DescriptionElement& root);
+/// \param hasFeatures whether the SDK finds any
+std::vector<Mistake> FindMistakes(const DescriptionElement& root, bool hasFeatures);
 
 #endif

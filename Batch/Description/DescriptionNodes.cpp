@@ -5,6 +5,7 @@
 #include <libxml/parserInternals.h>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <utility>
 
@@ -26,13 +27,11 @@ bool IsBlank(xmlChar character)
     return character == ' ' || character == '\n' || character == '\t' || character == '\r';
 }
 
-/// The text without white space around it.
-std::string Trimmed(const xmlChar* begin, const xmlChar* end)
+std::string Trimmed(const std::string& text)
 {
-    begin = std::find_if_not(begin, end, IsBlank);
-    while (end != begin && IsBlank(end[-1]))
-        --end;
-    return ToString(begin, end);
+    const auto begin = std::find_if_not(text.begin(), text.end(), IsBlank);
+    const auto end = std::find_if_not(text.rbegin(), std::make_reverse_iterator(begin), IsBlank).base();
+    return {begin, end};
 }
 
 /// The parser is at the end of a start tag. The line of a node in libxml2's tree would end at 65535.
@@ -47,11 +46,20 @@ int LineOfTag(const xmlParserInput& input)
 /// Or more, in most descriptions.
 const std::size_t BytesOfNode = 100;
 
+/// A name as the SDK knows it: namespaces mean nothing to it.
+std::string Qualified(const xmlChar* name, const xmlChar* prefix)
+{
+    std::string qualified;
+    if (prefix != nullptr)
+        qualified.append(ToView(prefix)).append(":");
+    return qualified.append(ToView(name));
+}
+
 /// Builds the tree as the parser comes upon its elements.
 struct Builder
 {
     DescriptionElement root;
-    /// The elements that are open. Those in a group go where the group stands.
+    /// The elements that are open. Nodes in a group go where the group stands.
     std::vector<DescriptionElement*> open;
     int extensions = 0; ///< How deep we are in one.
 };
@@ -72,7 +80,7 @@ DescriptionElement& AddElement(Builder& builder)
     return siblings.emplace_back();
 }
 
-void OnBegin(void* context, const xmlChar* tagName, const xmlChar* /*prefix*/, const xmlChar* /*uri*/, int /*spaces*/,
+void OnBegin(void* context, const xmlChar* tagName, const xmlChar* prefix, const xmlChar* /*uri*/, int /*spaces*/,
     const xmlChar** /*spaceList*/, int count, int /*defaulted*/, const xmlChar** attributes)
 {
     Builder& builder = BuilderOf(context);
@@ -82,21 +90,23 @@ void OnBegin(void* context, const xmlChar* tagName, const xmlChar* /*prefix*/, c
         ++builder.extensions;
         return;
     }
-    if (tag == "Group" && !builder.open.empty())
+    // A group within a node holds nothing of that node.
+    if (tag == "Group" && prefix == nullptr && !builder.open.empty() && builder.open.back() == &builder.root)
     {
         builder.open.push_back(builder.open.back());
         return;
     }
     DescriptionElement& element = AddElement(builder);
-    element.tag = tag;
+    element.tag = Qualified(tagName, prefix);
     element.line = LineOfTag(*static_cast<xmlParserCtxt*>(context)->input);
     const xmlChar** attribute = attributes; // Name, prefix, namespace, begin and end of the value.
     for (int i = 0; i < count; ++i, attribute += 5)
     {
-        if (ToView(attribute[0]) == "Name")
-            element.name = Trimmed(attribute[3], attribute[4]);
+        if (ToView(attribute[0]) == "Name" && attribute[1] == nullptr)
+            element.name = ToString(attribute[3], attribute[4]);
         else
-            element.attributes.emplace_back(ToView(attribute[0]), ToString(attribute[3], attribute[4]));
+            element.attributes.emplace_back(
+                Qualified(attribute[0], attribute[1]), ToString(attribute[3], attribute[4]));
     }
     builder.open.push_back(&element);
 }
@@ -109,9 +119,13 @@ void OnEnd(void* context, const xmlChar* /*tag*/, const xmlChar* /*prefix*/, con
         --builder.extensions;
         return;
     }
-    std::string& text = builder.open.back()->text;
-    while (!text.empty() && IsBlank(static_cast<xmlChar>(text.back())))
-        text.pop_back();
+    DescriptionElement& element = *builder.open.back();
+    std::string trimmed = Trimmed(element.text);
+    if (trimmed != element.text)
+    {
+        element.padded = element.children.empty() ? std::move(element.text) : std::string();
+        element.text = std::move(trimmed);
+    }
     builder.open.pop_back();
 }
 
@@ -120,10 +134,10 @@ void OnText(void* context, const xmlChar* text, int length)
     Builder& builder = BuilderOf(context);
     if (builder.extensions > 0 || builder.open.empty())
         return;
-    std::string& gathered = builder.open.back()->text;
+    DescriptionElement& element = *builder.open.back();
     // Most texts only set tags apart.
-    const xmlChar* const begin = gathered.empty() ? std::find_if_not(text, text + length, IsBlank) : text;
-    gathered.append(reinterpret_cast<const char*>(begin), static_cast<std::size_t>(text + length - begin));
+    if (element.children.empty() || !std::all_of(text, text + length, IsBlank))
+        element.text.append(reinterpret_cast<const char*>(text), static_cast<std::size_t>(length));
 }
 
 } // namespace
@@ -131,8 +145,8 @@ void OnText(void* context, const xmlChar* text, int length)
 const DescriptionElement* DescriptionElement::Child(std::string_view childTag) const
 {
     const auto child = std::find_if(
-        children.begin(), children.end(), [childTag](const DescriptionElement& any) { return any.tag == childTag; });
-    return child == children.end() ? nullptr : &*child;
+        children.rbegin(), children.rend(), [childTag](const DescriptionElement& any) { return any.tag == childTag; });
+    return child == children.rend() ? nullptr : &*child;
 }
 
 std::string_view DescriptionElement::Attribute(std::string_view attribute) const

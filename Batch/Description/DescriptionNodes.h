@@ -10,13 +10,14 @@
 struct DescriptionElement
 {
     std::string tag;
-    std::string name; ///< Its attribute Name; empty if there is none.
-    int line = 0;     ///< Where its start tag begins.
-    std::string text; ///< What stands between its tags, without white space around it.
+    std::string name;   ///< Its attribute Name; empty if there is none.
+    int line = 0;       ///< Where its start tag begins.
+    std::string text;   ///< What stands between its tags, without white space around it.
+    std::string padded; ///< The same with the white space; empty if there is none.
     std::vector<std::pair<std::string, std::string>> attributes; ///< All but the name.
     std::vector<DescriptionElement> children;                    ///< In the order of the document.
 
-    /// The first child of this kind; null if there is none.
+    /// The child of this kind that counts: the last one. Null if there is none.
     const DescriptionElement* Child(std::string_view childTag) const;
 
     /// The value of an attribute, which need not be there.
@@ -24,7 +25,8 @@ struct DescriptionElement
 };
 
 /// Reads a description that the SDK has accepted. What is returned is the root element; its children are the nodes of
-/// the camera, those in groups among them. What extensions hold is left out.
+/// the camera, those in groups among them. What extensions hold is left out. Names are those that the SDK knows, with
+/// their prefixes.
 /// \param xml as `Camera::GetDescription` delivers it
 /// \param firstLine the line of the file in which it begins
 DescriptionElement ReadNodes(const std::string& xml, int firstLine = 1);

@@ -53,7 +53,8 @@ void DescriptionNumber::ReadWhole(const std::string& text)
     Judge(text, read.ec == std::errc::invalid_argument ? nullptr : read.ptr, fits && read.ec == std::errc());
     comparable = comparable && magnitude <= largest;
     m_integer = static_cast<long long>(digits.negative ? 0 - magnitude : magnitude);
-    if (digits.hexadecimal || *digits.begin != '0' || magnitude == 0 || !problem.empty())
+    // One digit means the same either way.
+    if (digits.hexadecimal || *digits.begin != '0' || magnitude <= 7 || !problem.empty())
         return;
     problem = "which begins with 0 and is read as an octal number";
     comparable = false;
@@ -73,7 +74,7 @@ void DescriptionNumber::ReadReal(const std::string& text)
 void DescriptionNumber::Judge(const std::string& text, const char* end, bool fits)
 {
     if (end == nullptr)
-        problem = "which is no number";
+        problem = "which is not a number";
     else if (!fits)
         problem = "which does not fit into 64 bits";
     else if (end != text.data() + text.size())

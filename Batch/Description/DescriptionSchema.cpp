@@ -5,10 +5,12 @@
 namespace
 {
 
+typedef std::vector<std::string> Words;
+
 struct Elements
 {
     Content content;
-    std::vector<std::string> tags;
+    Words tags;
 };
 
 /// All that the versions of GenApi have had so far.
@@ -17,19 +19,71 @@ const std::vector<Elements>& Table()
     static const std::vector<Elements> table = {
         {Content::Text,
             {"AccessMode", "CacheChunkData", "Cachable", "ChunkID", "Description", "DisplayName", "DisplayNotation",
-                "DocuURL", "Endianess", "EventID", "Expression", "Extension", "FeatureID", "Formula", "FormulaFrom",
-                "FormulaTo", "ImposedAccessMode", "ImposedVisibility", "Input", "IsDeprecated", "IsLinear",
-                "IsSelfClearing", "Key", "Representation", "Sign", "Slope", "Streamable", "SwapEndianess", "Symbolic",
-                "ToolTip", "Unit", "ValidValueSet", "Visibility"}},
+                "DocuURL", "Endianess", "EventID", "Extension", "FeatureID", "ImposedAccessMode", "ImposedVisibility",
+                "Input", "IsDeprecated", "IsLinear", "IsSelfClearing", "Key", "Representation", "Sign", "Slope",
+                "Streamable", "SwapEndianess", "Symbolic", "ToolTip", "Unit", "ValidValueSet", "Visibility"}},
+        {Content::Formula, {"Constant", "Expression", "Formula", "FormulaFrom", "FormulaTo"}},
         {Content::WholeNumber, {"Address", "Bit", "CommandValue", "DisplayPrecision", "LSB", "Length", "MSB",
                                    "OffValue", "OnValue", "PollingTime", "Timeout"}},
-        {Content::RealNumber, {"Constant", "NumericValue"}},
+        {Content::RealNumber, {"NumericValue"}},
         {Content::NumberOfNode, {"Inc", "Max", "Min", "Value", "ValueDefault", "ValueIndexed"}},
         {Content::Node, {"p1212Parser", "pAlias", "pCastAlias", "pDependent", "pEnumEntry", "pError", "pFeature",
                             "pInvalidator", "pPort", "pSelected", "pSelecting", "pTerminal"}},
         {Content::NodeWithValue, {"pAddress", "pBlockPolling", "pChunkID", "pCommandValue", "pInc", "pIndex",
                                      "pIsAvailable", "pIsImplemented", "pIsLocked", "pLength", "pMax", "pMin", "pValue",
                                      "pValueCopy", "pValueDefault", "pValueIndexed", "pVariable"}}};
+    return table;
+}
+
+/// Elements that a node may have more than one of.
+const Words& Repeating()
+{
+    static const Words tags = {"Address", "Constant", "Expression", "Extension", "Input", "pAddress", "pBlockPolling",
+        "pDependent", "pEnumEntry", "pError", "pFeature", "pIndex", "pInvalidator", "pSelected", "pSelecting",
+        "pTerminal", "pValueCopy", "pValueIndexed", "pVariable", "ValueIndexed"};
+    return tags;
+}
+
+struct WordsOfElements
+{
+    Words tags;
+    Words words;
+};
+
+const std::vector<WordsOfElements>& WordTable()
+{
+    static const std::vector<WordsOfElements> table = {{{"AccessMode", "ImposedAccessMode"}, {"RO", "WO", "RW"}},
+        {{"Cachable"}, {"NoCache", "WriteThrough", "WriteAround"}},
+        {{"CacheChunkData", "IsDeprecated", "IsLinear", "IsSelfClearing", "Streamable", "SwapEndianess"},
+            {"Yes", "No"}},
+        {{"Endianess"}, {"BigEndian", "LittleEndian"}},
+        {{"Representation"},
+            {"Linear", "Logarithmic", "Boolean", "PureNumber", "HexNumber", "IPV4Address", "MACAddress"}},
+        {{"Sign"}, {"Signed", "Unsigned"}}, {{"Slope"}, {"Increasing", "Decreasing", "Varying", "Automatic"}},
+        {{"ImposedVisibility", "Visibility"}, {"Beginner", "Expert", "Guru", "Invisible"}}};
+    return table;
+}
+
+struct PlacesOfElements
+{
+    Words tags;
+    std::vector<std::string_view> kinds;
+};
+
+/// Elements that do something in some nodes only. Nodes that the SDK does not read may hold what they like.
+const std::vector<PlacesOfElements>& PlaceTable()
+{
+    static const std::vector<PlacesOfElements> table = {
+        {{"AccessMode", "Cachable", "Endianess", "Sign"},
+            {"Converter", "FloatReg", "IntConverter", "IntReg", "IntSwissKnife", "MaskedIntReg", "Port", "Register",
+                "StringReg", "StructEntry", "StructReg", "SwissKnife"}},
+        {{"Address", "pAddress", "Length", "pLength", "pPort"},
+            {"FloatReg", "IntReg", "MaskedIntReg", "Register", "StringReg", "StructReg"}},
+        {{"Bit", "LSB", "MSB"}, {"MaskedIntReg", "StructEntry"}}, {{"CommandValue", "pCommandValue"}, {"Command"}},
+        {{"OffValue", "OnValue"}, {"Boolean"}}, {{"Formula"}, {"IntSwissKnife", "SwissKnife"}},
+        {{"FormulaFrom", "FormulaTo"}, {"Converter", "IntConverter"}},
+        {{"Constant", "Expression", "pVariable"}, {"Converter", "IntConverter", "IntSwissKnife", "SwissKnife"}},
+        {{"pEnumEntry"}, {"Enumeration"}}, {{"pFeature"}, {"Category"}}};
     return table;
 }
 
@@ -54,20 +108,46 @@ const std::vector<Need>& Needs()
     return needs;
 }
 
+KindSet UnreadKinds()
+{
+    KindSet set = 0;
+    for (const std::string& each : NodeKinds())
+        if (const NodeKind* kind = FindNodeKind(each); !kind->isRead)
+            set |= kind->bit;
+    return set;
+}
+
+KindSet SetOf(const std::vector<std::string_view>& kinds)
+{
+    static const KindSet unread = UnreadKinds();
+    KindSet set = unread;
+    for (std::string_view each : kinds)
+        set |= FindNodeKind(each)->bit;
+    return set;
+}
+
 } // namespace
 
-Content ContentOf(const std::string& tag)
+const ElementKind* FindElementKind(std::string_view tag)
 {
-    static const auto contents = []
+    static const auto kinds = []
     {
-        std::unordered_map<std::string_view, Content> all;
-        for (const Elements& elements : Table())
-            for (const std::string& element : elements.tags)
-                all.emplace(element, elements.content);
+        std::unordered_map<std::string_view, ElementKind> all;
+        for (const Elements& row : Table())
+            for (const std::string& each : row.tags)
+                all[each] = {all.size(), row.content};
+        for (const std::string& each : Repeating())
+            all.at(each).mayRepeat = true;
+        for (const WordsOfElements& row : WordTable())
+            for (const std::string& each : row.tags)
+                all.at(each).words = &row.words;
+        for (const PlacesOfElements& row : PlaceTable())
+            for (const std::string& each : row.tags)
+                all.at(each).places = SetOf(row.kinds);
         return all;
     }();
-    const auto known = contents.find(tag);
-    return known == contents.end() ? Content::Unknown : known->second;
+    const auto known = kinds.find(tag);
+    return known == kinds.end() ? nullptr : &known->second;
 }
 
 bool CanContain(std::string_view outer, std::string_view inner)
@@ -79,20 +159,22 @@ bool CanContain(std::string_view outer, std::string_view inner)
     return inner == "IntSwissKnife" || inner == "SwissKnife"; // Addresses that are worked out.
 }
 
-const std::vector<const Need*>* NeedsOf(std::string_view kind)
+const NodeKind* FindNodeKind(std::string_view tag)
 {
-    static const auto needs = []
+    static const auto kinds = []
     {
-        std::unordered_map<std::string_view, std::vector<const Need*>> all;
+        std::unordered_map<std::string_view, NodeKind> all;
         for (const std::string& each : NodeKinds())
-            all[each];
+            all[each].bit = 1U << all.size();
         for (const Need& need : Needs())
             for (std::string_view each : need.kinds)
-                all[each].push_back(&need);
+                all[each].needs.push_back(&need);
+        for (const char* each : {"AdvFeatureLock", "ConfRom", "DcamLock", "IntKey", "Node", "SmartFeature", "TextDesc"})
+            all[each].isRead = false;
         return all;
     }();
-    const auto found = needs.find(kind);
-    return found == needs.end() ? nullptr : &found->second;
+    const auto found = kinds.find(tag);
+    return found == kinds.end() ? nullptr : &found->second;
 }
 
 const std::vector<std::string>& NodeKinds()

@@ -2,6 +2,7 @@
 
 #include <dtl/dtl.hpp>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <numeric>
@@ -23,14 +24,15 @@ long long LeastDistance(const std::string& one, const std::string& other)
 
 } // namespace
 
-std::string NearestWord(const std::string& word, const std::vector<std::string>& words)
+std::string NearestWord(const std::string& word, const std::vector<std::string>& words, std::size_t most)
 {
     std::string nearest;
     // Where more than half of it differs, another word was meant.
-    long long least = static_cast<long long>(word.size() + 1) / 2 + 1;
+    long long least = static_cast<long long>(std::min((word.size() + 1) / 2, most)) + 1;
     for (const std::string& candidate : words)
     {
-        if (LeastDistance(word, candidate) >= least)
+        if (std::abs(static_cast<long long>(candidate.size()) - static_cast<long long>(word.size())) >= least ||
+            LeastDistance(word, candidate) >= least)
             continue;
         dtl::Diff<char, std::string> difference(word, candidate);
         difference.compose();

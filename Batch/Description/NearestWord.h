@@ -5,6 +5,7 @@
 #include <vector>
 
 /// The one of the words that was probably meant where \a word was written; empty if none of them is near.
-std::string NearestWord(const std::string& word, const std::vector<std::string>& words);
+/// \param most how many letters may be added and left out, at the most
+std::string NearestWord(const std::string& word, const std::vector<std::string>& words, std::size_t most = 100);
 
 #endif

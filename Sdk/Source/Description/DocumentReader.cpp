@@ -106,7 +106,7 @@ public:
     Reader(const Reader&) = delete;
     Reader& operator=(const Reader&) = delete;
 
-    void Begin(std::string_view element, const Attributes& attributes, int line)
+    void Begin(std::string_view element, bool isPrefixed, const Attributes& attributes, int line)
     {
         const Kind kind = KindOf(element);
         m_size += SizeOf(kind);
@@ -115,7 +115,7 @@ public:
         else if (m_ignored > 0 || kind == Ignored)
             ++m_ignored;
         else if (m_open.empty())
-            BeginDocument(element, attributes);
+            BeginDocument(element, isPrefixed, attributes);
         else if (m_open.size() > MaximumNesting + 1)
             problem = "its elements are nested too deeply";
         else if (HoldsText(m_open.back().kind))
@@ -184,10 +184,12 @@ private:
         return Is(kind, Register) ? SizeOfRegister : SizeOfElement;
     }
 
-    void BeginDocument(std::string_view element, const Attributes& attributes)
+    void BeginDocument(std::string_view element, bool isPrefixed, const Attributes& attributes)
     {
         if (element != "RegisterDescription")
             problem = "its root element is not RegisterDescription";
+        else if (isPrefixed) // Aravis knows no namespaces.
+            problem = "its root element has a prefix; make its namespace the default one (xmlns=...)";
         const std::string name = WithoutControls(std::string(attributes.Value("ModelName")));
         if (!name.empty())
             m_modelName = name;
@@ -302,11 +304,11 @@ void Pass(void* context, Take take)
         xmlStopParser(parser);
 }
 
-void OnBegin(void* context, const xmlChar* name, const xmlChar* /*prefix*/, const xmlChar* /*uri*/, int /*spaces*/,
+void OnBegin(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* /*uri*/, int /*spaces*/,
     const xmlChar** /*spaceList*/, int count, int /*defaulted*/, const xmlChar** attributes)
 {
     Pass(context, [&](Reader& reader, const xmlParserCtxt& parser)
-        { reader.Begin(ToView(name), Attributes(attributes, count), parser.input->line); });
+        { reader.Begin(ToView(name), prefix != nullptr, Attributes(attributes, count), parser.input->line); });
 }
 
 void OnEnd(void* context, const xmlChar* /*name*/, const xmlChar* /*prefix*/, const xmlChar* /*uri*/)
