@@ -227,6 +227,7 @@ std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choice
 {
     // One after the other, so that what is said of those that cannot be used comes in order.
     std::vector<CameraPtr> ofFiles;
+    ofFiles.reserve(choices.size());
     for (const CameraChoice& choice : choices)
         ofFiles.push_back(CameraOfFile(choice));
     std::vector<std::future<CameraFeatures>> others;

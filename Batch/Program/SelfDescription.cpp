@@ -61,7 +61,7 @@ std::vector<const CLI::Option*> OptionsOf(const CLI::App& command)
 
 std::string ManualPage(const CLI::App& program)
 {
-    std::string page = ".TH KOLTA\\-CLASSGEN 1 \"\" \"kolta\\-classgen " + Escaped(program.version()) +
+    std::string page = R"(.TH KOLTA\-CLASSGEN 1 "" "kolta\-classgen )" + Escaped(program.version()) +
                        "\" \"User Commands\"\n.SH NAME\nkolta\\-classgen \\- " + Escaped(program.get_description()) +
                        "\n.SH SYNOPSIS\n.B kolta\\-classgen\n.I command\n[options]\n.SH OPTIONS\n" +
                        ManualOptions({program.get_help_ptr(), program.get_version_ptr()}) + ".SH COMMANDS\n";

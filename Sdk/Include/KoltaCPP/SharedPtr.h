@@ -138,7 +138,7 @@ public:
     T& operator*() const { return *m_object; }
 
     /// Whether the handle is not empty.
-    explicit operator bool() const { return m_object != NULL; }
+    explicit operator bool() const { return m_object != nullptr; }
 
     /// The number of handles of the object, 0 for an empty handle.
     long long use_count() const { return m_count == nullptr ? 0 : m_count->use_count(); }

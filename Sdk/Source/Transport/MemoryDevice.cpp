@@ -16,26 +16,25 @@ public:
     void Read(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer)
     {
         ForEachPage(address, size,
-            [&](std::uint64_t number, std::size_t offset, std::uint32_t length)
+            [&](std::uint64_t number, std::uint32_t offset, std::uint32_t done, std::uint32_t length)
             {
                 static const Page Untouched;
                 const auto found = m_pages.find(number);
                 const Page& page = found == m_pages.end() ? Untouched : found->second;
-                const auto written = page.written.begin() + offset;
+                const bool* const written = page.written.data() + offset;
                 readUnwritten = readUnwritten || std::find(written, written + length, false) != written + length;
-                buffer = std::copy_n(page.bytes.begin() + offset, length, buffer);
+                std::copy_n(page.bytes.begin() + offset, length, buffer + done);
             });
     }
 
     void Write(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer)
     {
         ForEachPage(address, size,
-            [&](std::uint64_t number, std::size_t offset, std::uint32_t length)
+            [&](std::uint64_t number, std::uint32_t offset, std::uint32_t done, std::uint32_t length)
             {
                 Page& page = m_pages[number];
-                std::copy_n(buffer, length, page.bytes.begin() + offset);
+                std::copy_n(buffer + done, length, page.bytes.begin() + offset);
                 std::fill_n(page.written.begin() + offset, length, true);
-                buffer += length;
             });
     }
 
@@ -52,17 +51,17 @@ private:
         std::array<bool, PageSize> written = {};
     };
 
-    /// Calls \a use with the number of each page in a range, where the range begins in it, and how long it is there.
+    /// Calls \a use for each page that a range touches: with its number, where in it the range goes on, how much of the
+    /// range lies before it, and how much in it.
     template <class Use>
     static void ForEachPage(std::uint64_t address, std::uint32_t size, Use use)
     {
-        while (size > 0)
+        for (std::uint32_t done = 0, length = 0; done < size; done += length)
         {
-            const auto offset = static_cast<std::uint32_t>(address % PageSize);
-            const std::uint32_t length = std::min(size, PageSize - offset);
-            use(address / PageSize, offset, length);
-            address += length; // The last address is followed by the first.
-            size -= length;
+            const std::uint64_t place = address + done; // Behind the last address comes the first.
+            const auto offset = static_cast<std::uint32_t>(place % PageSize);
+            length = std::min(size - done, PageSize - offset);
+            use(place / PageSize, offset, done, length);
         }
     }
 
