@@ -225,19 +225,16 @@ CameraFeatures Read(const CameraChoice& choice, const CameraPtr& ofFile)
 
 std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices)
 {
-    // One after the other, so that what is said of those that cannot be used comes in order.
-    std::vector<CameraPtr> ofFiles;
-    ofFiles.reserve(choices.size());
-    for (const CameraChoice& choice : choices)
-        ofFiles.push_back(CameraOfFile(choice));
+    // Files are looked at in their order, so that what is said of them comes in order.
     std::vector<std::future<CameraFeatures>> others;
-    for (std::size_t i = 1; i < choices.size(); ++i)
-        others.push_back(std::async(std::launch::async, Read, std::cref(choices[i]), ofFiles[i]));
+    for (std::size_t i = 0; i + 1 < choices.size(); ++i)
+        others.push_back(std::async(std::launch::async, Read, std::cref(choices[i]), CameraOfFile(choices[i])));
+    CameraFeatures last = Read(choices.back(), CameraOfFile(choices.back()));
     std::vector<CameraFeatures> cameras;
     cameras.reserve(choices.size());
-    cameras.push_back(Read(choices.front(), ofFiles.front()));
     for (std::future<CameraFeatures>& other : others)
         cameras.push_back(other.get());
+    cameras.push_back(std::move(last));
     return cameras;
 }
 

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <future>
 
 namespace
 {
@@ -67,8 +68,11 @@ void PrintAsJson(const std::vector<FeatureChange>& changes, int breaking, int co
 
 ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after, bool json)
 {
-    const std::vector<CameraFeatures> cameras = ReadFeatures({before, after});
-    const std::vector<FeatureChange> changes = ChangesBetween(RowsOf(cameras.front()), RowsOf(cameras.back()));
+    // Never released, since the program ends soon.
+    static const auto& cameras = *new std::vector<CameraFeatures>(ReadFeatures({before, after}));
+    auto old = std::async(std::launch::async, [] { return RowsOf(cameras.front()); });
+    const std::vector<FeatureRow> rows = RowsOf(cameras.back());
+    const std::vector<FeatureChange> changes = ChangesBetween(old.get(), rows);
     const auto breaking = static_cast<int>(
         std::count_if(changes.begin(), changes.end(), [](const FeatureChange& change) { return change.isBreaking; }));
     (json ? PrintAsJson : PrintAsText)(changes, breaking, static_cast<int>(changes.size()) - breaking);
