@@ -228,7 +228,12 @@ std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choice
     // Files are looked at in their order, so that what is said of them comes in order.
     std::vector<std::future<CameraFeatures>> others;
     for (std::size_t i = 0; i + 1 < choices.size(); ++i)
-        others.push_back(std::async(std::launch::async, Read, std::cref(choices[i]), CameraOfFile(choices[i])));
+    {
+        const CameraPtr ofFile = CameraOfFile(choices[i]);
+        // A camera may be given twice, but not opened twice at the same time.
+        const std::launch when = ofFile ? std::launch::async : std::launch::deferred;
+        others.push_back(std::async(when, Read, std::cref(choices[i]), ofFile));
+    }
     CameraFeatures last = Read(choices.back(), CameraOfFile(choices.back()));
     std::vector<CameraFeatures> cameras;
     cameras.reserve(choices.size());

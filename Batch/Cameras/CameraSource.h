@@ -42,8 +42,8 @@ struct CameraFeatures
     std::shared_ptr<const DescriptionElement> description; ///< Empty if the camera does not give it.
 };
 
-/// Finds the cameras, at least one, opens them, reads their features and closes them again: all at the same time, each
-/// on a thread of its own. Throws CommandError if that fails.
+/// Finds the cameras, at least one, opens them, reads their features and closes them again; those of files at the same
+/// time, on threads of their own. Throws CommandError if that fails.
 std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices);
 
 /// The same for one camera's own description, as XML.
