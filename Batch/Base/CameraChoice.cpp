@@ -1,5 +1,7 @@
 #include "Base/CameraChoice.h"
 
+#include <algorithm>
+#include <cctype>
 #include <filesystem>
 
 namespace fs = std::filesystem;
@@ -20,7 +22,9 @@ bool IsFile(const std::string& path)
 CameraChoice CameraChoice::FromText(const std::string& text)
 {
     CameraChoice choice;
-    const std::string extension = fs::path(text).extension();
+    std::string extension = fs::path(text).extension();
+    std::transform(extension.begin(), extension.end(), extension.begin(),
+        [](unsigned char letter) { return std::tolower(letter); });
     if (text == "-" || extension == ".xml" || extension == ".zip" || text.find('/') != std::string::npos ||
         IsFile(text))
         choice.descriptionFile = text;

@@ -2,6 +2,7 @@
 
 #include "Base/Printable.h"
 #include "Description/DescriptionNumber.h"
+#include "Description/DescriptionSchema.h"
 
 #include <algorithm>
 #include <utility>
@@ -15,7 +16,7 @@ bool StandsBefore(const ValueRow& a, const ValueRow& b)
     return place(a) < place(b);
 }
 
-/// Whether the value of \a node is a value of \a owner, too: what a formula makes of it has other limits.
+/// Whether a node that refers to \a node has the same values. What a formula makes of them has other limits.
 bool SharesValues(const DescriptionElement* node)
 {
     return node != nullptr && (node->tag == "Integer" || node->tag == "Float");
@@ -28,7 +29,8 @@ FeatureLimits::FeatureLimits(const DescriptionElement& description)
     m_nodes.reserve(description.children.size());
     for (const DescriptionElement& node : description.children)
     {
-        m_nodes.insert_or_assign(node.name, &node); // Of two, the SDK has the last.
+        if (IsRead(node.tag))
+            m_nodes.insert_or_assign(node.name, &node);
         for (const DescriptionElement& child : node.children)
             if (child.tag == "pFeature")
                 m_features.insert(child.text);
@@ -47,7 +49,7 @@ std::vector<ValueRow> FeatureLimits::Of(const std::string& feature) const
     return limits;
 }
 
-/// The SDK has refused nodes whose values depend on themselves.
+/// This ends: the SDK has refused nodes whose values depend on themselves.
 std::optional<ValueRow> FeatureLimits::Find(const DescriptionElement& node, const std::string& limit) const
 {
     const DescriptionElement* literal = node.Child(limit);

@@ -9,6 +9,7 @@
 #include "Description/ValueCheck.h"
 
 #include <algorithm>
+#include <cctype>
 #include <unordered_map>
 #include <unordered_set>
 #include <utility>
@@ -256,8 +257,7 @@ private:
         {
             const Element& next = *open.back();
             open.pop_back();
-            const NodeKind* const kind = FindNodeKind(next.tag);
-            if (next.tag != "Category" && kind != nullptr && kind->isRead)
+            if (next.tag != "Category" && IsRead(next.tag))
                 return true;
             for (const Element& child : next.children)
             {

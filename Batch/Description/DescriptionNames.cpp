@@ -4,6 +4,7 @@
 #include "Description/NearestWord.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace
 {
@@ -14,12 +15,6 @@ const std::size_t MaximumCompared = 100000;
 
 /// Names are long and have much in common. One letter for another counts as two.
 const std::size_t MostLettersWrong = 4;
-
-bool IsRead(const DescriptionElement& node)
-{
-    const NodeKind* const kind = FindNodeKind(node.tag);
-    return kind != nullptr && kind->isRead;
-}
 
 } // namespace
 
@@ -41,7 +36,7 @@ bool DescriptionNames::IsEntry(const std::string& name)
 {
     if (name.compare(0, EntryPrefix.size(), EntryPrefix) != 0)
         return false;
-    if (m_entries.empty())
+    if (!std::exchange(m_haveEntries, true))
         for (const auto& [ofNode, named] : m_nodes)
             if (named.node->tag == "Enumeration")
                 for (const DescriptionElement& child : named.node->children)
@@ -69,7 +64,7 @@ void DescriptionNames::Add(const DescriptionElement& node, const DescriptionElem
     // What is taken for an unknown kind of node has a name, too, so that nobody is told of it twice.
     if (outer == nullptr || FindNodeKind(node.tag) != nullptr)
         AddName(node, outer != nullptr && node.tag.find("SwissKnife") != std::string::npos);
-    if (node.tag != "Group" && !IsRead(node))
+    if (node.tag != "Group" && !IsRead(node.tag))
         return;
     // Entries of enumerations have names of their own.
     for (const DescriptionElement& child : node.children)
@@ -84,11 +79,11 @@ void DescriptionNames::AddName(const DescriptionElement& node, bool isWithin)
     const auto [at, added] = m_nodes.emplace(node.name, Named{&node, isWithin});
     if (added)
         return;
-    const bool overrides = IsRead(node);
+    const bool overrides = IsRead(node.tag);
     if (!isWithin || !at->second.isWithin)
-        m_mistakes.push_back({node.line, "The name '" + node.name + "' is taken already, in line " +
-                                             std::to_string(at->second.node->line) +
-                                             (overrides && IsRead(*at->second.node) ? ". The last one counts." : ".")});
+        m_mistakes.push_back({node.line,
+            "The name '" + node.name + "' is taken already, in line " + std::to_string(at->second.node->line) +
+                (overrides && IsRead(at->second.node->tag) ? ". The last one counts." : ".")});
     if (overrides)
         at->second = {&node, isWithin};
 }

@@ -4,6 +4,7 @@
 #include "Description/DescriptionNodes.h"
 #include "Description/Mistake.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -38,8 +39,9 @@ private:
     void AddName(const DescriptionElement& node, bool isWithin);
 
     std::unordered_map<std::string_view, Named> m_nodes;
+    bool m_haveEntries = false;
     std::unordered_set<std::string> m_entries; ///< Empty until somebody asks.
-    std::size_t m_compared = 0;                ///< Names with which others were.
+    std::size_t m_compared = 0;                ///< How many names others were compared with so far.
     std::vector<Mistake>& m_mistakes;
 };
 

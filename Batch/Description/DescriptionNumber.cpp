@@ -66,8 +66,9 @@ void DescriptionNumber::ReadReal(const std::string& text)
     const auto read = std::from_chars(
         digits.begin, digits.end, m_real, digits.hexadecimal ? std::chars_format::hex : std::chars_format::general);
     m_real = digits.negative ? -m_real : m_real;
+    const bool isNumber = read.ec != std::errc::invalid_argument && *digits.begin != '-'; // One sign is enough.
     // Too large or too small is infinite or zero.
-    Judge(text, read.ec == std::errc::invalid_argument ? nullptr : read.ptr, true);
+    Judge(text, isNumber ? read.ptr : nullptr, true);
     comparable = comparable && read.ec == std::errc();
 }
 

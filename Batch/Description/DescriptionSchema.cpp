@@ -177,6 +177,12 @@ const NodeKind* FindNodeKind(std::string_view tag)
     return found == kinds.end() ? nullptr : &found->second;
 }
 
+bool IsRead(std::string_view tag)
+{
+    const NodeKind* const kind = FindNodeKind(tag);
+    return kind != nullptr && kind->isRead;
+}
+
 const std::vector<std::string>& NodeKinds()
 {
     static const std::vector<std::string> kinds = {"AdvFeatureLock", "Boolean", "Category", "Command", "ConfRom",

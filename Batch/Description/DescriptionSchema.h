@@ -1,6 +1,7 @@
 #ifndef DESCRIPTIONSCHEMA_H
 #define DESCRIPTIONSCHEMA_H
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,12 +49,15 @@ bool CanContain(std::string_view outer, std::string_view inner);
 struct NodeKind
 {
     KindSet bit;
-    bool isRead = true; ///< By the SDK. The others are of no use to it, and cannot be features.
+    bool isRead = true; ///< By the SDK. The others cannot be features.
     std::vector<const Need*> needs;
 };
 
 /// Null if there is no such kind of node.
 const NodeKind* FindNodeKind(std::string_view tag);
+
+/// Whether the SDK reads nodes of this kind. Of several with one name, it has the last that it reads.
+bool IsRead(std::string_view tag);
 
 /// For suggestions.
 const std::vector<std::string>& NodeKinds();

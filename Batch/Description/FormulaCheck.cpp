@@ -4,8 +4,11 @@
 #include "Description/Formula.h"
 
 #include <algorithm>
+#include <cctype>
 #include <map>
 #include <set>
+#include <string_view>
+#include <vector>
 
 using OPX::KltAPI::Formula;
 using OPX::KltAPI::FormulaError;
@@ -60,13 +63,32 @@ private:
             m_expressions[element.name] = element.text;
     }
 
-    /// What cannot be read is told once, and no more where it is used.
     void CheckExpressions()
     {
-        for (const char* tag : {"Constant", "Expression"})
-            for (const auto& [name, element] : m_parts)
-                if (element->tag == tag && !CanBeRead(*element, {"FROM", "TO"}))
-                    m_variables.insert(name);
+        CheckParts("Constant", [](const std::string& /*text*/) { return true; });
+        CheckParts("Expression", [this](const std::string& text) { return !UsesBroken(text); });
+        // What is left only uses others of its kind, or has a fault besides.
+        CheckParts("Expression", [](const std::string& /*text*/) { return true; });
+    }
+
+    /// What cannot be read is told once, and no more where it is used.
+    template <class Condition>
+    void CheckParts(std::string_view tag, Condition condition)
+    {
+        for (const auto& [name, element] : m_parts)
+            if (element->tag == tag && m_variables.count(name) == 0 && condition(element->text) &&
+                !CanBeRead(*element, {"FROM", "TO"}))
+                m_variables.insert(name);
+    }
+
+    bool UsesBroken(const std::string& text) const
+    {
+        Names known = m_variables;
+        known.insert({"FROM", "TO"});
+        const std::vector<std::string> names = NamesIn(text);
+        return std::any_of(names.begin(), names.end(),
+            [&](const std::string& name)
+            { return m_expressions.count(name) > 0 && !ProblemOf(name, false, known).empty(); });
     }
 
     void CheckFormula(const char* tag, const Names& given)
@@ -116,16 +138,23 @@ private:
 
     std::string UnknownName(const std::string& text, const Names& variables) const
     {
+        for (const std::string& name : NamesIn(text))
+            if (ProblemOf(name, false, variables) == Unknown)
+                return name;
+        return text;
+    }
+
+    static std::vector<std::string> NamesIn(const std::string& text)
+    {
+        std::vector<std::string> names;
         for (auto begin = std::find_if(text.begin(), text.end(), IsOfName); begin != text.end();)
         {
             const auto end = std::find_if_not(begin, text.end(), IsOfName);
-            std::string name(begin, end);
-            const bool isNumber = std::isdigit(static_cast<unsigned char>(name[0])) != 0 || name[0] == '.';
-            if (!isNumber && ProblemOf(name, false, variables) == Unknown)
-                return name;
+            if (std::isdigit(static_cast<unsigned char>(*begin)) == 0 && *begin != '.')
+                names.emplace_back(begin, end);
             begin = std::find_if(end, text.end(), IsOfName);
         }
-        return text;
+        return names;
     }
 
     const NodeInPlace m_node;

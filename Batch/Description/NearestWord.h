@@ -1,6 +1,7 @@
 #ifndef NEARESTWORD_H
 #define NEARESTWORD_H
 
+#include <cstddef>
 #include <string>
 #include <vector>
 

@@ -6,6 +6,7 @@
 
 #include <cctype>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -32,9 +33,8 @@ struct NodeInPlace
 };
 
 /// The mistakes that were found so far.
-class Mistakes
+struct Mistakes
 {
-public:
     void Report(const DescriptionElement& where, std::string sentence)
     {
         sentence[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(sentence[0])));

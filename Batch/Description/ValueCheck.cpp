@@ -110,7 +110,7 @@ long long BitsOf(const NodeInPlace& node)
     const Element& owner = node.element.tag == "StructEntry" && node.outer != nullptr ? *node.outer : node.element;
     const Element* const length = Constant(owner, "Length", "pLength");
     const DescriptionNumber bytes(length == nullptr ? std::string() : length->text, true);
-    return bytes.comparable && bytes.Integer() < 1024 ? 8 * bytes.Integer() : 0;
+    return bytes.comparable && bytes.Integer() > 0 && bytes.Integer() < 1024 ? 8 * bytes.Integer() : 0;
 }
 
 void CheckBits(const NodeInPlace& node, Mistakes& mistakes)
