@@ -32,6 +32,8 @@ namespace
 const std::chrono::milliseconds TimeToAppear(4000);
 const std::chrono::milliseconds TimeBetweenLooks(50);
 
+const std::size_t MostThreads = 16;
+
 std::string Reason(int code)
 {
     return KoltaHelper::ReturnCodeToString(code).toStdString();
@@ -226,20 +228,19 @@ CameraFeatures Read(const CameraChoice& choice, const CameraPtr& ofFile)
 std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices)
 {
     // Files are looked at in their order, so that what is said of them comes in order.
-    std::vector<std::future<CameraFeatures>> others;
-    for (std::size_t i = 0; i + 1 < choices.size(); ++i)
+    std::vector<std::future<CameraFeatures>> reads;
+    for (const CameraChoice& choice : choices)
     {
-        const CameraPtr ofFile = CameraOfFile(choices[i]);
+        const CameraPtr ofFile = CameraOfFile(choice);
         // A camera may be given twice, but not opened twice at the same time.
-        const std::launch when = ofFile ? std::launch::async : std::launch::deferred;
-        others.push_back(std::async(when, Read, std::cref(choices[i]), ofFile));
+        const bool isApart = ofFile && choices.size() > 1 && reads.size() < MostThreads;
+        reads.push_back(
+            std::async(isApart ? std::launch::async : std::launch::deferred, Read, std::cref(choice), ofFile));
     }
-    CameraFeatures last = Read(choices.back(), CameraOfFile(choices.back()));
     std::vector<CameraFeatures> cameras;
     cameras.reserve(choices.size());
-    for (std::future<CameraFeatures>& other : others)
-        cameras.push_back(other.get());
-    cameras.push_back(std::move(last));
+    for (std::future<CameraFeatures>& read : reads)
+        cameras.push_back(read.get());
     return cameras;
 }
 

@@ -39,11 +39,11 @@ struct CameraFeatures
     std::string label; ///< What the user called it.
     std::string name;
     std::vector<FeatureInfo> features;
-    std::shared_ptr<const DescriptionElement> description; ///< Empty if the camera does not give it.
+    std::shared_ptr<const DescriptionElement> description; ///< Never null; without children if there is none.
 };
 
-/// Finds the cameras, at least one, opens them, reads their features and closes them again; those of files at the same
-/// time, on threads of their own. Throws CommandError if that fails.
+/// Finds the cameras, opens them and reads their features; those of files at the same time, on threads of their own.
+/// Cameras of files stay open until the program ends, the others are closed. Throws CommandError if that fails.
 std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices);
 
 /// The same for one camera's own description, as XML.
