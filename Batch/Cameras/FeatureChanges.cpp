@@ -37,16 +37,16 @@ const ValueRow* LimitOf(const FeatureRow& feature, const std::string& name)
 std::optional<long double> NumberOf(const FeatureRow& feature, const std::string& name)
 {
     if (const ValueRow* const limit = LimitOf(feature, name))
-        return NumberOf(*limit, feature.type);
+        return NumberOf(*limit);
     const long double largest = feature.type == "Int" ? static_cast<long double>(INT64_MAX) : HUGE_VALL;
     if (name == "Inc")
         return feature.type == "Int" ? std::optional<long double>(1) : std::nullopt;
     return name == "Max" ? largest : feature.type == "Int" ? -largest - 1 : -largest;
 }
 
-bool IsSame(const ValueRow* before, const ValueRow* after, const std::string& type)
+bool IsSame(const ValueRow* before, const ValueRow* after)
 {
-    return before == after || (before != nullptr && after != nullptr && IsSameLimit(*before, *after, type));
+    return before == after || (before != nullptr && after != nullptr && IsSameLimit(*before, *after));
 }
 
 /// Whether the steps lead to a value in this distance. Decimal fractions are not exact.
@@ -55,25 +55,37 @@ bool IsMultiple(long double distance, long double step)
     return std::abs(std::remainder(distance, step)) <= 1e-9L * std::abs(step);
 }
 
+/// Whether the steps of \a after, which are counted from its minimum, leave out values of \a before.
+bool MovesSteps(const FeatureRow& before, const FeatureRow& after)
+{
+    const ValueRow* const inc = LimitOf(after, "Inc");
+    // Without a minimum, those of integers are counted from the least of all; those of real numbers do not count.
+    if (inc == nullptr || (after.type == "Float" && LimitOf(after, "Min") == nullptr))
+        return false;
+    const std::optional<long double> was = NumberOf(before, "Min");
+    const std::optional<long double> is = NumberOf(after, "Min");
+    const std::optional<long double> step = NumberOf(*inc);
+    return !was || !is || !step || !IsMultiple(*was - *is, *step);
+}
+
 /// Whether the camera may refuse a value now that it took before, or take it for another one.
 bool Restricts(const std::string& limit, const FeatureRow& before, const FeatureRow& after)
 {
-    if (LimitOf(after, limit) == nullptr)
-        return false;
-    if (limit == "Unit")
-        return LimitOf(before, limit) != nullptr;
-    if (!before.writable)
-        return false;
+    const bool isNew = LimitOf(before, limit) == nullptr;
+    const bool isGone = LimitOf(after, limit) == nullptr;
+    if (limit == "Unit" || !before.writable)
+        return limit == "Unit" && !isNew && !isGone;
     const std::optional<long double> was = NumberOf(before, limit);
     const std::optional<long double> is = NumberOf(after, limit);
+    if (limit == "Min")
+        return (!isGone && (!is || !was || *is > *was)) || (!isNew && MovesSteps(before, after));
+    if (isGone)
+        return false;
+    if (limit == "Inc" && after.type == "Float" && LimitOf(after, "Min") == nullptr)
+        return false;
     if (!is || !was)
         return true;
-    if (limit == "Inc")
-        return !IsMultiple(*was, *is);
-    if (limit == "Max")
-        return *is < *was;
-    const std::optional<long double> step = NumberOf(after, "Inc");
-    return *is > *was || (LimitOf(before, limit) != nullptr && step && !IsMultiple(*was - *is, *step));
+    return limit == "Max" ? *is < *was : !IsMultiple(*was, *is);
 }
 
 /// Gathers the changes of one feature that both versions have.
@@ -128,7 +140,7 @@ private:
             const ValueRow* const after = LimitOf(m_after, name);
             // What helps the camera may have another name in every firmware.
             const bool vary = before != nullptr && after != nullptr && before->varies && after->varies;
-            if (!vary && !IsSame(before, after, m_after.type))
+            if (!vary && !IsSame(before, after))
                 Add(name, TextOf(before), TextOf(after), Restricts(name, m_before, m_after));
         }
     }

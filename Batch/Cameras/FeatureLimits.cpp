@@ -3,6 +3,7 @@
 #include "Base/Printable.h"
 #include "Description/DescriptionNumber.h"
 #include "Description/DescriptionSchema.h"
+#include "Description/ValueCheck.h"
 
 #include <algorithm>
 #include <utility>
@@ -22,6 +23,15 @@ bool SharesValues(const DescriptionElement* node)
     return node != nullptr && (node->tag == "Integer" || node->tag == "Float");
 }
 
+/// Nothing if there is no text. The node decides how it is read.
+std::optional<ValueRow> LiteralOf(
+    const DescriptionElement& node, const DescriptionElement& literal, const std::string& limit)
+{
+    if (literal.text.empty())
+        return std::nullopt;
+    return ValueRow{limit, Printable(literal.text), {}, !HoldsWholeNumbers(node)};
+}
+
 } // namespace
 
 FeatureLimits::FeatureLimits(const DescriptionElement& description)
@@ -33,7 +43,7 @@ FeatureLimits::FeatureLimits(const DescriptionElement& description)
             m_nodes.insert_or_assign(node.name, &node);
         for (const DescriptionElement& child : node.children)
             if (child.tag == "pFeature")
-                m_features.insert(child.text);
+                m_features.insert(child.Target());
     }
 }
 
@@ -52,27 +62,27 @@ std::vector<ValueRow> FeatureLimits::Of(const std::string& feature) const
 /// This ends: the SDK has refused nodes whose values depend on themselves.
 std::optional<ValueRow> FeatureLimits::Find(const DescriptionElement& node, const std::string& limit) const
 {
-    const DescriptionElement* literal = node.Child(limit);
-    const DescriptionElement* const reference = literal == nullptr ? node.Child('p' + limit) : nullptr;
-    if (reference != nullptr)
-        literal = Constant(*reference);
-    if (literal != nullptr)
-        return literal->text.empty() ? std::nullopt
-                                     : std::optional<ValueRow>({limit, Printable(literal->text), {}, false});
-    if (reference != nullptr)
-        return ValueRow{limit, Printable(reference->text), {}, true};
+    if (const DescriptionElement* const literal = node.Child(limit))
+        return LiteralOf(node, *literal, limit);
+    if (const DescriptionElement* const reference = node.Child('p' + limit))
+    {
+        const DescriptionElement* const owner = NodeOfConstant(*reference);
+        return owner == nullptr ? ValueRow{limit, Printable(reference->text), {}, false, true}
+                                : LiteralOf(*owner, *owner->Child("Value"), limit);
+    }
     const DescriptionElement* const value = limit == "Unit" ? nullptr : Node(node.Child("pValue"));
     return SharesValues(value) ? Find(*value, limit) : std::nullopt;
 }
 
 const DescriptionElement* FeatureLimits::Node(const DescriptionElement* reference) const
 {
-    const auto node = reference == nullptr ? m_nodes.end() : m_nodes.find(reference->text);
+    const auto node = reference == nullptr ? m_nodes.end() : m_nodes.find(reference->Target());
     return node == m_nodes.end() ? nullptr : node->second;
 }
 
-/// What a reference leads to, if that is a constant; null if it is worked out, lies in a register or can be written.
-const DescriptionElement* FeatureLimits::Constant(const DescriptionElement& reference) const
+/// The node with the constant that a reference leads to; null if the value is worked out, lies in a register or can be
+/// written.
+const DescriptionElement* FeatureLimits::NodeOfConstant(const DescriptionElement& reference) const
 {
     const DescriptionElement* node = Node(&reference);
     while (SharesValues(node) && node->Child("pValue") != nullptr)
@@ -81,23 +91,23 @@ const DescriptionElement* FeatureLimits::Constant(const DescriptionElement& refe
         return nullptr;
     const DescriptionElement* const access = node->Child("ImposedAccessMode");
     const bool isWritable = m_features.count(node->name) > 0 && (access == nullptr || access->text != "RO");
-    return isWritable ? nullptr : node->Child("Value");
+    return isWritable || node->Child("Value") == nullptr ? nullptr : node;
 }
 
-std::optional<long double> NumberOf(const ValueRow& limit, const std::string& type)
+std::optional<long double> NumberOf(const ValueRow& limit)
 {
     if (limit.varies || limit.name == "Unit")
         return std::nullopt;
-    const DescriptionNumber number(limit.value, type == "Int");
+    const DescriptionNumber number(limit.value, !limit.isReal);
     return number.comparable ? std::optional<long double>(number.Value()) : std::nullopt;
 }
 
-bool IsSameLimit(const ValueRow& one, const ValueRow& other, const std::string& type)
+bool IsSameLimit(const ValueRow& one, const ValueRow& other)
 {
     if (one.value == other.value && one.varies == other.varies)
         return true;
-    const std::optional<long double> number = NumberOf(one, type);
-    return number && number == NumberOf(other, type);
+    const std::optional<long double> number = NumberOf(one);
+    return number && number == NumberOf(other);
 }
 
 void AddLimits(FeatureRow& row, const std::vector<ValueRow>& limits, const std::string& camera)
@@ -106,7 +116,7 @@ void AddLimits(FeatureRow& row, const std::vector<ValueRow>& limits, const std::
     for (const ValueRow& limit : limits)
     {
         auto place = std::find_if(known.begin(), known.end(),
-            [&](const ValueRow& any) { return any.name == limit.name && IsSameLimit(any, limit, row.type); });
+            [&](const ValueRow& any) { return any.name == limit.name && IsSameLimit(any, limit); });
         if (place == known.end())
             place = known.insert(std::upper_bound(known.begin(), known.end(), limit, StandsBefore), limit);
         place->cameras.push_back(camera);

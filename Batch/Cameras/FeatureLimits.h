@@ -28,17 +28,17 @@ public:
 private:
     std::optional<ValueRow> Find(const DescriptionElement& node, const std::string& limit) const;
     const DescriptionElement* Node(const DescriptionElement* reference) const;
-    const DescriptionElement* Constant(const DescriptionElement& reference) const;
+    const DescriptionElement* NodeOfConstant(const DescriptionElement& reference) const;
 
     std::unordered_map<std::string_view, const DescriptionElement*> m_nodes;
     std::unordered_set<std::string_view> m_features; ///< Names that users see, and can set unless that is forbidden.
 };
 
 /// A limit as a number, in a type that holds integers of 64 bits, too; nothing if it is none, or changes.
-std::optional<long double> NumberOf(const ValueRow& limit, const std::string& type);
+std::optional<long double> NumberOf(const ValueRow& limit);
 
-/// Whether both say the same, in whatever spelling, of a feature of this type.
-bool IsSameLimit(const ValueRow& one, const ValueRow& other, const std::string& type);
+/// Whether both say the same, in whatever spelling.
+bool IsSameLimit(const ValueRow& one, const ValueRow& other);
 
 /// Adds the limits that \a camera has for a feature.
 void AddLimits(FeatureRow& row, const std::vector<ValueRow>& limits, const std::string& camera);

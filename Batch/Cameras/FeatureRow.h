@@ -10,6 +10,7 @@ struct ValueRow
     std::string name;
     std::string value;
     std::vector<std::string> cameras; ///< Which of several cameras have it.
+    bool isReal = false;              ///< The value is read as a real number.
     bool varies = false;              ///< The value is the name of a node that decides while the camera runs.
 };
 
