@@ -32,6 +32,9 @@ std::string Suggestion(const std::string& word, const std::vector<std::string>& 
     return DidYouMean(std::find(known.begin(), known.end(), local) != known.end() ? local : NearestWord(word, known));
 }
 
+/// Elements of makers are short words that are like others, too. One letter for another counts as two.
+const std::size_t MostLettersWrong = 2;
+
 /// "one, another or a third".
 std::string Choice(const std::vector<std::string>& words)
 {
@@ -120,7 +123,7 @@ private:
         if (known.words != nullptr)
             CheckWord(node, element, *known.words);
         else if (known.content == Content::Node || known.content == Content::NodeWithValue)
-            CheckReference(node, element, element.tag, TargetOf(element), known.content);
+            CheckLink(node, element, known.content);
         else
             CheckNumber(node, element, known.content);
         CheckAttributes(node, element);
@@ -172,10 +175,11 @@ private:
                                 "." + Suggestion(element.text, words));
     }
 
-    /// White space is a part of the name that the SDK looks for, but where it follows the link itself.
-    static std::string TargetOf(const Element& element)
+    /// Many links are followed by nobody, and this one by the SDK itself.
+    static bool MayBePadded(const Element& element, Content content)
     {
-        return element.padded.empty() || element.tag == "pValueCopy" ? element.text : element.padded;
+        return element.tag == "pValueCopy" ||
+               (content == Content::Node && element.tag != "pFeature" && element.tag != "pPort");
     }
 
     /// Makers have elements of their own. Those that look like one of the format are meant to be that.
@@ -184,12 +188,21 @@ private:
         if (element.tag == "Group")
             return Report(
                 element, "what stands in this Group does not belong to " + node.Text() + ": groups hold whole nodes.");
-        const std::string suggestion = Suggestion(element.tag, ElementsOfNodes());
+        const std::string suggestion = DidYouMean(NearestWord(element.tag, ElementsOfNodes(), MostLettersWrong));
         if (!suggestion.empty())
             Report(element, "the element " + Quoted(element.tag) + " of " + node.Text() + " is unknown." + suggestion);
         else if (element.tag.size() > 1 && element.tag[0] == 'p' &&
                  std::isupper(static_cast<unsigned char>(element.tag[1])) != 0)
             CheckReference(node, element, element.tag, element.text, Content::Node);
+    }
+
+    void CheckLink(const Node& node, const Element& element, Content content)
+    {
+        const bool isFound = m_names.Find(element.Target()) != nullptr;
+        if (!isFound && !MayBePadded(element, content) && m_names.Find(element.text) != nullptr)
+            return Report(element, node.Text(element.tag) + " leads nowhere: the SDK takes the white space around " +
+                                       Quoted(element.text) + " for a part of the name.");
+        CheckReference(node, element, element.tag, isFound ? element.Target() : element.text, content);
     }
 
     void CheckReference(
@@ -261,7 +274,7 @@ private:
                 return true;
             for (const Element& child : next.children)
             {
-                const Element* const target = child.tag == "pFeature" ? m_names.Find(child.text) : nullptr;
+                const Element* const target = child.tag == "pFeature" ? m_names.Find(child.Target()) : nullptr;
                 if (target != nullptr && seen.insert(target).second)
                     open.push_back(target);
             }

@@ -20,6 +20,9 @@ struct DescriptionElement
     /// The child of this kind that counts: the last one. Null if there is none.
     const DescriptionElement* Child(std::string_view childTag) const;
 
+    /// The name that the SDK looks for where the element refers to a node: white space is a part of it.
+    const std::string& Target() const { return padded.empty() ? text : padded; }
+
     /// The value of an attribute, which need not be there.
     std::string_view Attribute(std::string_view attribute) const;
 };

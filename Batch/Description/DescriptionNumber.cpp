@@ -56,7 +56,11 @@ void DescriptionNumber::ReadWhole(const std::string& text)
     // One digit means the same either way.
     if (digits.hexadecimal || *digits.begin != '0' || magnitude <= 7 || !problem.empty())
         return;
-    problem = "which begins with 0 and is read as an octal number";
+    const char* const end = std::from_chars(digits.begin, digits.end, magnitude, 8).ptr;
+    problem = "which begins with 0 and is read as " + std::string(digits.negative ? "-" : "") +
+              std::to_string(magnitude) + ", an octal number";
+    if (end != digits.end)
+        problem = "of which only '" + std::string(text.data(), end) + "' is read, since it begins with 0";
     comparable = false;
 }
 

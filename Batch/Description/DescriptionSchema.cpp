@@ -38,9 +38,9 @@ const std::vector<Elements>& Table()
 /// Elements that a node may have more than one of.
 const Words& Repeating()
 {
-    static const Words tags = {"Address", "Constant", "Expression", "Extension", "Input", "pAddress", "pBlockPolling",
-        "pDependent", "pEnumEntry", "pError", "pFeature", "pIndex", "pInvalidator", "pSelected", "pSelecting",
-        "pTerminal", "pValueCopy", "pValueIndexed", "pVariable", "ValueIndexed"};
+    static const Words tags = {"Address", "Constant", "Expression", "Extension", "Input", "NumericValue", "pAddress",
+        "pBlockPolling", "pDependent", "pEnumEntry", "pError", "pFeature", "pIndex", "pInvalidator", "pSelected",
+        "pSelecting", "pTerminal", "pValueCopy", "pValueIndexed", "pVariable", "ValueIndexed"};
     return tags;
 }
 

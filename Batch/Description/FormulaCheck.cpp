@@ -24,7 +24,8 @@ const char* const Unknown = "unknown variable";
 
 bool IsOfName(char character)
 {
-    return std::isalnum(static_cast<unsigned char>(character)) != 0 || character == '_' || character == '.';
+    const auto byte = static_cast<unsigned char>(character);
+    return std::isalnum(byte) != 0 || byte >= 0x80 || character == '_' || character == '.';
 }
 
 class FormulaCheck
