@@ -55,12 +55,18 @@ bool IsMultiple(long double distance, long double step)
     return std::abs(std::remainder(distance, step)) <= 1e-9L * std::abs(step);
 }
 
-/// Whether the steps of \a after, which are counted from its minimum, leave out values of \a before.
+/// The increment that counts, from the minimum on; null if none does. Without a minimum, integers are counted from the
+/// least of all, and real numbers not at all.
+const ValueRow* StepOf(const FeatureRow& feature)
+{
+    return feature.type == "Float" && LimitOf(feature, "Min") == nullptr ? nullptr : LimitOf(feature, "Inc");
+}
+
+/// Whether the steps of \a after leave out values of \a before, since they are counted from another minimum.
 bool MovesSteps(const FeatureRow& before, const FeatureRow& after)
 {
-    const ValueRow* const inc = LimitOf(after, "Inc");
-    // Without a minimum, those of integers are counted from the least of all; those of real numbers do not count.
-    if (inc == nullptr || (after.type == "Float" && LimitOf(after, "Min") == nullptr))
+    const ValueRow* const inc = StepOf(after);
+    if (inc == nullptr)
         return false;
     const std::optional<long double> was = NumberOf(before, "Min");
     const std::optional<long double> is = NumberOf(after, "Min");
@@ -79,9 +85,7 @@ bool Restricts(const std::string& limit, const FeatureRow& before, const Feature
     const std::optional<long double> is = NumberOf(after, limit);
     if (limit == "Min")
         return (!isGone && (!is || !was || *is > *was)) || (!isNew && MovesSteps(before, after));
-    if (isGone)
-        return false;
-    if (limit == "Inc" && after.type == "Float" && LimitOf(after, "Min") == nullptr)
+    if (isGone || (limit == "Inc" && StepOf(after) == nullptr))
         return false;
     if (!is || !was)
         return true;

@@ -37,7 +37,8 @@ void CheckLimits(const NodeInPlace& node, Mistakes& mistakes)
     CheckOrder(node, minimum, value, mistakes);
     CheckOrder(node, value, maximum, mistakes);
     const Element* const increment = node.element.tag == "Integer" ? Constant(node.element, "Inc", "pInc") : nullptr;
-    if (increment != nullptr && DescriptionNumber("1", true).IsAbove(DescriptionNumber(increment->text, true)))
+    const DescriptionNumber step(increment == nullptr ? std::string() : increment->text, true);
+    if (step.comparable && step.Integer() < 1)
         mistakes.Report(*increment, node.Text("Inc") + " is " + increment->text + ", so it has no effect.");
 }
 
@@ -119,8 +120,8 @@ void CheckBits(const NodeInPlace& node, Mistakes& mistakes)
     for (const char* tag : {"Bit", "LSB", "MSB"})
     {
         const Element* const bit = bits > 0 ? node.element.Child(tag) : nullptr;
-        if (bit != nullptr &&
-            DescriptionNumber(bit->text, true).IsAbove(DescriptionNumber(std::to_string(bits - 1), true)))
+        const DescriptionNumber number(bit == nullptr ? std::string() : bit->text, true);
+        if (number.comparable && number.Integer() >= bits)
             mistakes.Report(*bit,
                 node.Text(tag) + " is " + bit->text + ", but the register has " + std::to_string(bits) + " bits.");
     }
