@@ -97,7 +97,6 @@ function(kolta_add_camera_class target)
             --output ${output} ${options}
         COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
         DEPENDS ${inputs} ${KOLTA_DEFAULT_TEMPLATES} ${generator}
-            $<TARGET_FILE_DIR:${generator}>/kolta-classgen.so
         COMMENT "Generating ${arg_CLASS}"
         VERBATIM)
     add_custom_target(${target}_${arg_CLASS} DEPENDS ${stamp})

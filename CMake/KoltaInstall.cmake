@@ -9,21 +9,14 @@ include(GNUInstallDirs)
 set(KOLTA_INSTALL_FOLDER ${CMAKE_INSTALL_LIBEXECDIR}/KoltaClassGenerator)
 set(KOLTA_INSTALL_DATA ${CMAKE_INSTALL_DATADIR}/KoltaClassGenerator)
 
-# kolta_install_beside(<target> [EXPORT <name>]): into that folder. A library of the SDK there comes before the one that
-# is installed with ours.
-function(kolta_install_beside target)
+# kolta_install_program(<target> [EXPORT <name>]): into that folder, with a link to it where the shell looks. A library of
+# the SDK beside it comes before the one that is installed with ours.
+function(kolta_install_program target)
     file(RELATIVE_PATH libraries ${CMAKE_INSTALL_FULL_LIBEXECDIR}/KoltaClassGenerator ${CMAKE_INSTALL_FULL_LIBDIR})
     # One path for both: CMake would fill up the build's with colons, behind which the current folder is searched.
     set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN;$ORIGIN/${libraries}" BUILD_WITH_INSTALL_RPATH ON
         INSTALL_RPATH_USE_LINK_PATH ON)
-    install(TARGETS ${target} ${ARGN}
-        RUNTIME DESTINATION ${KOLTA_INSTALL_FOLDER} COMPONENT Tool
-        LIBRARY DESTINATION ${KOLTA_INSTALL_FOLDER} COMPONENT Tool)
-endfunction()
-
-# kolta_install_program(<target> [EXPORT <name>]): the same, with a link to it where the shell looks.
-function(kolta_install_program target)
-    kolta_install_beside(${target} ${ARGN})
+    install(TARGETS ${target} ${ARGN} RUNTIME DESTINATION ${KOLTA_INSTALL_FOLDER} COMPONENT Tool)
     kolta_install_link(${CMAKE_INSTALL_BINDIR}/${target} ${KOLTA_INSTALL_FOLDER}/${target})
 endfunction()
 

@@ -1,6 +1,5 @@
 #include "KoltaClassGenerator.h"
 
-#include "BusyGuard.h"
 #include "CameraObserver.h"
 #include "ClassGeneratorBase.h"
 #include "CppClassGenerator.h"
@@ -8,9 +7,10 @@
 #include "KoltaVersion.h"
 #include "QtCompat.h"
 #include "SdkReads.h"
-#include "SelectionKeeper.h"
-#include "TextEditBlock.h"
 #include "TextEditIoDevice.h"
+#include "Window/BusyGuard.h"
+#include "Window/SelectionKeeper.h"
+#include "Window/TextEditBlock.h"
 
 #include <KoltaCPP/KoltaSystem.h>
 #include <QCoreApplication>

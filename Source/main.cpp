@@ -1,6 +1,6 @@
-#include "EndWatcher.h"
 #include "KoltaClassGenerator.h"
 #include "QtCompat.h"
+#include "Window/EndWatcher.h"
 
 #include <QApplication>
 #include <QIcon>

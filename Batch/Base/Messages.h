@@ -1,7 +1,7 @@
 #ifndef MESSAGES_H
 #define MESSAGES_H
 
-#include "Base/Printable.h"
+#include "Document/Texts.h"
 
 #include <cstdio>
 #include <string>
@@ -9,7 +9,7 @@
 /// Informs the user, on standard error.
 inline void TellError(const std::string& text)
 {
-    std::fprintf(stderr, "kolta-classgen: %s\n", Printable(text).c_str());
+    std::fprintf(stderr, "kolta-classgen: %s\n", OPX::KltAPI::WithoutControls(text).c_str());
 }
 
 inline void TellWarning(const std::string& text)

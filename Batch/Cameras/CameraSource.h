@@ -2,7 +2,7 @@
 #define CAMERASOURCE_H
 
 #include "Base/CameraChoice.h"
-#include "Description/DescriptionNodes.h"
+#include "Document/Document.h"
 #include "FeatureInfos.h"
 
 #include <KoltaCPP/Camera.h>
@@ -39,7 +39,8 @@ struct CameraFeatures
     std::string label; ///< What the user called it.
     std::string name;
     std::vector<FeatureInfo> features;
-    std::shared_ptr<const DescriptionElement> description; ///< Never null; without children if there is none.
+    std::shared_ptr<const OPX::KltAPI::DescriptionElement>
+        description; ///< Never null; without children if there is none.
 };
 
 /// Finds the cameras, opens them and reads their features; those of files at the same time, on threads of their own.
@@ -52,7 +53,7 @@ std::string ReadDescription(const CameraChoice& choice);
 /// What is in a camera's description.
 struct CameraNodes
 {
-    DescriptionElement root; ///< Lines are those of the file, if it comes from one.
+    OPX::KltAPI::DescriptionElement root; ///< Lines are those of the file, if it comes from one.
     bool hasFeatures = false;
 };
 

@@ -8,6 +8,8 @@
 #include <optional>
 #include <utility>
 
+using namespace OPX::KltAPI;
+
 namespace
 {
 

@@ -1,12 +1,14 @@
 #include "Cameras/FeatureLimits.h"
 
-#include "Base/Printable.h"
-#include "Description/DescriptionNumber.h"
-#include "Description/DescriptionSchema.h"
-#include "Description/ValueCheck.h"
+#include "Document/Texts.h"
+#include "Lint/ValueCheck.h"
+#include "Schema/Number.h"
+#include "Schema/Schema.h"
 
 #include <algorithm>
 #include <utility>
+
+using namespace OPX::KltAPI;
 
 namespace
 {
@@ -29,7 +31,7 @@ std::optional<ValueRow> LiteralOf(
 {
     if (literal.text.empty())
         return std::nullopt;
-    return ValueRow{limit, Printable(literal.text), {}, !HoldsWholeNumbers(node)};
+    return ValueRow{limit, WithoutControls(literal.text), {}, !HoldsWholeNumbers(node)};
 }
 
 } // namespace
@@ -67,7 +69,7 @@ std::optional<ValueRow> FeatureLimits::Find(const DescriptionElement& node, cons
     if (const DescriptionElement* const reference = node.Child('p' + limit))
     {
         const DescriptionElement* const owner = NodeOfConstant(*reference);
-        return owner == nullptr ? ValueRow{limit, Printable(reference->text), {}, false, true}
+        return owner == nullptr ? ValueRow{limit, WithoutControls(reference->text), {}, false, true}
                                 : LiteralOf(*owner, *owner->Child("Value"), limit);
     }
     const DescriptionElement* const value = limit == "Unit" ? nullptr : Node(node.Child("pValue"));

@@ -2,7 +2,7 @@
 #define FEATURELIMITS_H
 
 #include "Cameras/FeatureRow.h"
-#include "Description/DescriptionNodes.h"
+#include "Document/Document.h"
 
 #include <array>
 #include <optional>
@@ -20,17 +20,17 @@ class FeatureLimits
 {
 public:
     /// The description is referred to.
-    explicit FeatureLimits(const DescriptionElement& description);
+    explicit FeatureLimits(const OPX::KltAPI::DescriptionElement& description);
 
     /// The limits of a feature. Where it leaves one to another node, the constant in that node counts.
     std::vector<ValueRow> Of(const std::string& feature) const;
 
 private:
-    std::optional<ValueRow> Find(const DescriptionElement& node, const std::string& limit) const;
-    const DescriptionElement* Node(const DescriptionElement* reference) const;
-    const DescriptionElement* NodeOfConstant(const DescriptionElement& reference) const;
+    std::optional<ValueRow> Find(const OPX::KltAPI::DescriptionElement& node, const std::string& limit) const;
+    const OPX::KltAPI::DescriptionElement* Node(const OPX::KltAPI::DescriptionElement* reference) const;
+    const OPX::KltAPI::DescriptionElement* NodeOfConstant(const OPX::KltAPI::DescriptionElement& reference) const;
 
-    std::unordered_map<std::string_view, const DescriptionElement*> m_nodes;
+    std::unordered_map<std::string_view, const OPX::KltAPI::DescriptionElement*> m_nodes;
     std::unordered_set<std::string_view> m_features; ///< Names that users see, and can set unless that is forbidden.
 };
 

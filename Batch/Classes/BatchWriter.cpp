@@ -22,7 +22,7 @@ void BatchWriter::Report(const QString& message)
 
 void BatchWriter::Process(QTextStream& output, QString line, const FeatureInfos& features)
 {
-    for (const Mistake& mistake : CheckTemplateLine(++m_line, line))
+    for (const OPX::KltAPI::Mistake& mistake : CheckTemplateLine(++m_line, line))
         std::fprintf(stderr, "%s\n", mistake.In(m_templatePath.toStdString()).c_str());
     CppClassWriter::Process(output, line, features);
 }

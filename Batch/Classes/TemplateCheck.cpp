@@ -1,12 +1,14 @@
 #include "Classes/TemplateCheck.h"
 
 #include "CppClassWriter.h"
-#include "Description/NearestWord.h"
+#include "Document/NearestWord.h"
 
 #include <QRegularExpression>
 
 #include <algorithm>
 #include <cstdlib>
+
+using namespace OPX::KltAPI;
 
 namespace
 {

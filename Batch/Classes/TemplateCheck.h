@@ -1,7 +1,7 @@
 #ifndef TEMPLATECHECK_H
 #define TEMPLATECHECK_H
 
-#include "Description/Mistake.h"
+#include "Document/Mistake.h"
 
 #include <QString>
 
@@ -9,6 +9,6 @@
 
 /// Looks in a line of a template for what its author takes for a placeholder and the writer does not, and for text that
 /// is lost.
-std::vector<Mistake> CheckTemplateLine(int number, const QString& line);
+std::vector<OPX::KltAPI::Mistake> CheckTemplateLine(int number, const QString& line);
 
 #endif

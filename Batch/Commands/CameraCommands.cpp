@@ -1,12 +1,12 @@
 #include "Commands/CameraCommands.h"
 
 #include "Base/ExitCodes.h"
+#include "Base/OutputFiles.h"
 #include "Base/PrintJson.h"
-#include "Base/Printable.h"
 #include "Cameras/CameraSource.h"
 #include "Cameras/FeatureTable.h"
-#include "Classes/ReplaceFiles.h"
 #include "Commands/ValidateCommand.h"
+#include "Document/Texts.h"
 #include "SdkReads.h"
 
 #include <QByteArray>
@@ -65,7 +65,7 @@ void Print(const FeatureRow& row)
     std::printf("%s\t%s\t%s\t%s\t%s", row.category.c_str(), row.name.c_str(), row.TypeText().c_str(),
         row.AccessText().c_str(), row.ValuesText().c_str());
     if (!row.cameras.empty())
-        std::printf("\t%s", Printable(Joined(row.cameras)).c_str());
+        std::printf("\t%s", WithoutControls(Joined(row.cameras)).c_str());
     std::puts("");
 }
 
@@ -86,8 +86,8 @@ void ListCameras(bool json)
                 {"serialNumber", QString::fromStdString(serialNumber)},
                 {"transport", QString::fromStdString(transport)}, {"address", QString::fromStdString(address)}});
         else
-            std::printf(
-                "%s\t%s\t%s\t%s\n", model.c_str(), serialNumber.c_str(), transport.c_str(), Printable(address).c_str());
+            std::printf("%s\t%s\t%s\t%s\n", model.c_str(), serialNumber.c_str(), transport.c_str(),
+                WithoutControls(address).c_str());
     }
     if (json)
         PrintJson(array);

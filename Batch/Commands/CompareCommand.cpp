@@ -12,6 +12,8 @@
 #include <cstdio>
 #include <future>
 
+using namespace OPX::KltAPI;
+
 namespace
 {
 

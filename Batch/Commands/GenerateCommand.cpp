@@ -1,10 +1,10 @@
 #include "Commands/GenerateCommand.h"
 
 #include "Base/Messages.h"
+#include "Base/OutputFiles.h"
 #include "Cameras/CameraFamily.h"
 #include "Classes/BatchWriter.h"
 #include "Classes/NameCheck.h"
-#include "Classes/ReplaceFiles.h"
 #include "Classes/UnifiedDiff.h"
 #include "Commands/ValidateCommand.h"
 

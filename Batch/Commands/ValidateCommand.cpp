@@ -3,13 +3,15 @@
 #include "Base/Messages.h"
 #include "Base/PrintJson.h"
 #include "Base/ShellText.h"
-#include "Description/DescriptionCheck.h"
+#include "Lint/DescriptionCheck.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
 
 #include <algorithm>
 #include <cstdio>
+
+using namespace OPX::KltAPI;
 
 namespace
 {

@@ -1,10 +1,12 @@
 #include "Program/CommandLine.h"
 
 #include "Base/ShellText.h"
-#include "Commands/Commands.h"
+#include "Commands/CameraCommands.h"
+#include "Commands/CompareCommand.h"
+#include "Commands/ValidateCommand.h"
 #include "KoltaVersion.h"
 #include "Program/Completion.h"
-#include "Program/SelfDescription.h"
+#include "Program/ManualPage.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -162,7 +164,7 @@ void CommandLine::AddGenerate()
     AddGeneration(generate);
     generate->add_flag("--verbose", m_options.verbose, "Report every step");
     generate->add_option("--depfile", m_options.depfile, "Write a dependency file for make")->type_name("FILE");
-    generate->callback([this] { Commands::Load().generate(m_options); });
+    generate->callback([this] { Generate(m_options); });
 }
 
 void CommandLine::AddCheck()
@@ -171,14 +173,14 @@ void CommandLine::AddCheck()
         "check --xml Camera.xml --output generated --class Camera");
     AddNote(check, "Exits with 1 if the files are not up to date, and prints the differences.");
     AddGeneration(check);
-    check->callback([this] { m_result = Commands::Load().checkGenerated(m_options, RepairCommand()); });
+    check->callback([this] { m_result = CheckGenerated(m_options, RepairCommand()); });
 }
 
 void CommandLine::AddLookups()
 {
     CLI::App* list = Add("list", "List the cameras: model, serial number, transport, address", "list --json");
     list->add_flag("--json", m_json, "Print JSON");
-    list->callback([this] { Commands::Load().listCameras(m_json); });
+    list->callback([this] { ListCameras(m_json); });
 
     CLI::App* features =
         Add("features", "List the features of a camera: category, name, type, access, entries or limits",
@@ -187,7 +189,7 @@ void CommandLine::AddLookups()
     AddCameras(features);
     features->add_option("--match", m_glob, "Only features whose names match")->type_name("GLOB");
     features->add_flag("--json", m_json, "Print JSON");
-    features->callback([this] { Commands::Load().listFeatures(m_options.cameras, m_glob, m_json); });
+    features->callback([this] { ListFeatures(m_options.cameras, m_glob, m_json); });
 
     CLI::App* dump = Add("dump-xml", "Save the description of a camera, to generate from later",
         "dump-xml --camera Sim1-Mono --output Camera.xml");
@@ -198,7 +200,7 @@ void CommandLine::AddLookups()
         {
             if (m_options.cameras.size() > 1)
                 throw CommandError(ExitUsage, "A file holds the description of one camera. Give only one.");
-            Commands::Load().dumpDescription(m_options.cameras.front(), m_file);
+            DumpDescription(m_options.cameras.front(), m_file);
         });
 }
 
@@ -215,12 +217,8 @@ void CommandLine::AddComparisons()
     diff->add_option("OLD", m_before, what)->required()->type_name("");
     diff->add_option("NEW", m_after, what)->required()->type_name("");
     diff->add_flag("--json", m_json, "Print JSON");
-    diff->callback(
-        [this]
-        {
-            m_result = Commands::Load().compareCameras(
-                CameraChoice::FromText(m_before), CameraChoice::FromText(m_after), m_json);
-        });
+    diff->callback([this]
+        { m_result = CompareCameras(CameraChoice::FromText(m_before), CameraChoice::FromText(m_after), m_json); });
 }
 
 void CommandLine::AddValidate()
@@ -236,7 +234,7 @@ void CommandLine::AddValidate()
         {
             std::vector<CameraChoice> cameras(m_cameras.size());
             std::transform(m_cameras.begin(), m_cameras.end(), cameras.begin(), CameraChoice::FromText);
-            m_result = Commands::Load().validate(cameras, m_json);
+            m_result = Validate(cameras, m_json);
         });
 }
 

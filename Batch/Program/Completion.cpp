@@ -1,7 +1,7 @@
 #include "Program/Completion.h"
 
 #include "Base/ShellText.h"
-#include "Program/SelfDescription.h"
+#include "Program/ManualPage.h"
 
 namespace
 {

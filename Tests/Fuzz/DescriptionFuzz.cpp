@@ -1,8 +1,8 @@
 // Whatever a description contains, it is refused or read: nothing crashes, hangs or eats up the memory.
 
-#include "Description/CheckedDescription.h"
-#include "Session/FormulaNodes.h"
-#include "Session/Session.h"
+#include "Camera/Session.h"
+#include "Nodes/NodeMap.h"
+#include "Safety/SafeDescription.h"
 #include "Transport/MemoryDevice.h"
 
 #include <cstddef>

@@ -2,9 +2,7 @@
 
 #include <arv.h>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 namespace
 {
@@ -74,5 +72,4 @@ KltErrorType CodeOf(const GError* error)
     return KltErrorOther;
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

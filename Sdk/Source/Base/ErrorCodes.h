@@ -5,9 +5,7 @@
 
 #include <glib.h>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// The domain of errors that are our own: their codes are the SDK's.
@@ -16,7 +14,6 @@ GQuark OwnErrorDomain();
 /// The SDK's code for an error of GLib or Aravis; success for none.
 KltErrorType CodeOf(const GError* error);
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

@@ -8,9 +8,7 @@
 
 #include <memory>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 struct ObjectUnref
@@ -38,7 +36,6 @@ private:
     GError* m_error = nullptr;
 };
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

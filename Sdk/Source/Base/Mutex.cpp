@@ -2,9 +2,7 @@
 
 #include <mutex>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 struct Mutex::Impl
@@ -33,5 +31,4 @@ void Mutex::Unlock()
     m_impl->mutex.unlock();
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

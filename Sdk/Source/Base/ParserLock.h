@@ -3,9 +3,7 @@
 
 #include <mutex>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// Held while Aravis parses a description: its parser keeps static state.
@@ -15,7 +13,6 @@ inline std::mutex& ParserLock()
     return mutex;
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

@@ -1,12 +1,10 @@
 #include "Base/Report.h"
 
-#include "Base/Texts.h"
+#include "Document/Texts.h"
 
 #include <cstdio>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 void Report(const std::string& message)
@@ -15,5 +13,4 @@ void Report(const std::string& message)
     std::fprintf(stderr, "KoltaCPP: %.1000s\n", WithoutControls(message).c_str());
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

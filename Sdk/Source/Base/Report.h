@@ -3,15 +3,12 @@
 
 #include <string>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// Writes one line to the standard error output. Any thread.
 void Report(const std::string& message);
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

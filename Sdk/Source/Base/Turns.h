@@ -5,9 +5,7 @@
 #include <condition_variable>
 #include <mutex>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// A mutex for which nobody waits beyond a deadline. (std::timed_mutex would do; ThreadSanitizer does not see all of
@@ -39,7 +37,6 @@ private:
     bool m_taken = false;
 };
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

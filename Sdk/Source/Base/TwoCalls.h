@@ -10,9 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// Returns the length of \a text, or fills \a buffer, which has room for \a length bytes.
@@ -44,7 +42,6 @@ KltErrorType DeliverList(const std::vector<Item>& list, Item* array, unsigned in
     return KltErrorSuccess;
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

@@ -1,12 +1,10 @@
 #include "System/CameraList.h"
 
-#include "System/CameraImpl.h"
+#include "Camera/CameraImpl.h"
 
 #include <set>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 CameraList::Changes CameraList::Update(const Transport& transport, const std::vector<CameraRecord>& found)
@@ -67,5 +65,4 @@ void CameraList::Clear()
     m_known.swap(released);
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

@@ -8,9 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// The cameras that were found, one object for each as long as it is there. Any thread.
@@ -43,7 +41,6 @@ private:
     std::vector<Known> m_known;
 };
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

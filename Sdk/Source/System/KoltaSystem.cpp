@@ -2,17 +2,15 @@
 
 #include "Base/TwoCalls.h"
 #include "System/CameraList.h"
+#include "System/ChosenTransports.h"
 #include "System/Scanner.h"
-#include "Transport/ChosenTransports.h"
 
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <vector>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 namespace
 {
@@ -144,5 +142,4 @@ KltErrorType KoltaSystem::GetCameras(CameraPtr* cameras, unsigned int& count)
     return result;
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

@@ -6,9 +6,7 @@
 #include <exception>
 #include <utility>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 namespace
 {
@@ -86,5 +84,4 @@ bool Scanner::Stopping()
     return m_stopping;
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

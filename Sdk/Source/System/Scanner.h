@@ -11,9 +11,7 @@
 #include <string>
 #include <thread>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// Keeps a list of cameras up to date from a thread of its own.
@@ -49,7 +47,6 @@ private:
     std::thread m_thread;
 };
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

@@ -3,9 +3,9 @@
 #include "Base/ErrorCodes.h"
 #include "Base/ParserLock.h"
 #include "Base/Report.h"
-#include "Base/Texts.h"
-#include "Description/CheckedDescription.h"
-#include "Session/FormulaNodes.h"
+#include "Document/Texts.h"
+#include "Nodes/NodeMap.h"
+#include "Safety/SafeDescription.h"
 #include "Transport/GvcpDescription.h"
 #include "Transport/GvcpDevice.h"
 #include "Transport/UsbPermissions.h"
@@ -16,9 +16,7 @@
 #include <mutex>
 #include <utility>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 namespace
 {
@@ -184,5 +182,4 @@ Connector AravisTransport::GigeConnector(const CameraRecord& record) const
     };
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

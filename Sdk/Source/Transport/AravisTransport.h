@@ -3,9 +3,7 @@
 
 #include "Transport/Transport.h"
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// GigE Vision and USB3 Vision cameras.
@@ -30,7 +28,6 @@ private:
     const std::shared_ptr<Addresses> m_addresses;
 };
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

@@ -9,9 +9,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 namespace
 {
@@ -317,5 +315,4 @@ bool GvcpChannel::WriteWords(std::uint64_t address, std::uint32_t size, const st
     return true;
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

@@ -10,9 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// The registers and the memory of a GigE Vision camera, over its control protocol.
@@ -71,7 +69,6 @@ private:
     Clock::duration m_pause;            ///< After which a question is repeated.
 };
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

@@ -2,16 +2,14 @@
 
 #include "Base/ErrorCodes.h"
 #include "Base/GlibPtr.h"
-#include "Description/DocumentLimits.h"
-#include "Description/Unzip.h"
+#include "Document/DocumentLimits.h"
+#include "Document/Unzip.h"
 
 #include <cstring>
 #include <regex>
 #include <string>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 namespace
 {
@@ -95,5 +93,4 @@ KltErrorType FetchDescription(GvcpChannel& camera, CheckedDescription& descripti
     return KltErrorOther;
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

@@ -1,13 +1,11 @@
 #ifndef GVCPDESCRIPTION_H
 #define GVCPDESCRIPTION_H
 
-#include "Description/CheckedDescription.h"
 #include "KoltaCPP/KoltaTypes.h"
+#include "Safety/SafeDescription.h"
 #include "Transport/GvcpChannel.h"
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// Reads the camera's description and checks it. Two registers say where it is; only what is in the camera itself is
@@ -15,7 +13,6 @@ namespace KltAPI
 /// \return -12 the camera does not answer, -13 there is no description that can be used: the problem says why
 KltErrorType FetchDescription(GvcpChannel& camera, CheckedDescription& description);
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

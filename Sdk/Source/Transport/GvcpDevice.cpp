@@ -5,9 +5,7 @@
 #include <thread>
 #include <utility>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 namespace
 {
@@ -167,5 +165,4 @@ ObjectPtr<ArvDevice> NewGvcpDevice(std::unique_ptr<GvcpChannel> camera, GError**
     return device;
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

@@ -8,9 +8,7 @@
 
 #include <memory>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// Whether another program controls the camera.
@@ -20,7 +18,6 @@ bool IsInUse(GvcpChannel& camera, GError** error);
 /// \return a device without a description; null after an error
 ObjectPtr<ArvDevice> NewGvcpDevice(std::unique_ptr<GvcpChannel> camera, GError** error);
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

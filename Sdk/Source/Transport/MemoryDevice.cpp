@@ -154,9 +154,7 @@ static void kolta_memory_device_class_init(KoltaMemoryDeviceClass* deviceClass)
     deviceClass->parent.write_register = WriteRegister;
 }
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 ObjectPtr<ArvDevice> NewMemoryDevice()
@@ -169,5 +167,4 @@ bool TakeUnknownOf(ArvDevice* memoryDevice)
     return std::exchange(MemoryOf(memoryDevice).readUnwritten, false);
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

@@ -5,9 +5,7 @@
 
 #include <arv.h>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// A device that is nothing but memory: what is written to an address is read from it. Memory that was never written
@@ -19,7 +17,6 @@ ObjectPtr<ArvDevice> NewMemoryDevice();
 /// Whether memory that was never written was read since the last call.
 bool TakeUnknownOf(ArvDevice* memoryDevice);
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

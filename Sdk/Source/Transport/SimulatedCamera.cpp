@@ -1,15 +1,13 @@
 #include "Transport/SimulatedCamera.h"
 
-#include "Base/Texts.h"
-#include "Session/FormulaNodes.h"
+#include "Document/Texts.h"
+#include "Nodes/NodeMap.h"
 #include "Transport/MemoryDevice.h"
 #include "Transport/StartValues.h"
 
 namespace fs = std::filesystem;
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 namespace
 {
@@ -63,5 +61,4 @@ CameraRecord RecordOf(const DescriptionFile& file)
         file.Path().string(), [file](Connection& connection) { return Connect(file, connection); }};
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

@@ -1,7 +1,7 @@
 #ifndef SIMULATEDCAMERA_H
 #define SIMULATEDCAMERA_H
 
-#include "Description/CheckedDescription.h"
+#include "Safety/SafeDescription.h"
 #include "Transport/Transport.h"
 
 #include <cstdint>
@@ -10,9 +10,7 @@
 #include <string>
 #include <system_error>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// A description file with the content that it had when it was read. The camera is made from exactly what was checked.
@@ -51,7 +49,6 @@ private:
 /// The camera that is simulated from a usable file. Its serial number is the name of the file without its extension.
 CameraRecord RecordOf(const DescriptionFile& file);
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

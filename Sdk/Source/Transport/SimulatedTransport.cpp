@@ -1,7 +1,7 @@
 #include "Transport/SimulatedTransport.h"
 
 #include "Base/Report.h"
-#include "Base/Texts.h"
+#include "Document/Texts.h"
 
 #include <dlfcn.h>
 #include <link.h>
@@ -12,9 +12,7 @@
 
 namespace fs = std::filesystem;
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 namespace
 {
@@ -154,5 +152,4 @@ void SimulatedTransport::ReportProblem(KnownFile& file)
     file.reported = true;
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

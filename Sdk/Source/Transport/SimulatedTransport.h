@@ -8,9 +8,7 @@
 #include <map>
 #include <set>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// Cameras that are simulated from description files: those that ship with the library, and those that
@@ -46,7 +44,6 @@ private:
     bool m_scanned = false;
 };
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

@@ -2,17 +2,15 @@
 
 #include "Base/GlibPtr.h"
 #include "Base/Report.h"
-#include "Base/Texts.h"
-#include "Session/NodeValues.h"
+#include "Document/Texts.h"
+#include "Nodes/NodeValues.h"
 
 #include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 namespace
 {
@@ -96,5 +94,4 @@ void ApplyStartValues(ArvGc* description, const std::filesystem::path& descripti
     arv_gc_set_range_check_policy(description, ranges);
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

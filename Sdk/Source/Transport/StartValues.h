@@ -5,9 +5,7 @@
 
 #include <filesystem>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// Gives the features of a simulated camera the values in the file beside its description: one "Feature = value" per
@@ -15,7 +13,6 @@ namespace KltAPI
 /// used are reported with file and line, and the others still apply. Without the file nothing happens.
 void ApplyStartValues(ArvGc* description, const std::filesystem::path& descriptionFile);
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

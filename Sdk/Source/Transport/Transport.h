@@ -1,15 +1,13 @@
 #ifndef TRANSPORT_H
 #define TRANSPORT_H
 
-#include "Session/Session.h"
+#include "Camera/Session.h"
 
 #include <memory>
 #include <string>
 #include <vector>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 
 /// A camera as a scan finds it.
@@ -41,7 +39,6 @@ public:
 
 typedef std::vector<std::unique_ptr<Transport>> Transports;
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI
 
 #endif

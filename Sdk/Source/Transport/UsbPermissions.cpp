@@ -4,9 +4,7 @@
 
 #include <algorithm>
 
-namespace OPX
-{
-namespace KltAPI
+namespace OPX::KltAPI
 {
 namespace
 {
@@ -56,5 +54,4 @@ bool IsUsbCameraOutOfReach()
     return outOfReach;
 }
 
-} // namespace KltAPI
-} // namespace OPX
+} // namespace OPX::KltAPI

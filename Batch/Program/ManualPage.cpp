@@ -1,0 +1,81 @@
+#include "Program/ManualPage.h"
+
+namespace
+{
+
+/// Text in a manual page: a hyphen is a hyphen, and no line begins with a request.
+std::string Escaped(const std::string& text)
+{
+    std::string escaped;
+    for (char character : text)
+    {
+        const bool beginsLine = escaped.empty() || escaped.back() == '\n';
+        if (beginsLine && (character == '.' || character == '\''))
+            escaped += "\\&";
+        if (character == '\\' || character == '-')
+            escaped += '\\';
+        escaped += character;
+    }
+    return escaped;
+}
+
+bool IsShown(const CLI::App* command)
+{
+    return !command->get_group().empty() && !command->get_name().empty();
+}
+
+std::string ManualOptions(const std::vector<const CLI::Option*>& options)
+{
+    std::string text;
+    for (const CLI::Option* option : options)
+    {
+        const std::string type = option->get_items_expected_max() > 0 ? option->get_type_name() : std::string();
+        text += ".TP\n.B " + Escaped(option->get_name(true, true)) + (type.empty() ? "" : " " + type) + "\n" +
+                Escaped(option->get_description()) + "\n";
+    }
+    return text;
+}
+
+} // namespace
+
+std::vector<const CLI::App*> CommandsOf(const CLI::App& program)
+{
+    std::vector<const CLI::App*> commands;
+    for (const CLI::App* command : program.get_subcommands([](const CLI::App* any) { return IsShown(any); }))
+        commands.push_back(command);
+    return commands;
+}
+
+std::vector<const CLI::Option*> OptionsOf(const CLI::App& command)
+{
+    std::vector<const CLI::App*> places =
+        command.get_subcommands([](const CLI::App* any) { return any->get_name().empty(); });
+    places.push_back(&command);
+    std::vector<const CLI::Option*> options;
+    for (const CLI::App* place : places)
+        for (const CLI::Option* option : place->get_options())
+            if (option != place->get_help_ptr())
+                options.push_back(option);
+    return options;
+}
+
+std::string ManualPage(const CLI::App& program)
+{
+    std::string page = R"(.TH KOLTA\-CLASSGEN 1 "" "kolta\-classgen )" + Escaped(program.version()) +
+                       "\" \"User Commands\"\n.SH NAME\nkolta\\-classgen \\- " + Escaped(program.get_description()) +
+                       "\n.SH SYNOPSIS\n.B kolta\\-classgen\n.I command\n[options]\n.SH OPTIONS\n" +
+                       ManualOptions({program.get_help_ptr(), program.get_version_ptr()}) + ".SH COMMANDS\n";
+    for (const CLI::App* command : CommandsOf(program))
+        page += ".SS " + Escaped(command->get_name()) + "\n" + Escaped(command->get_description()) + ".\n.PP\n" +
+                Escaped(command->get_footer()) + "\n" + ManualOptions(OptionsOf(*command));
+    return page +
+           ".SH ENVIRONMENT\n.TP\n.B KOLTA_TRANSPORTS\nAny of simulated, gige and usb3, separated by commas: where "
+           "cameras are looked for.\nAll of them if it is not set or empty.\n"
+           ".TP\n.B KOLTA_CAMERA_PATH\nFiles and folders, separated by colons, with descriptions (.xml or .zip) of "
+           "cameras to simulate,\nin addition to those that come with the library.\n"
+           ".SH FILES\nHeader and source are replaced one right after the other. If the program is killed in between, "
+           "the header\nis new and the source still old: generate again. That also removes files that were left "
+           "behind,\nnamed \\&.FILE.kolta\\-classgen\\-PROCESS.\n"
+           ".SH EXIT STATUS\n" +
+           Escaped(program.get_footer()) + "\n.SH SEE ALSO\n.BR KoltaClassGenerator (1)\n";
+}

@@ -1,0 +1,31 @@
+#ifndef DOCUMENTLIMITS_H
+#define DOCUMENTLIMITS_H
+
+#include <cstddef>
+#include <string>
+
+namespace OPX::KltAPI
+{
+
+/// Far above the largest descriptions that cameras have (some megabytes).
+const std::size_t MaximumDocumentSize = 64U << 20;
+
+/// In bytes. Registers are a few bytes long, sometimes a few kilobytes.
+const long long MaximumRegisterLength = 64LL << 20;
+
+/// What Aravis' document of a description may take, in bytes, and what its parts take there (measured, and rounded up).
+/// A document of this size takes six seconds to parse. That of a camera with 100,000 features of five elements each
+/// takes a fifth of it.
+const std::size_t MaximumSize = 1U << 30;
+const std::size_t SizeOfElement = 350;
+const std::size_t SizeOfRegister = 800;
+const std::size_t SizeOfFormula = 2300;
+
+/// Looks for what would cost a parser minutes: entities that multiply, elements with thousands of attributes, encodings
+/// that hide all that. To be called before anything parses \a xml.
+/// \return what is wrong, empty if nothing is
+std::string ProblemOfText(const std::string& xml);
+
+} // namespace OPX::KltAPI
+
+#endif

@@ -1,0 +1,60 @@
+#include "Safety/SafeDescription.h"
+
+#include "Document/DocumentLimits.h"
+#include "Document/FileContent.h"
+#include "Document/Texts.h"
+#include "Document/Unzip.h"
+#include "Safety/DocumentReader.h"
+
+#include <algorithm>
+#include <exception>
+#include <filesystem>
+#include <utility>
+
+namespace OPX::KltAPI
+{
+
+CheckedDescription CheckDescription(std::string content, const std::string& fallbackName)
+{
+    CheckedDescription description;
+    description.modelName = fallbackName;
+    description.xml = IsZip(content) ? UnzipDescription(content, description.problem) : std::move(content);
+    if (!description.problem.empty())
+        return description;
+    // Some tools put a line of text before the document.
+    const std::size_t begin = std::min(description.xml.find('<'), description.xml.size());
+    const auto before = description.xml.begin() + static_cast<std::ptrdiff_t>(begin);
+    const auto linesBefore = static_cast<int>(std::count(description.xml.begin(), before, '\n'));
+    description.xml.erase(0, begin);
+    if (description.xml.empty())
+        description.problem = "it holds no XML";
+    else if (description.xml.size() > MaximumDocumentSize)
+        description.problem = "it is too large";
+    else
+        description.problem = ProblemOfText(description.xml);
+    if (description.problem.empty())
+        description.problem = ProblemOfDocument(description.xml, 1 + linesBefore, description.modelName);
+    if (!description.problem.empty())
+        description.xml = std::string();
+    return description;
+}
+
+CheckedDescription ReadDescription(const std::string& path)
+{
+    CheckedDescription description;
+    try
+    {
+        std::string content;
+        description.problem = ReadFile(path, content);
+        if (description.problem.empty())
+            description =
+                CheckDescription(std::move(content), WithoutControls(std::filesystem::path(path).stem().string()));
+    }
+    catch (const std::exception& error) // Out of memory, or of threads.
+    {
+        description.problem = error.what();
+    }
+    return description;
+}
+
+} // namespace OPX::KltAPI

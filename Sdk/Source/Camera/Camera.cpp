@@ -1,0 +1,105 @@
+#include "KoltaCPP/Camera.h"
+
+#include "Base/Report.h"
+#include "Base/TwoCalls.h"
+#include "Camera/CameraImpl.h"
+#include "Camera/FeatureImpl.h"
+#include "Transport/SimulatedCamera.h"
+
+#include <algorithm>
+
+namespace OPX::KltAPI
+{
+
+CameraPtr NewCamera(const CameraRecord& record)
+{
+    return CameraPtr(new Camera(new FeatureContainer::Impl{record.name, record.serialNumber, record.transport,
+        record.address, std::make_shared<Session>(record.connect)}));
+}
+
+FeatureContainer::FeatureContainer(Impl* impl) : m_impl(impl)
+{
+}
+
+FeatureContainer::~FeatureContainer()
+{
+    delete m_impl;
+}
+
+KltErrorType FeatureContainer::GetFeatures(FeaturePtr* features, unsigned int& count)
+{
+    FeaturePtrVector list;
+    const KltErrorType result = m_impl->session->GetFeatures(list);
+    return result == KltErrorSuccess ? DeliverList(list, features, count) : result;
+}
+
+KltErrorType FeatureContainer::GetFeatureByName(const char* name, FeaturePtr& feature)
+{
+    if (name == nullptr)
+        return KltErrorBadParameter;
+    return m_impl->session->GetFeature(name, feature);
+}
+
+KltErrorType Camera::FromDescription(const char* path, CameraPtr& camera)
+{
+    if (path == nullptr)
+        return KltErrorBadParameter;
+    const DescriptionFile file(path);
+    if (!file.IsUsable())
+    {
+        Report(file.Path().string() + ": " + file.Problem());
+        return KltErrorNotFound;
+    }
+    camera = NewCamera(RecordOf(file));
+    return KltErrorSuccess;
+}
+
+Camera::Camera(Impl* impl) : FeatureContainer(impl)
+{
+}
+
+Camera::~Camera()
+{
+    m_impl->session->Close();
+}
+
+KltErrorType Camera::GetName(char* name, unsigned int& length) const
+{
+    return DeliverText(m_impl->name, name, length);
+}
+
+KltErrorType Camera::GetSerialNumber(char* serialNumber, unsigned int& length) const
+{
+    return DeliverText(m_impl->serialNumber, serialNumber, length);
+}
+
+KltErrorType Camera::GetTransport(char* transport, unsigned int& length) const
+{
+    return DeliverText(m_impl->transport, transport, length);
+}
+
+KltErrorType Camera::GetAddress(char* address, unsigned int& length) const
+{
+    return DeliverText(m_impl->address, address, length);
+}
+
+KltErrorType Camera::GetDescription(char* description, unsigned int& length) const
+{
+    std::string xml;
+    const KltErrorType result = m_impl->session->GetDescription(xml);
+    return result == KltErrorSuccess ? DeliverText(xml, description, length) : result;
+}
+
+KltErrorType Camera::Open(KltAccessModeType accessMode)
+{
+    if (accessMode != KltAccessModeFull)
+        return KltErrorBadParameter;
+    return m_impl->session->Open();
+}
+
+KltErrorType Camera::Close()
+{
+    return m_impl->session->Close();
+}
+
+} // namespace OPX::KltAPI

@@ -1,0 +1,49 @@
+#ifndef FEATUREREADER_H
+#define FEATUREREADER_H
+
+#include "Camera/FeatureData.h"
+#include "Nodes/NodeState.h"
+
+#include <arv.h>
+
+#include <chrono>
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+namespace OPX::KltAPI
+{
+
+struct Connection;
+
+/// Gathers what a camera's description says of its features, and asks the camera which of them it implements.
+///
+/// A class made from the result must not depend on the state that the camera happens to be in: features that are locked
+/// or not available at the moment are listed like all others.
+class FeatureReader
+{
+public:
+    explicit FeatureReader(const Connection& connection);
+
+    /// All implemented features in the order of the categories. -12 when the camera stops answering or takes too
+    /// long; what was read until then is of no use.
+    KltErrorType Read(std::vector<FeatureData>& features);
+
+private:
+    void ReadCategory(ArvGcNode* category, const std::string& path, int depth);
+    void ReadFeature(ArvGcFeatureNode* node, const std::string& path);
+    std::vector<EnumEntry> ReadEntries(ArvGcEnumeration* enumeration);
+    bool IsImplemented(const NodeChain& chain);
+    void Notice(const GError* error);
+
+    const Connection& m_connection;
+    DeliveredNodes m_delivered;
+    const std::chrono::steady_clock::time_point m_deadline;
+    KltErrorType m_result = KltErrorSuccess;
+    std::unordered_set<ArvGcFeatureNode*> m_seen;
+    std::vector<FeatureData> m_features;
+};
+
+} // namespace OPX::KltAPI
+
+#endif

@@ -1,0 +1,125 @@
+#include "Camera/Session.h"
+
+#include "Camera/FeatureImpl.h"
+#include "Camera/FeatureReader.h"
+
+#include <utility>
+
+namespace OPX::KltAPI
+{
+namespace
+{
+
+/// Ten seconds are promised. What remains is for closing the connection again, and for what the processor does after
+/// the camera's last answer.
+const std::chrono::seconds CallLimit(9);
+
+} // namespace
+
+Session::Call::Call(Session& session)
+    : m_session(session),
+      m_deadline(Connection::Clock::now() + CallLimit),
+      m_hasTurn(session.m_turns.Take(m_deadline))
+{
+    if (m_hasTurn)
+        *session.m_connection.deadline = m_deadline;
+}
+
+Session::Call::~Call()
+{
+    if (m_hasTurn)
+        m_session.m_turns.Give();
+}
+
+KltErrorType Session::Call::Refusal() const
+{
+    if (!m_hasTurn)
+        return KltErrorTimeout;
+    return m_session.m_connection.description ? KltErrorSuccess : KltErrorDeviceNotOpen;
+}
+
+Session::Session(Connector connect) : m_connect(std::move(connect))
+{
+}
+
+KltErrorType Session::Open()
+{
+    const Call call(*this);
+    if (call.Refusal() != KltErrorDeviceNotOpen)
+        return call.HasTurn() ? KltErrorInvalidAccess : KltErrorTimeout;
+    Connection connection;
+    *connection.deadline = call.Deadline();
+    const KltErrorType result = m_connect(connection);
+    if (result == KltErrorSuccess)
+    {
+        connection.copies = ValueCopiesOf(connection.xml);
+        m_connection = std::move(connection);
+    }
+    return result;
+}
+
+KltErrorType Session::Close()
+{
+    // The features own this session: they are released only after the lock, or the last one would destroy it.
+    FeaturePtrVector features;
+    const Call call(*this);
+    if (call.Refusal() != KltErrorSuccess)
+        return call.Refusal();
+    Connection closed;
+    std::swap(closed, m_connection);
+    m_listed = false;
+    m_features.swap(features);
+    m_indices.clear();
+    return KltErrorSuccess;
+}
+
+KltErrorType Session::GetFeatures(FeaturePtrVector& features)
+{
+    const Call call(*this);
+    const KltErrorType result = EnsureListed(call);
+    if (result == KltErrorSuccess)
+        features = m_features;
+    return result;
+}
+
+KltErrorType Session::GetFeature(const std::string& name, FeaturePtr& feature)
+{
+    const Call call(*this);
+    const KltErrorType result = EnsureListed(call);
+    if (result != KltErrorSuccess)
+        return result;
+    const auto index = m_indices.find(name);
+    if (index == m_indices.end())
+        return KltErrorNotFound;
+    feature = m_features[index->second];
+    return KltErrorSuccess;
+}
+
+KltErrorType Session::GetDescription(std::string& xml)
+{
+    const Call call(*this);
+    if (call.Refusal() == KltErrorSuccess)
+        xml = m_connection.xml;
+    return call.Refusal();
+}
+
+KltErrorType Session::EnsureListed(const Call& call)
+{
+    if (call.Refusal() != KltErrorSuccess || m_listed)
+        return call.Refusal();
+    if (!IsThere())
+        return KltErrorTimeout;
+    std::vector<FeatureData> read;
+    const KltErrorType result = FeatureReader(m_connection).Read(read);
+    if (result != KltErrorSuccess)
+        return result;
+    for (FeatureData& data : read)
+    {
+        m_indices.emplace(data.name, m_features.size());
+        m_features.push_back(FeaturePtr(new Feature(new Feature::Impl{std::move(data), shared_from_this()})));
+    }
+    m_listed = true;
+    return KltErrorSuccess;
+}
+
+} // namespace OPX::KltAPI

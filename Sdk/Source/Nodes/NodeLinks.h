@@ -1,0 +1,31 @@
+#ifndef NODELINKS_H
+#define NODELINKS_H
+
+#include <arv.h>
+
+#include <vector>
+
+namespace OPX::KltAPI
+{
+
+/// Calls \a visit with every property of a node and its type: the elements in it that are not nodes themselves.
+template <class Visit>
+void ForEachProperty(ArvGcNode* node, Visit visit)
+{
+    for (ArvDomNode* child = arv_dom_node_get_first_child(ARV_DOM_NODE(node)); child != nullptr;
+         child = arv_dom_node_get_next_sibling(child))
+        if (ARV_IS_GC_PROPERTY_NODE(child))
+            visit(ARV_GC_PROPERTY_NODE(child), arv_gc_property_node_get_node_type(ARV_GC_PROPERTY_NODE(child)));
+}
+
+/// The node whose value becomes the value of \a node; null if that has a value of its own.
+ArvGcNode* ValueNode(ArvGcNode* node);
+
+typedef std::vector<ArvGcFeatureNode*> NodeChain;
+
+/// The node, the one that its pValue names, the one that this one's names, and so on.
+NodeChain ValueChain(ArvGcFeatureNode* node);
+
+} // namespace OPX::KltAPI
+
+#endif

@@ -1,0 +1,423 @@
+#include "Nodes/NodeMap.h"
+
+#include "Base/ErrorCodes.h"
+#include "Base/ParserLock.h"
+#include "Document/Texts.h"
+#include "Formula/Formula.h"
+#include "Nodes/NodeLinks.h"
+
+#include <cmath>
+#include <limits>
+#include <map>
+#include <mutex>
+#include <unordered_map>
+
+namespace OPX::KltAPI
+{
+namespace
+{
+
+std::string TextOf(ArvGcPropertyNode* property)
+{
+    CallError error;
+    const char* text = arv_gc_property_node_get_string(property, error.Out());
+    return text == nullptr ? std::string() : text;
+}
+
+std::string NameOf(ArvGcPropertyNode* property)
+{
+    const char* name = arv_gc_property_node_get_name(property);
+    return name == nullptr ? std::string() : name;
+}
+
+/// Ends a formula because a node in it could not be read.
+class NodeError
+{
+public:
+    explicit NodeError(const GError* error) : m_error(g_error_copy(error)) {}
+    NodeError(const NodeError& other) : m_error(g_error_copy(other.m_error)) {}
+    ~NodeError() { g_error_free(m_error); }
+    NodeError& operator=(const NodeError&) = delete;
+
+    void Report(GError** error) const { g_propagate_error(error, g_error_copy(m_error)); }
+
+private:
+    GError* m_error;
+};
+
+/// Calls \a call with room for an error, and throws that.
+template <class Call>
+auto Checked(Call call)
+{
+    CallError error;
+    const auto result = call(error.Out());
+    if (error.Get() != nullptr)
+        throw NodeError(error.Get());
+    return result;
+}
+
+Number ToNumber(gint64 integer)
+{
+    return Number(static_cast<std::int64_t>(integer));
+}
+
+Number ValueOf(ArvGcNode* node)
+{
+    if (ARV_IS_GC_ENUMERATION(node))
+        return ToNumber(
+            Checked([&](GError** error) { return arv_gc_enumeration_get_int_value(ARV_GC_ENUMERATION(node), error); }));
+    if (ARV_IS_GC_INTEGER(node))
+        return ToNumber(Checked([&](GError** error) { return arv_gc_integer_get_value(ARV_GC_INTEGER(node), error); }));
+    if (ARV_IS_GC_FLOAT(node))
+        return Number(Checked([&](GError** error) { return arv_gc_float_get_value(ARV_GC_FLOAT(node), error); }));
+    if (ARV_IS_GC_BOOLEAN(node))
+        return ToNumber(Checked([&](GError** error) { return arv_gc_boolean_get_value(ARV_GC_BOOLEAN(node), error); }));
+    throw FormulaError(KltErrorNotFound, "A formula needs a node that is not there");
+}
+
+Number LimitOf(ArvGcNode* node, bool maximum)
+{
+    if (ARV_IS_GC_INTEGER(node))
+        return ToNumber(Checked(
+            [&](GError** error)
+            {
+                return maximum ? arv_gc_integer_get_max(ARV_GC_INTEGER(node), error)
+                               : arv_gc_integer_get_min(ARV_GC_INTEGER(node), error);
+            }));
+    if (ARV_IS_GC_FLOAT(node))
+        return Number(Checked(
+            [&](GError** error)
+            {
+                return maximum ? arv_gc_float_get_max(ARV_GC_FLOAT(node), error)
+                               : arv_gc_float_get_min(ARV_GC_FLOAT(node), error);
+            }));
+    throw FormulaError(KltErrorNotFound, "A converter needs a node that is not there");
+}
+
+/// The formulas of one node, ready to be evaluated.
+class NodeFormulas
+{
+public:
+    explicit NodeFormulas(ArvGcNode* node)
+        : m_integers(ARV_IS_GC_INT_SWISS_KNIFE_NODE(node) || ARV_IS_GC_INT_CONVERTER_NODE(node)),
+          m_value(ValueNode(node))
+    {
+        ForEachProperty(
+            node, [this](ArvGcPropertyNode* property, ArvGcPropertyNodeType type) { Take(property, type); });
+    }
+
+    ArvGcNode* Value() const { return m_value; }
+
+    /// \param given the value that the formula converts, and its name
+    Number Evaluate(ArvGcPropertyNodeType type, const std::pair<std::string, Number>& given = {})
+    {
+        return FormulaOf(type, given.first)
+            .Evaluate(
+                [&](const std::string& name) {
+                    return name == given.first ? given.second
+                                               : ValueOf(arv_gc_property_node_get_linked_node(m_variables.at(name)));
+                });
+    }
+
+private:
+    void Take(ArvGcPropertyNode* property, ArvGcPropertyNodeType type)
+    {
+        if (type == ARV_GC_PROPERTY_NODE_TYPE_P_VARIABLE)
+            m_variables[NameOf(property)] = property;
+        else if (type == ARV_GC_PROPERTY_NODE_TYPE_EXPRESSION || type == ARV_GC_PROPERTY_NODE_TYPE_CONSTANT)
+            m_expressions[NameOf(property)] = TextOf(property); // A constant like -1 is a formula, too.
+        else if (type == ARV_GC_PROPERTY_NODE_TYPE_FORMULA || type == ARV_GC_PROPERTY_NODE_TYPE_FORMULA_TO ||
+                 type == ARV_GC_PROPERTY_NODE_TYPE_FORMULA_FROM)
+            m_texts[type] = TextOf(property);
+    }
+
+    const Formula& FormulaOf(ArvGcPropertyNodeType type, const std::string& given)
+    {
+        const auto known = m_formulas.find(type);
+        if (known != m_formulas.end())
+            return known->second;
+        std::set<std::string> variables;
+        for (const auto& variable : m_variables)
+            variables.insert(variable.first);
+        if (!given.empty())
+            variables.insert(given);
+        return m_formulas.emplace(type, Formula(m_texts[type], m_integers, m_expressions, variables)).first->second;
+    }
+
+    const bool m_integers;
+    ArvGcNode* const m_value; ///< What a converter converts.
+    std::map<std::string, ArvGcPropertyNode*> m_variables;
+    Formula::Expressions m_expressions;
+    std::map<ArvGcPropertyNodeType, std::string> m_texts;
+    std::map<ArvGcPropertyNodeType, Formula> m_formulas;
+};
+
+GQuark FormulasKey()
+{
+    return g_quark_from_static_string("kolta-formulas");
+}
+
+GQuark OwnKey()
+{
+    return g_quark_from_static_string("kolta-own-formulas");
+}
+
+/// Null for nodes of descriptions that others use.
+NodeFormulas* FormulasOf(gpointer node)
+{
+    auto* const known = static_cast<NodeFormulas*>(g_object_get_qdata(G_OBJECT(node), FormulasKey()));
+    if (known != nullptr)
+        return known;
+    ArvGc* description = arv_gc_node_get_genicam(ARV_GC_NODE(node));
+    if (description == nullptr || g_object_get_qdata(G_OBJECT(description), OwnKey()) == nullptr)
+        return nullptr;
+    auto* const formulas = new NodeFormulas(ARV_GC_NODE(node));
+    g_object_set_qdata_full(G_OBJECT(node), FormulasKey(), formulas,
+        [](gpointer formulasOfNode) { delete static_cast<NodeFormulas*>(formulasOfNode); });
+    return formulas;
+}
+
+/// Evaluates something. Nothing is thrown through Aravis, which is written in C.
+template <class Result, class Work>
+Result Guarded(Result fallback, GError** error, Work work)
+{
+    try
+    {
+        return work();
+    }
+    catch (const NodeError& failure)
+    {
+        failure.Report(error);
+    }
+    catch (const FormulaError& failure)
+    {
+        g_set_error_literal(error, OwnErrorDomain(), failure.Code(), failure.what());
+    }
+    catch (const std::exception& failure)
+    {
+        g_set_error_literal(error, OwnErrorDomain(), KltErrorResources, failure.what());
+    }
+    return fallback;
+}
+
+Number ReadFormula(gpointer node, NodeFormulas& formulas)
+{
+    return ARV_IS_GC_CONVERTER(node)
+               ? formulas.Evaluate(ARV_GC_PROPERTY_NODE_TYPE_FORMULA_FROM, {"TO", ValueOf(formulas.Value())})
+               : formulas.Evaluate(ARV_GC_PROPERTY_NODE_TYPE_FORMULA);
+}
+
+void Require(bool sound)
+{
+    if (!sound)
+        throw FormulaError(KltErrorInvalidValue, "A converted value is out of range");
+}
+
+/// What a converter makes of \a value is rounded to the nearest integer: 0.29 * 100 is less than 29.
+gint64 Nearest(const Number& value)
+{
+    if (!value.IsReal())
+        return value.AsInteger();
+    Require(std::fabs(value.AsReal()) < 9.2e18);
+    return std::llround(value.AsReal());
+}
+
+/// Whether \a value is within a limit of the node, if it has one.
+bool IsWithin(ArvGcNode* node, const Number& value, bool maximum)
+{
+    try
+    {
+        const double limit = LimitOf(node, maximum).AsReal();
+        return maximum ? value.AsReal() <= limit : value.AsReal() >= limit;
+    }
+    catch (const NodeError&)
+    {
+        return true;
+    }
+}
+
+void WriteConverted(NodeFormulas& formulas, const Number& value)
+{
+    const Number converted = formulas.Evaluate(ARV_GC_PROPERTY_NODE_TYPE_FORMULA_TO, {"FROM", value});
+    ArvGcNode* node = formulas.Value();
+    Require(!std::isnan(converted.AsReal()));
+    if (ARV_IS_GC_INTEGER(node))
+    {
+        const gint64 integer = Nearest(converted);
+        Require(IsWithin(node, ToNumber(integer), false) && IsWithin(node, ToNumber(integer), true));
+        Checked([&](GError** error) { return arv_gc_integer_set_value(ARV_GC_INTEGER(node), integer, error), true; });
+    }
+    else if (ARV_IS_GC_FLOAT(node))
+    {
+        Require(IsWithin(node, converted, false) && IsWithin(node, converted, true));
+        Checked([&](GError** error)
+            { return arv_gc_float_set_value(ARV_GC_FLOAT(node), converted.AsReal(), error), true; });
+    }
+    else
+        throw FormulaError(KltErrorNotFound, "A converter needs a node that is not there");
+}
+
+/// The limit of what a converter yields. If it cannot be evaluated, there is none.
+double ConvertedLimit(NodeFormulas& formulas, bool maximum, double none)
+{
+    CallError ignored;
+    return Guarded(none, ignored.Out(),
+        [&]
+        {
+            double limits[2];
+            for (const bool each : {false, true})
+                limits[each ? 1 : 0] =
+                    formulas.Evaluate(ARV_GC_PROPERTY_NODE_TYPE_FORMULA_FROM, {"TO", LimitOf(formulas.Value(), each)})
+                        .AsReal();
+            return std::isnan(limits[0] + limits[1]) ? none
+                   : maximum                         ? std::fmax(limits[0], limits[1])
+                                                     : std::fmin(limits[0], limits[1]);
+        });
+}
+
+/// The functions of an interface as they were.
+template <class Interface>
+std::unordered_map<gconstpointer, Interface>& Originals()
+{
+    static std::unordered_map<gconstpointer, Interface> originals;
+    return originals;
+}
+
+const ArvGcIntegerInterface& Original(ArvGcInteger* node)
+{
+    return Originals<ArvGcIntegerInterface>().at(ARV_GC_INTEGER_GET_IFACE(node));
+}
+
+const ArvGcFloatInterface& Original(ArvGcFloat* node)
+{
+    return Originals<ArvGcFloatInterface>().at(ARV_GC_FLOAT_GET_IFACE(node));
+}
+
+gint64 GetInteger(ArvGcInteger* node, GError** error)
+{
+    NodeFormulas* formulas = FormulasOf(node);
+    if (formulas == nullptr)
+        return Original(node).get_value(node, error);
+    return Guarded(gint64(0), error, [&]() -> gint64 { return ReadFormula(node, *formulas).AsInteger(); });
+}
+
+void SetInteger(ArvGcInteger* node, gint64 value, GError** error)
+{
+    NodeFormulas* formulas = FormulasOf(node);
+    if (formulas == nullptr)
+        Original(node).set_value(node, value, error);
+    else
+        Guarded(0, error, [&] { return WriteConverted(*formulas, ToNumber(value)), 0; });
+}
+
+gint64 GetIntegerLimit(ArvGcInteger* node, bool maximum, GError** error)
+{
+    NodeFormulas* formulas = FormulasOf(node);
+    if (formulas == nullptr)
+        return maximum ? Original(node).get_max(node, error) : Original(node).get_min(node, error);
+    const gint64 none = maximum ? G_MAXINT64 : G_MININT64;
+    const double limit = ConvertedLimit(*formulas, maximum, static_cast<double>(none));
+    return std::fabs(limit) < 9.2e18 ? static_cast<gint64>(limit) : (limit < 0 ? G_MININT64 : G_MAXINT64);
+}
+
+gint64 GetIntegerMinimum(ArvGcInteger* node, GError** error)
+{
+    return GetIntegerLimit(node, false, error);
+}
+
+gint64 GetIntegerMaximum(ArvGcInteger* node, GError** error)
+{
+    return GetIntegerLimit(node, true, error);
+}
+
+gint64 GetIntegerIncrement(ArvGcInteger* node, GError** error)
+{
+    return FormulasOf(node) == nullptr ? Original(node).get_inc(node, error) : 1;
+}
+
+double GetReal(ArvGcFloat* node, GError** error)
+{
+    NodeFormulas* formulas = FormulasOf(node);
+    if (formulas == nullptr)
+        return Original(node).get_value(node, error);
+    return Guarded(0.0, error, [&] { return ReadFormula(node, *formulas).AsReal(); });
+}
+
+void SetReal(ArvGcFloat* node, double value, GError** error)
+{
+    NodeFormulas* formulas = FormulasOf(node);
+    if (formulas == nullptr)
+        Original(node).set_value(node, value, error);
+    else
+        Guarded(0, error, [&] { return WriteConverted(*formulas, Number(value)), 0; });
+}
+
+double GetRealLimit(ArvGcFloat* node, bool maximum, GError** error)
+{
+    NodeFormulas* formulas = FormulasOf(node);
+    if (formulas == nullptr)
+        return maximum ? Original(node).get_max(node, error) : Original(node).get_min(node, error);
+    return ConvertedLimit(*formulas, maximum, maximum ? G_MAXDOUBLE : -G_MAXDOUBLE);
+}
+
+double GetRealMinimum(ArvGcFloat* node, GError** error)
+{
+    return GetRealLimit(node, false, error);
+}
+
+double GetRealMaximum(ArvGcFloat* node, GError** error)
+{
+    return GetRealLimit(node, true, error);
+}
+
+void Install(ArvGcIntegerInterface& functions, bool converts)
+{
+    Originals<ArvGcIntegerInterface>()[&functions] = functions;
+    functions.get_value = GetInteger;
+    if (!converts)
+        return;
+    functions.set_value = SetInteger;
+    functions.get_min = GetIntegerMinimum;
+    functions.get_max = GetIntegerMaximum;
+    functions.get_inc = GetIntegerIncrement;
+}
+
+void Install(ArvGcFloatInterface& functions, bool converts)
+{
+    Originals<ArvGcFloatInterface>()[&functions] = functions;
+    functions.get_value = GetReal;
+    if (!converts)
+        return;
+    functions.set_value = SetReal;
+    functions.get_min = GetRealMinimum;
+    functions.get_max = GetRealMaximum;
+}
+
+void InstallAll()
+{
+    for (const GType type : {ARV_TYPE_GC_SWISS_KNIFE_NODE, ARV_TYPE_GC_INT_SWISS_KNIFE_NODE, ARV_TYPE_GC_CONVERTER_NODE,
+             ARV_TYPE_GC_INT_CONVERTER_NODE})
+    {
+        const bool converts = g_type_is_a(type, ARV_TYPE_GC_CONVERTER) != FALSE;
+        gpointer nodeClass = g_type_class_ref(type); // Never released.
+        if (gpointer functions = g_type_interface_peek(nodeClass, ARV_TYPE_GC_INTEGER))
+            Install(*static_cast<ArvGcIntegerInterface*>(functions), converts);
+        if (gpointer functions = g_type_interface_peek(nodeClass, ARV_TYPE_GC_FLOAT))
+            Install(*static_cast<ArvGcFloatInterface*>(functions), converts);
+    }
+}
+
+} // namespace
+
+ObjectPtr<ArvGc> NewDescription(ArvDevice* device, const std::string& xml)
+{
+    static std::once_flag installed;
+    std::call_once(installed, InstallAll);
+    const std::lock_guard<std::mutex> lock(ParserLock());
+    ObjectPtr<ArvGc> description(arv_gc_new(device, xml.data(), xml.size()));
+    if (description)
+        g_object_set_qdata(G_OBJECT(description.get()), OwnKey(), description.get());
+    return description;
+}
+
+} // namespace OPX::KltAPI

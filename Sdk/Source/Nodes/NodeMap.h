@@ -1,0 +1,23 @@
+#ifndef NODEMAP_H
+#define NODEMAP_H
+
+#include "Base/GlibPtr.h"
+
+#include <arv.h>
+
+#include <string>
+
+namespace OPX::KltAPI
+{
+
+/// Has Aravis parse a description that was checked; null if it cannot. Its formulas are evaluated by `Formula`, not by
+/// Aravis' own evaluator. Any thread.
+/// \param device what the registers are read from and written to; outlives the description
+///
+/// This is done where Aravis' nodes call each other, in the interfaces of the four kinds of nodes with formulas, and
+/// not in the text of the description, which users see. Nodes of other descriptions in the process are left to Aravis.
+ObjectPtr<ArvGc> NewDescription(ArvDevice* device, const std::string& xml);
+
+} // namespace OPX::KltAPI
+
+#endif
