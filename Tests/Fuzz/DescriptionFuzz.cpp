@@ -74,9 +74,9 @@ void UseAll(const FeaturePtrVector& features)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     g_log_set_default_handler(IgnoreLog, nullptr);
-    const CheckedDescription description =
+    const SafeDescription description =
         CheckDescription(std::string(reinterpret_cast<const char*>(data), size), "Fuzz");
-    if (!description.problem.empty())
+    if (description.problem)
         return 0;
     const auto session = std::make_shared<Session>(
         [&description](Connection& connection)
@@ -84,6 +84,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             connection.device = NewMemoryDevice();
             connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
             connection.xml = description.xml;
+            connection.copies = description.copies;
             connection.description = NewDescription(connection.device.get(), connection.xml);
             return connection.description ? KltErrorSuccess : KltErrorOther;
         });

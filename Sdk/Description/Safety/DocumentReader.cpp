@@ -3,7 +3,6 @@
 #include "Document/DocumentLimits.h"
 #include "Document/Texts.h"
 #include "Safety/ReferenceGraph.h"
-#include "Safety/ValueCopies.h"
 
 #include <libxml/SAX2.h>
 #include <libxml/parser.h>
@@ -15,6 +14,7 @@
 #include <mutex>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace OPX::KltAPI
@@ -153,6 +153,7 @@ public:
     }
 
     std::string problem; ///< Empty as long as there is none.
+    int lineReached = 0;
     xmlError error = {}; ///< The first one of the text itself.
     ReferenceGraph graph;
     ValueCopies copies;
@@ -258,26 +259,21 @@ private:
     std::string m_text;    ///< and what there is of it.
 };
 
-std::string InLine(int line, const std::string& problem)
-{
-    return "line " + std::to_string(line) + ": " + problem;
-}
-
 /// What is wrong with the text of the document.
-std::string Message(const xmlError& error)
+Problem Message(const xmlError& error)
 {
     const std::string tag = error.str1 == nullptr ? "" : "<" + std::string(error.str1) + "> has no end tag";
     const bool knowsBegin = error.int1 > 0 && !tag.empty();
     if (knowsBegin && error.code == XML_ERR_TAG_NOT_FINISHED)
-        return InLine(error.int1, tag);
+        return {tag, error.int1};
     if (knowsBegin && error.code == XML_ERR_TAG_NAME_MISMATCH && error.str2 != nullptr)
-        return InLine(error.int1, tag + " before the </" + error.str2 + "> in line " + std::to_string(error.line));
+        return {tag + " before the </" + error.str2 + "> in line " + std::to_string(error.line), error.int1};
     if (error.message == nullptr)
-        return "it is not well-formed XML";
+        return {"it is not well-formed XML"};
     std::string message = Trimmed(std::string(error.message));
     if (!message.empty() && message.back() == '.')
         message.pop_back();
-    return InLine(error.line, message);
+    return {message, error.line};
 }
 
 /// Calls \a take with the reader. Nothing may be thrown through the parser, which is written in C.
@@ -291,12 +287,12 @@ void Pass(void* context, Take take)
     try
     {
         take(reader, *parser);
-        if (!reader.problem.empty())
-            reader.problem = InLine(parser->input->line, reader.problem);
+        reader.lineReached = parser->input->line;
     }
     catch (const std::exception& error)
     {
         reader.problem = error.what();
+        reader.lineReached = 0;
     }
     if (!reader.problem.empty())
         xmlStopParser(parser);
@@ -346,7 +342,7 @@ void OnError(void* context, Error* error)
 
 typedef std::unique_ptr<xmlParserCtxt, decltype(&xmlFreeParserCtxt)> ParserPtr;
 
-ParserPtr NewParser(const std::string& xml, Reader& reader, int firstLine = 1)
+ParserPtr NewParser(const std::string& xml, Reader& reader, int firstLine)
 {
     static std::once_flag initialised;
     std::call_once(initialised, xmlInitParser);
@@ -375,31 +371,19 @@ ParserPtr NewParser(const std::string& xml, Reader& reader, int firstLine = 1)
 
 } // namespace
 
-std::string ProblemOfDocument(const std::string& xml, int firstLine, std::string& modelName)
+Problem ProblemOfDocument(const std::string& xml, int firstLine, SafeDescription& description)
 {
-    Reader reader(modelName);
+    Reader reader(description.modelName);
     const ParserPtr parser = NewParser(xml, reader, firstLine);
     if (!parser)
-        return "there is not enough memory";
+        return {"there is not enough memory"};
     xmlParseDocument(parser.get());
     if (!reader.problem.empty())
-        return reader.problem;
+        return {reader.problem, reader.lineReached};
     if (parser->wellFormed == 0)
         return Message(reader.error);
-    return reader.graph.FindProblem();
-}
-
-ValueCopies ValueCopiesOf(const std::string& xml)
-{
-    std::string modelName;
-    Reader reader(modelName);
-    // Few descriptions have any.
-    if (xml.find("pValueCopy") == std::string::npos)
-        return reader.copies;
-    const ParserPtr parser = NewParser(xml, reader);
-    if (parser)
-        xmlParseDocument(parser.get());
-    return reader.copies;
+    description.copies = std::move(reader.copies);
+    return {reader.graph.FindProblem()};
 }
 
 } // namespace OPX::KltAPI

@@ -14,12 +14,12 @@
 namespace OPX::KltAPI
 {
 
-CheckedDescription CheckDescription(std::string content, const std::string& fallbackName)
+SafeDescription CheckDescription(std::string content, const std::string& fallbackName)
 {
-    CheckedDescription description;
+    SafeDescription description;
     description.modelName = fallbackName;
-    description.xml = IsZip(content) ? UnzipDescription(content, description.problem) : std::move(content);
-    if (!description.problem.empty())
+    description.xml = IsZip(content) ? UnzipDescription(content, description.problem.text) : std::move(content);
+    if (description.problem)
         return description;
     // Some tools put a line of text before the document.
     const std::size_t begin = std::min(description.xml.find('<'), description.xml.size());
@@ -27,32 +27,32 @@ CheckedDescription CheckDescription(std::string content, const std::string& fall
     const auto linesBefore = static_cast<int>(std::count(description.xml.begin(), before, '\n'));
     description.xml.erase(0, begin);
     if (description.xml.empty())
-        description.problem = "it holds no XML";
+        description.problem.text = "it holds no XML";
     else if (description.xml.size() > MaximumDocumentSize)
-        description.problem = "it is too large";
+        description.problem.text = "it is too large";
     else
-        description.problem = ProblemOfText(description.xml);
-    if (description.problem.empty())
-        description.problem = ProblemOfDocument(description.xml, 1 + linesBefore, description.modelName);
-    if (!description.problem.empty())
+        description.problem.text = ProblemOfText(description.xml);
+    if (!description.problem)
+        description.problem = ProblemOfDocument(description.xml, 1 + linesBefore, description);
+    if (description.problem)
         description.xml = std::string();
     return description;
 }
 
-CheckedDescription ReadDescription(const std::string& path)
+SafeDescription ReadDescription(const std::string& path)
 {
-    CheckedDescription description;
+    SafeDescription description;
     try
     {
         std::string content;
-        description.problem = ReadFile(path, content);
-        if (description.problem.empty())
+        description.problem.text = ReadFile(path, content);
+        if (!description.problem)
             description =
                 CheckDescription(std::move(content), WithoutControls(std::filesystem::path(path).stem().string()));
     }
     catch (const std::exception& error) // Out of memory, or of threads.
     {
-        description.problem = error.what();
+        description.problem.text = error.what();
     }
     return description;
 }

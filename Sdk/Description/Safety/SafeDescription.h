@@ -1,6 +1,9 @@
 #ifndef SAFEDESCRIPTION_H
 #define SAFEDESCRIPTION_H
 
+#include "Document/Problem.h"
+#include "Safety/ValueCopies.h"
+
 #include <string>
 
 namespace OPX::KltAPI
@@ -8,20 +11,21 @@ namespace OPX::KltAPI
 
 /// A camera's description that is safe to give to Aravis: well-formed, and without anything that brings down its parser
 /// or its evaluation.
-struct CheckedDescription
+struct SafeDescription
 {
     std::string xml;       ///< Empty where there is a problem.
     std::string modelName; ///< Human-readable; never empty.
-    std::string problem;   ///< Why the description cannot be used; empty if it can.
+    ValueCopies copies;
+    Problem problem; ///< Why the description cannot be used.
 };
 
 /// Checks a description, which may be zipped and may have something before its first element.
 /// \param content the bytes of the file
 /// \param fallbackName the model's name if the description does not name it
-CheckedDescription CheckDescription(std::string content, const std::string& fallbackName);
+SafeDescription CheckDescription(std::string content, const std::string& fallbackName);
 
 /// Reads and checks the file at \a path. Reading errors are problems, too.
-CheckedDescription ReadDescription(const std::string& path);
+SafeDescription ReadDescription(const std::string& path);
 
 } // namespace OPX::KltAPI
 

@@ -47,7 +47,7 @@ KltErrorType Camera::FromDescription(const char* path, CameraPtr& camera)
     const DescriptionFile file(path);
     if (!file.IsUsable())
     {
-        Report(file.Path().string() + ": " + file.Problem());
+        Report(file.Path().string() + ": " + file.Problem().InOneLine());
         return KltErrorNotFound;
     }
     camera = NewCamera(RecordOf(file));

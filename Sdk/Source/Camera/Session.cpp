@@ -51,10 +51,7 @@ KltErrorType Session::Open()
     *connection.deadline = call.Deadline();
     const KltErrorType result = m_connect(connection);
     if (result == KltErrorSuccess)
-    {
-        connection.copies = ValueCopiesOf(connection.xml);
         m_connection = std::move(connection);
-    }
     return result;
 }
 

@@ -38,7 +38,7 @@ struct Connection
     /// Whether the camera is still there. Empty for cameras that do not answer when they are gone.
     std::function<bool()> isThere;
 
-    ValueCopies copies; ///< Filled in by the session.
+    ValueCopies copies;
 };
 
 /// Connects to one camera.

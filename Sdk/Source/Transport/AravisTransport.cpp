@@ -39,14 +39,15 @@ std::string Text(const char* text)
 }
 
 /// What is evaluated is made from the text that was checked, and from no other.
-KltErrorType UseDescription(Connection& connection, const std::string& deviceId, const CheckedDescription& checked)
+KltErrorType UseDescription(Connection& connection, const std::string& deviceId, const SafeDescription& checked)
 {
-    if (!checked.problem.empty())
+    if (checked.problem)
     {
-        Report("The description of " + deviceId + " cannot be used: " + checked.problem);
+        Report("The description of " + deviceId + " cannot be used: " + checked.problem.InOneLine());
         return KltErrorOther;
     }
     connection.xml = checked.xml;
+    connection.copies = checked.copies;
     connection.description = NewDescription(connection.device.get(), connection.xml);
     return connection.description ? KltErrorSuccess : KltErrorOther;
 }
@@ -60,7 +61,7 @@ KltErrorType ConnectGige(const std::string& deviceId, const std::string& address
         return KltErrorInvalidAccess;
     if (error.Get() != nullptr)
         return CodeOf(error.Get());
-    CheckedDescription checked;
+    SafeDescription checked;
     const KltErrorType result = FetchDescription(*camera, checked);
     if (result == KltErrorSuccess)
         connection.device = NewGvcpDevice(std::move(camera), error.Out());

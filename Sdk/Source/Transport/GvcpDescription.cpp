@@ -47,11 +47,11 @@ KltErrorType Read(GvcpChannel& camera, std::uint64_t address, std::string& conte
 }
 
 /// What the camera delivers at \a place.
-KltErrorType ReadContent(GvcpChannel& camera, const Place& place, CheckedDescription& description)
+KltErrorType ReadContent(GvcpChannel& camera, const Place& place, SafeDescription& description)
 {
     if (place.size > MaximumDocumentSize)
     {
-        description.problem = "it is too large";
+        description.problem.text = "it is too large";
         return KltErrorSuccess;
     }
     std::string content(place.size, '\0');
@@ -66,27 +66,27 @@ KltErrorType ReadContent(GvcpChannel& camera, const Place& place, CheckedDescrip
 
 } // namespace
 
-KltErrorType FetchDescription(GvcpChannel& camera, CheckedDescription& description)
+KltErrorType FetchDescription(GvcpChannel& camera, SafeDescription& description)
 {
-    CheckedDescription first;
+    SafeDescription first;
     for (const std::uint32_t addressRegister : AddressRegisters)
     {
-        description = CheckedDescription();
+        description = SafeDescription();
         std::string address(AddressSize, '\0');
         KltErrorType result = Read(camera, addressRegister, address);
         address.resize(std::strlen(address.c_str()));
         Place place{};
         if (result == KltErrorSuccess && !FindPlace(address, place))
-            description.problem = "it is not in the camera";
+            description.problem.text = "it is not in the camera";
         else if (result == KltErrorSuccess)
             result = ReadContent(camera, place, description);
         if (result == KltErrorTimeout)
             return result;
         if (result != KltErrorSuccess)
-            description.problem = "the camera does not let us read it";
-        if (description.problem.empty())
+            description.problem.text = "the camera does not let us read it";
+        if (!description.problem)
             return KltErrorSuccess;
-        if (first.problem.empty())
+        if (!first.problem)
             first = description;
     }
     description = first;

@@ -17,6 +17,7 @@ KltErrorType Connect(const DescriptionFile& file, Connection& connection)
     if (!file.IsUnchanged())
         return KltErrorNotFound;
     connection.xml = file.Content().xml;
+    connection.copies = file.Content().copies;
     connection.device = NewMemoryDevice();
     connection.patience = std::chrono::seconds(4); // Memory is quick: only a hostile description takes longer.
     connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
@@ -39,7 +40,7 @@ DescriptionFile::State::State(const fs::path& path, std::error_code error)
 DescriptionFile::DescriptionFile(const fs::path& path)
     : m_path(path),
       m_state(path),
-      m_content(std::make_shared<const CheckedDescription>(ReadDescription(path.string())))
+      m_content(std::make_shared<const SafeDescription>(ReadDescription(path.string())))
 {
 }
 

@@ -21,8 +21,8 @@ public:
     explicit DescriptionFile(const std::filesystem::path& path);
 
     const std::filesystem::path& Path() const { return m_path; }
-    bool IsUsable() const { return m_content->problem.empty(); }
-    const std::string& Problem() const { return m_content->problem; }
+    bool IsUsable() const { return !m_content->problem; }
+    const KltAPI::Problem& Problem() const { return m_content->problem; }
 
     /// Whether the file is still there and the same. Different content under the same name is another camera.
     bool IsUnchanged() const;
@@ -30,7 +30,7 @@ public:
     /// Identifies this file with this content.
     std::string Id() const;
 
-    const CheckedDescription& Content() const { return *m_content; }
+    const SafeDescription& Content() const { return *m_content; }
 
 private:
     struct State
@@ -43,7 +43,7 @@ private:
 
     std::filesystem::path m_path;
     State m_state; ///< From before the file was read: a change meanwhile is noticed.
-    std::shared_ptr<const CheckedDescription> m_content;
+    std::shared_ptr<const SafeDescription> m_content;
 };
 
 /// The camera that is simulated from a usable file. Its serial number is the name of the file without its extension.

@@ -148,7 +148,7 @@ const SimulatedTransport::KnownFile* SimulatedTransport::Examine(const fs::path&
 void SimulatedTransport::ReportProblem(KnownFile& file)
 {
     if (!file.reported && !file.description.IsUsable())
-        Report(file.description.Path().string() + ": " + file.description.Problem());
+        Report(file.description.Path().string() + ": " + file.description.Problem().InOneLine());
     file.reported = true;
 }
 
