@@ -1,41 +1,111 @@
 #ifndef DOCUMENT_H
 #define DOCUMENT_H
 
+#include "Document/Problem.h"
+#include "Schema/Schema.h"
+
+#include <cstddef>
+#include <iterator>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 namespace OPX::KltAPI
 {
 
-/// An element of a camera's description, with all that is in it.
-struct DescriptionElement
+struct Attribute
 {
-    std::string tag;
-    std::string name;   ///< Its attribute Name; empty if there is none.
-    int line = 0;       ///< Where its start tag begins.
-    std::string text;   ///< What stands between its tags, without white space around it.
-    std::string padded; ///< The same with the white space; empty if there is none.
-    std::vector<std::pair<std::string, std::string>> attributes; ///< All but the name.
-    std::vector<DescriptionElement> children;                    ///< In the order of the document.
-
-    /// The child of this kind that counts: the last one. Null if there is none.
-    const DescriptionElement* Child(std::string_view childTag) const;
-
-    /// The name that the SDK looks for where the element refers to a node: white space is a part of it.
-    const std::string& Target() const { return padded.empty() ? text : padded; }
-
-    /// The value of an attribute, which need not be there.
-    std::string_view Attribute(std::string_view attribute) const;
+    std::string_view name;
+    std::string_view value;
 };
 
-/// Reads a description that the SDK has accepted. What is returned is the root element; its children are the nodes of
-/// the camera, those in groups among them. What extensions hold is left out. Names are those that the SDK knows, with
-/// their prefixes.
-/// \param xml as `Camera::GetDescription` delivers it
-/// \param firstLine the line of the file in which it begins
-DescriptionElement ReadNodes(const std::string& xml, int firstLine = 1);
+/// An element of a camera's description. It belongs to its document.
+struct Element
+{
+    class Iterator
+    {
+    public:
+        typedef std::forward_iterator_tag iterator_category;
+        typedef const Element value_type;
+        typedef std::ptrdiff_t difference_type;
+        typedef const Element* pointer;
+        typedef const Element& reference;
+
+        explicit Iterator(const Element* element) : m_element(element) {}
+        reference operator*() const { return *m_element; }
+        pointer operator->() const { return m_element; }
+        Iterator& operator++() { return m_element = m_element->next, *this; }
+        bool operator==(const Iterator& other) const { return m_element == other.m_element; }
+        bool operator!=(const Iterator& other) const { return m_element != other.m_element; }
+
+    private:
+        const Element* m_element;
+    };
+
+    std::string_view tag;                  ///< With its prefix, as the SDK knows it.
+    std::string_view name;                 ///< Its attribute Name; empty if there is none.
+    std::string_view content;              ///< The text between its tags, up to the first element there.
+    const NodeKind* node = nullptr;        ///< What it is, if it is a node of a known kind,
+    const ElementKind* element = nullptr;  ///< or a known element of one.
+    const Attribute* attributes = nullptr; ///< All but the name.
+    const Element* firstChild = nullptr;   ///< Its children are in the order of the document.
+    const Element* next = nullptr;         ///< The sibling behind it.
+    int line = 0;                          ///< Where its start tag begins, in the file.
+    unsigned short attributeCount = 0;
+    bool holdsMoreThanText = false; ///< An element, a comment or the like stands between its tags.
+
+    Iterator begin() const { return Iterator(firstChild); } // NOLINT(readability-identifier-naming): for loops.
+    Iterator end() const { return Iterator(nullptr); }      // NOLINT(readability-identifier-naming)
+
+    /// The content without the white space around it.
+    std::string_view Text() const;
+
+    /// The name that the SDK looks for where the element refers to a node: white space is a part of it.
+    std::string_view Target() const { return firstChild == nullptr ? content : Text(); }
+
+    /// The child of this kind that counts: the last one. Null if there is none.
+    const Element* Child(std::string_view childTag) const;
+
+    /// The value of an attribute other than the name; empty if it is not there.
+    std::string_view AttributeOf(std::string_view attribute) const;
+};
+
+/// A camera's description as a tree. Nodes in groups are where the groups stand; what extensions hold is left out,
+/// since it is for their maker's programs.
+///
+/// Whatever the text, reading it takes seconds at the most and a few times its memory. What is read is well-formed, not
+/// too deep, and small enough for Aravis; its references may still be anything.
+class Document
+{
+public:
+    /// Reads a description.
+    /// \param content the bytes of a file, which may be zipped and may have something before its first element
+    explicit Document(std::string content);
+
+    Document(const Document&) = delete;
+    Document& operator=(const Document&) = delete;
+
+    /// Why there is no tree.
+    const Problem& WhyNot() const { return m_problem; }
+
+    /// The root element; its children are the nodes of the camera. Without children if there is a problem.
+    const Element& Root() const { return m_root; }
+
+    /// From the first element on. The tree refers to it.
+    const std::string& Xml() const { return m_xml; }
+
+    /// Leaves a document that must not be used any more.
+    std::string TakeXml() { return std::move(m_xml); }
+
+private:
+    friend class DocumentBuilder;
+
+    std::string m_xml;
+    Problem m_problem;
+    Element m_root;
+    std::pmr::monotonic_buffer_resource m_memory; ///< Of all elements, and of texts that the XML spells differently.
+};
 
 } // namespace OPX::KltAPI
 

@@ -10,6 +10,9 @@ namespace OPX::KltAPI
 /// Far above the largest descriptions that cameras have (some megabytes).
 const std::size_t MaximumDocumentSize = 64U << 20;
 
+/// Of elements.
+const std::size_t MaximumNesting = 16;
+
 /// In bytes. Registers are a few bytes long, sometimes a few kilobytes.
 const long long MaximumRegisterLength = 64LL << 20;
 

@@ -4,9 +4,19 @@
 #include "Document/Texts.h"
 
 #include <string>
+#include <string_view>
 
 namespace OPX::KltAPI
 {
+
+/// A line that editors understand, as compilers write them: "Camera.xml:7: warning: ...".
+/// \param line 0 for the whole file
+/// \param text a sentence
+inline std::string InFile(const std::string& file, int line, const char* severity, const std::string& text)
+{
+    return WithoutControls(file) + (line == 0 ? "" : ":" + std::to_string(line)) + ": " + severity + ": " +
+           WithoutControls(text);
+}
 
 /// Something in a file that is not as its author meant it. The file can be used all the same.
 struct Mistake
@@ -14,12 +24,14 @@ struct Mistake
     int line;
     std::string text; ///< A sentence.
 
-    /// The mistake as compilers tell theirs.
-    std::string In(const std::string& file) const
-    {
-        return WithoutControls(file) + ":" + std::to_string(line) + ": warning: " + WithoutControls(text);
-    }
+    std::string In(const std::string& file) const { return InFile(file, line, "warning", text); }
 };
+
+/// \a text in a message.
+inline std::string Quoted(std::string_view text)
+{
+    return "'" + std::string(text) + "'";
+}
 
 } // namespace OPX::KltAPI
 

@@ -24,19 +24,14 @@ Number Wrapped(std::uint64_t number)
     return Number(static_cast<std::int64_t>(number));
 }
 
-[[noreturn]] void Fail(KltErrorType code, const char* text)
-{
-    throw FormulaError(code, text);
-}
-
 Number DividedIntegers(std::int64_t dividend, std::int64_t divisor, bool remainder)
 {
     if (divisor == 0)
-        Fail(KltErrorOther, "Parsing error (division by zero)");
+        throw FormulaError(FormulaError::NoValue, "division by zero");
     if (divisor == -1)
     {
         if (!remainder && dividend == std::numeric_limits<std::int64_t>::min())
-            Fail(KltErrorResources, "The result of a division is too large");
+            throw FormulaError(FormulaError::Overflow, "the result of a division is too large");
         return remainder ? Number(std::int64_t(0)) : Number(-dividend);
     }
     return Number(remainder ? dividend % divisor : dividend / divisor);
@@ -47,7 +42,7 @@ Number Divided(const Number& dividend, const Number& divisor, bool integers)
     if (integers)
         return DividedIntegers(dividend.AsInteger(), divisor.AsInteger(), false);
     if (divisor.AsReal() == 0)
-        Fail(KltErrorOther, "Parsing error (division by zero)");
+        throw FormulaError(FormulaError::NoValue, "division by zero");
     return Number(dividend.AsReal() / divisor.AsReal());
 }
 
@@ -204,8 +199,10 @@ std::int64_t Number::AsInteger() const
 {
     if (!m_isReal)
         return m_integer;
+    if (std::isnan(m_real))
+        throw FormulaError(FormulaError::NotWhole, "a number is no integer");
     if (!(m_real >= -Limit && m_real < Limit))
-        Fail(KltErrorResources, "A number is too large for an integer");
+        throw FormulaError(FormulaError::Overflow, "a number is too large for an integer");
     return static_cast<std::int64_t>(m_real);
 }
 

@@ -1,14 +1,14 @@
 #ifndef FORMULA_H
 #define FORMULA_H
 
-#include "KoltaCPP/KoltaTypes.h"
-
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
 #include <set>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace OPX::KltAPI
@@ -34,15 +34,45 @@ private:
     double m_real = 0;
 };
 
-/// Why a formula has no value.
+/// Why a text is no formula, or a formula has no value.
 class FormulaError : public std::runtime_error
 {
 public:
-    FormulaError(KltErrorType code, const std::string& text) : std::runtime_error(text), m_code(code) {}
-    KltErrorType Code() const { return m_code; }
+    enum Kind
+    {
+        Syntax,
+        TooLong, ///< Or nested too deeply, as expressions are that use themselves.
+        UnknownVariable,
+        TooManyArguments,
+        NoValue,
+        Overflow, ///< A number does not fit into 64 bits where an integer is needed,
+        NotWhole  ///< or is none.
+    };
+
+    FormulaError(Kind kind, const std::string& text) : std::runtime_error(text), m_kind(kind) {}
+
+    /// \param name what \a kind is about: a variable or a function
+    /// \param place where it is in the text
+    /// \param expression the name of the expression that has the text; empty for the formula itself
+    FormulaError(Kind kind, const std::string& text, std::string name, std::size_t place, std::string expression)
+        : std::runtime_error(text),
+          m_kind(kind),
+          m_name(std::move(name)),
+          m_place(place),
+          m_expression(std::move(expression))
+    {
+    }
+
+    Kind What() const { return m_kind; }
+    const std::string& Name() const { return m_name; }
+    std::size_t Place() const { return m_place; }
+    const std::string& Expression() const { return m_expression; }
 
 private:
-    KltErrorType m_code;
+    Kind m_kind;
+    std::string m_name;
+    std::size_t m_place = 0;
+    std::string m_expression;
 };
 
 /// A formula of a description.

@@ -4,6 +4,7 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <utility>
 
 namespace OPX::KltAPI
 {
@@ -53,11 +54,6 @@ std::string InCapitals(std::string_view text)
     return capitals;
 }
 
-[[noreturn]] void Fail(const std::string& text)
-{
-    throw FormulaError(KltErrorOther, "Parsing error (" + text + ")");
-}
-
 } // namespace
 
 const std::vector<std::string_view>& FormulaFunctions()
@@ -75,8 +71,7 @@ void FormulaParser::Parse(const std::string& text)
 /// condition ? one : other
 void FormulaParser::Choice()
 {
-    if (++m_depth > MaximumDepth)
-        Fail("nested too deeply");
+    Enter();
     Binary(1);
     if (Take("?"))
     {
@@ -85,7 +80,7 @@ void FormulaParser::Choice()
         const std::size_t toEnd = Put(Jump);
         JumpHere(toOther);
         if (!Take(":"))
-            Fail("':' is missing");
+            Fail(FormulaError::Syntax, "':' is missing");
         Choice();
         JumpHere(toEnd);
     }
@@ -95,8 +90,7 @@ void FormulaParser::Choice()
 /// Operators of this precedence and of higher ones.
 void FormulaParser::Binary(int precedence)
 {
-    if (++m_depth > MaximumDepth)
-        Fail("nested too deeply");
+    Enter();
     Unary();
     for (;;)
     {
@@ -156,19 +150,19 @@ void FormulaParser::Operand()
 {
     SkipSpace();
     if (m_rest.empty())
-        Fail("missing arguments");
+        Fail(FormulaError::Syntax, "missing arguments");
     if (Take("("))
     {
         Choice();
         if (!Take(")"))
-            Fail("parentheses mismatch");
+            Fail(FormulaError::Syntax, "parentheses mismatch");
     }
     else if (IsDigit(m_rest[0]) || m_rest[0] == '.')
         Literal();
     else if (IsLetter(m_rest[0]))
         Name();
     else
-        Fail("syntax error");
+        Fail(FormulaError::Syntax, "syntax error");
 }
 
 void FormulaParser::Literal()
@@ -188,10 +182,10 @@ void FormulaParser::Literal()
         if (isReal || whole.ec != std::errc())
             used = fraction.ptr;
         if (fraction.ec != std::errc())
-            Fail("syntax error");
+            Fail(FormulaError::Syntax, "syntax error");
     }
     else if (whole.ec != std::errc())
-        Fail("syntax error");
+        Fail(FormulaError::Syntax, "syntax error");
     m_rest.remove_prefix(static_cast<std::size_t>(used - begin));
     Put(Push, isReal ? Number(real) : Number(static_cast<std::int64_t>(integer)));
 }
@@ -216,23 +210,23 @@ void FormulaParser::Name()
             variables.push_back(name);
     }
     else if (expression != m_expressions.end())
-        Expression(expression->second);
+        Expression(expression->second, name);
     else if (function != functions.end())
-        Function(FirstFunction + static_cast<int>(function - functions.begin()));
+        Function(FirstFunction + static_cast<int>(function - functions.begin()), name);
     else if (capitals == "ROUND")
-        Function(Round);
+        Function(Round, name);
     else if (capitals == "PI")
         Put(Push, Number(M_PI));
     else if (capitals == "E")
         Put(Push, Number(M_E));
     else
-        Fail("unknown variable");
+        Fail(FormulaError::UnknownVariable, "unknown variable", name);
 }
 
-void FormulaParser::Function(int operation)
+void FormulaParser::Function(int operation, const std::string& name)
 {
     if (!Take("("))
-        Fail("parentheses mismatch");
+        Fail(FormulaError::Syntax, "parentheses mismatch");
     Choice();
     if (operation == Round)
     {
@@ -241,21 +235,37 @@ void FormulaParser::Function(int operation)
         else
             Put(Push, Number(std::int64_t(0)));
     }
+    if (Take(","))
+        Fail(FormulaError::TooManyArguments, "too many arguments", name);
     if (!Take(")"))
-        Fail("parentheses mismatch");
+        Fail(FormulaError::Syntax, "parentheses mismatch");
     Put(operation);
 }
 
-void FormulaParser::Expression(const std::string& text)
+void FormulaParser::Expression(const std::string& text, const std::string& name)
 {
     // Expressions that refer to themselves end here, too.
-    const std::string_view rest = m_rest;
-    m_rest = text;
+    const std::string_view outer = std::exchange(m_text, text);
+    const std::string_view rest = std::exchange(m_rest, text);
+    std::string outerName = std::exchange(m_name, name);
     Choice();
     SkipSpace();
     if (!m_rest.empty())
-        Fail(m_rest[0] == ')' ? "parentheses mismatch" : "remaining operands");
+        Fail(FormulaError::Syntax, m_rest[0] == ')' ? "parentheses mismatch" : "remaining operands");
+    m_text = outer;
     m_rest = rest;
+    m_name.swap(outerName);
+}
+
+void FormulaParser::Fail(FormulaError::Kind kind, const char* problem, const std::string& name) const
+{
+    throw FormulaError(kind, problem, name, m_text.size() - m_rest.size(), m_name);
+}
+
+void FormulaParser::Enter()
+{
+    if (++m_depth > MaximumDepth)
+        Fail(FormulaError::TooLong, "nested too deeply");
 }
 
 void FormulaParser::SkipSpace()
@@ -277,9 +287,22 @@ std::size_t FormulaParser::Put(int operation, const Number& number, std::size_t 
 {
     auto& steps = m_formula.m_steps;
     if (steps.size() >= MaximumSteps)
-        Fail("too long");
-    steps.push_back({operation, m_formula.m_integers && number.IsReal() ? Number(number.AsInteger()) : number, index});
+        Fail(FormulaError::TooLong, "too long");
+    steps.push_back({operation, m_formula.m_integers && number.IsReal() ? Whole(number) : number, index});
     return steps.size() - 1;
+}
+
+/// Integer formulas know no fractions: they are cut off.
+Number FormulaParser::Whole(const Number& number) const
+{
+    try
+    {
+        return Number(number.AsInteger());
+    }
+    catch (const FormulaError& error)
+    {
+        Fail(error.What(), error.what());
+    }
 }
 
 void FormulaParser::JumpHere(std::size_t step)

@@ -62,11 +62,14 @@ private:
     void Binary(int precedence);
     void Unary();
     void Operand();
-    void Function(int operation);
+    void Function(int operation, const std::string& name);
     void Literal();
     void Name();
-    void Expression(const std::string& text);
+    void Expression(const std::string& text, const std::string& name = std::string());
 
+    [[noreturn]] void Fail(FormulaError::Kind kind, const char* problem, const std::string& name = std::string()) const;
+    void Enter();
+    Number Whole(const Number& number) const;
     void SkipSpace();
     bool Take(std::string_view token);
     std::size_t Put(int operation, const Number& number = Number(), std::size_t index = 0);
@@ -75,7 +78,9 @@ private:
     Formula& m_formula;
     const Formula::Expressions& m_expressions;
     const std::set<std::string>& m_variables;
-    std::string_view m_rest;
+    std::string_view m_text; ///< Of the innermost expression,
+    std::string m_name;      ///< which is called like this,
+    std::string_view m_rest; ///< and what is left of it.
     int m_depth = 0;
 };
 

@@ -1,12 +1,11 @@
 #include "Lint/DescriptionCheck.h"
 
 #include "Document/NearestWord.h"
+#include "Document/NodeNames.h"
 #include "Lint/FormulaCheck.h"
 #include "Lint/NodeReport.h"
 #include "Lint/ValueCheck.h"
-#include "Schema/NodeNames.h"
 #include "Schema/Number.h"
-#include "Schema/Schema.h"
 
 #include <algorithm>
 #include <cctype>
@@ -19,49 +18,53 @@ namespace OPX::KltAPI
 namespace
 {
 
-typedef DescriptionElement Element;
 typedef NodeInPlace Node;
 
-std::string DidYouMean(const std::string& word)
+std::string DidYouMean(std::string_view word)
 {
     return word.empty() ? std::string() : " Did you mean " + Quoted(word) + "?";
 }
 
-std::string Suggestion(const std::string& word, const std::vector<std::string>& known)
+std::string Suggestion(std::string_view word, const std::vector<std::string_view>& known)
 {
     // Namespaces are not understood: a prefix is in the way.
-    const std::string local = word.substr(word.find(':') + 1);
+    const std::string_view local = word.substr(word.find(':') + 1);
     return DidYouMean(std::find(known.begin(), known.end(), local) != known.end() ? local : NearestWord(word, known));
 }
 
 /// Elements of makers are short words that are like others, too. One letter for another counts as two.
 const std::size_t MostLettersWrong = 2;
 
+/// Names are long and have much in common.
+const std::size_t MostLettersWrongInName = 4;
+
+const std::size_t MaximumCompared = 100000;
+
 /// "one, another or a third".
-std::string Choice(const std::vector<std::string>& words)
+std::string Choice(const std::vector<std::string_view>& words)
 {
-    std::string text = words.front();
+    std::string text(words.front());
     for (std::size_t i = 1; i < words.size(); ++i)
-        text += (i + 1 < words.size() ? ", " : " or ") + words[i];
+        text.append(i + 1 < words.size() ? ", " : " or ").append(words[i]);
     return text;
 }
 
-std::string WithArticle(const std::string& kind)
+std::string WithArticle(std::string_view kind)
 {
-    return (std::string("AEIOU").find(kind[0]) != std::string::npos ? "an " : "a ") + kind;
+    return (std::string("AEIOU").find(kind[0]) != std::string::npos ? "an " : "a ") + std::string(kind);
 }
 
 class Checker
 {
 public:
-    explicit Checker(const Element& root) : m_root(root), m_names(root, m_mistakes.all) {}
+    explicit Checker(const Element& root) : m_root(root), m_names(root) {}
 
-    std::vector<Mistake> Check(bool hasFeatures)
+    std::vector<Mistake> Check()
     {
-        for (const Element& node : m_root.children)
+        ReportDuplicates();
+        for (const Element& node : m_root)
             CheckNode({node, nullptr});
-        if (!hasFeatures)
-            ReportNoFeatures();
+        CheckFeatures();
         std::stable_sort(m_mistakes.all.begin(), m_mistakes.all.end(),
             [](const Mistake& one, const Mistake& other) { return one.line < other.line; });
         return std::move(m_mistakes.all);
@@ -70,23 +73,31 @@ public:
 private:
     void Report(const Element& where, std::string sentence) { m_mistakes.Report(where, std::move(sentence)); }
 
+    void ReportDuplicates()
+    {
+        for (const NodeNames::Duplicate& duplicate : m_names.Duplicates())
+            Report(*duplicate.second, "the name " + Quoted(duplicate.second->name) + " is taken already, in line " +
+                                          std::to_string(duplicate.first->line) +
+                                          (duplicate.secondCounts ? ". The last one counts." : "."));
+    }
+
     void CheckNode(const Node& node)
     {
         const Element& element = node.element;
-        const NodeKind* const kind = FindNodeKind(element.tag);
-        if (kind == nullptr)
+        if (element.node == nullptr)
             return Report(
-                element, Quoted(element.tag) + " is not a kind of node." + Suggestion(element.tag, NodeKinds()));
+                element, Quoted(element.tag) + " is not a kind of node." + Suggestion(element.tag, TagsOfNodes()));
         CheckPlace(node);
-        for (const Need* need : kind->needs)
-            CheckNeed(node, *need);
+        for (const Need& need : Needs())
+            if (node.Is(need.traits))
+                CheckNeed(node, need);
         CheckValues(node, m_mistakes);
         CheckFormulas(node, m_mistakes);
         std::vector<const Element*> within;
-        for (const Element& child : element.children)
-            if (const ElementKind* const known = FindElementKind(child.tag))
-                CheckElement(node, *kind, child, *known);
-            else if (FindNodeKind(child.tag) != nullptr)
+        for (const Element& child : element)
+            if (child.element != nullptr)
+                CheckElement(node, child);
+            else if (child.node != nullptr)
                 within.push_back(&child);
             else
                 CheckUnknown(node, child);
@@ -97,15 +108,13 @@ private:
     void CheckPlace(const Node& node)
     {
         const Element& element = node.element;
-        const bool isEntry = element.tag == "EnumEntry";
-        if (node.outer == nullptr && (isEntry || element.tag == "StructEntry"))
-            Report(element, node.Text() + " is not within " + (isEntry ? "an Enumeration" : "a StructReg") +
-                                ", where such a node belongs.");
-        else if (node.outer != nullptr && !CanContain(node.outer->tag, element.tag))
+        if (node.outer == nullptr && !element.node->whole.empty())
+            Report(element,
+                node.Text() + " is not within " + WithArticle(element.node->whole) + ", where such a node belongs.");
+        else if (node.outer != nullptr && !CanContain(*node.outer->node, *element.node))
             Report(element, node.Text() + " is a node within a node that holds none.");
         // Structures have no names, nobody asks for those of formulas within a register.
-        else if (element.name.empty() && element.tag != "StructReg" &&
-                 (node.outer == nullptr || element.tag.find("SwissKnife") == std::string::npos))
+        else if (element.name.empty() && !node.Is(Trait::Struct) && (node.outer == nullptr || !node.Is(Trait::Knife)))
             Report(element, node.Text() + " has no name.");
     }
 
@@ -117,13 +126,14 @@ private:
     }
 
     /// An element of a node that is no node.
-    void CheckElement(const Node& node, const NodeKind& kind, const Element& element, const ElementKind& known)
+    void CheckElement(const Node& node, const Element& element)
     {
-        if ((known.places & kind.bit) == 0)
+        const ElementKind& known = *element.element;
+        if (!known.HasEffectIn(*node.element.node))
             return ReportUseless(node, element);
-        CheckRepetition(node, element, known);
+        CheckRepetition(node, element);
         if (known.words != nullptr)
-            CheckWord(node, element, *known.words);
+            CheckWord(node, element);
         else if (known.content == Content::Node || known.content == Content::NodeWithValue)
             CheckLink(node, element, known.content);
         else
@@ -133,24 +143,24 @@ private:
 
     void CheckAttributes(const Node& node, const Element& element)
     {
-        const std::string_view offset = element.Attribute("pOffset");
+        const std::string_view offset = element.AttributeOf("pOffset");
         if (!offset.empty())
-            CheckReference(node, element, "pOffset", std::string(offset), Content::NodeWithValue);
+            CheckReference(node, element, "pOffset", offset, Content::NodeWithValue);
         if (element.tag == "pIndex")
             CheckAttribute(node, element, "Offset");
         else if (element.tag == "ValueIndexed" || element.tag == "pValueIndexed")
         {
-            if (element.Attribute("Index").empty())
-                Report(element, "a " + element.tag + " of " + node.Text() + " has no Index.");
+            if (element.AttributeOf("Index").empty())
+                Report(element, "a " + std::string(element.tag) + " of " + node.Text() + " has no Index.");
             CheckAttribute(node, element, "Index");
         }
     }
 
     void CheckAttribute(const Node& node, const Element& element, const char* name)
     {
-        const std::string_view text = element.Attribute(name);
+        const std::string_view text = element.AttributeOf(name);
         if (!text.empty())
-            CheckNumber(node.Text(std::string(name) + " of the " + element.tag), element, std::string(text), true);
+            CheckNumber(node.Text(std::string(name) + " of the " + std::string(element.tag)), element, text, true);
     }
 
     /// Few mistakes are as common as an access mode in a feature that has none of its own.
@@ -160,21 +170,23 @@ private:
                             DidYouMean(element.tag == "AccessMode" ? "ImposedAccessMode" : ""));
     }
 
-    void CheckRepetition(const Node& node, const Element& element, const ElementKind& known)
+    void CheckRepetition(const Node& node, const Element& element)
     {
-        if (known.mayRepeat)
+        if (element.element->Is(ElementKind::Repeats))
             return;
-        if (m_lastOwners.size() <= known.index)
-            m_lastOwners.resize(known.index + 1);
-        if (std::exchange(m_lastOwners[known.index], &node.element) == &node.element)
+        if (std::exchange(m_lastOwners[element.element], &node.element) == &node.element)
             Report(element, node.Text(element.tag) + " is there more than once. The last one counts.");
     }
 
-    void CheckWord(const Node& node, const Element& element, const std::vector<std::string>& words)
+    void CheckWord(const Node& node, const Element& element)
     {
-        if (std::find(words.begin(), words.end(), element.text) == words.end())
-            Report(element, node.Text(element.tag) + " is " + Quoted(element.text) + ", which is not " + Choice(words) +
-                                "." + Suggestion(element.text, words));
+        const Words& all = *element.element->words;
+        const std::string_view text = element.Text();
+        if (!text.empty() && std::find(all.begin(), all.end(), text) != all.end())
+            return;
+        const std::vector<std::string_view> words(all.begin(), std::find(all.begin(), all.end(), std::string_view()));
+        Report(element, node.Text(element.tag) + " is " + Quoted(text) + ", which is not " + Choice(words) + "." +
+                            Suggestion(text, words));
     }
 
     /// Many links are followed by nobody, and this one by the SDK itself.
@@ -190,36 +202,36 @@ private:
         if (element.tag == "Group")
             return Report(
                 element, "what stands in this Group does not belong to " + node.Text() + ": groups hold whole nodes.");
-        const std::string suggestion = DidYouMean(NearestWord(element.tag, ElementsOfNodes(), MostLettersWrong));
+        const std::string suggestion = DidYouMean(NearestWord(element.tag, TagsOfElements(), MostLettersWrong));
         if (!suggestion.empty())
             Report(element, "the element " + Quoted(element.tag) + " of " + node.Text() + " is unknown." + suggestion);
         else if (element.tag.size() > 1 && element.tag[0] == 'p' &&
                  std::isupper(static_cast<unsigned char>(element.tag[1])) != 0)
-            CheckReference(node, element, element.tag, element.text, Content::Node);
+            CheckReference(node, element, element.tag, element.Text(), Content::Node);
     }
 
     void CheckLink(const Node& node, const Element& element, Content content)
     {
         const bool isFound = m_names.Find(element.Target()) != nullptr;
-        if (!isFound && !MayBePadded(element, content) && m_names.Find(element.text) != nullptr)
+        if (!isFound && !MayBePadded(element, content) && m_names.Find(element.Text()) != nullptr)
             return Report(element, node.Text(element.tag) + " leads nowhere: the SDK takes the white space around " +
-                                       Quoted(element.text) + " for a part of the name.");
-        CheckReference(node, element, element.tag, isFound ? element.Target() : element.text, content);
+                                       Quoted(element.Text()) + " for a part of the name.");
+        CheckReference(node, element, element.tag, isFound ? element.Target() : element.Text(), content);
     }
 
     void CheckReference(
-        const Node& node, const Element& element, std::string_view what, const std::string& target, Content content)
+        const Node& node, const Element& element, std::string_view what, std::string_view target, Content content)
     {
         const Element* const found = m_names.Find(target);
-        const std::string_view kind = found == nullptr ? std::string_view() : found->tag;
+        const unsigned traits = found == nullptr || found->node == nullptr ? 0 : found->node->traits;
         std::string problem;
         if (found == nullptr)
-            problem = m_names.IsEntry(target) ? std::string()
-                                              : "which does not exist." +
-                                                    DidYouMean(m_names.Nearest(target, what == "pPort" ? "Port" : ""));
-        else if (what == "pPort" && kind != "Port")
+            problem = IsEntry(target)
+                          ? std::string()
+                          : "which does not exist." + DidYouMean(Nearest(target, what == "pPort" ? "Port" : ""));
+        else if (what == "pPort" && (traits & Trait::Port) == 0)
             problem = "which is not a Port.";
-        else if (content == Content::NodeWithValue && (kind == "Category" || kind == "Port"))
+        else if (content == Content::NodeWithValue && (traits & (Trait::Category | Trait::Port)) != 0)
             problem = "which has no value.";
         else if (what == "pFeature" && std::exchange(m_lastCategories[found], &node.element) == &node.element)
             problem = "as one before it does.";
@@ -227,41 +239,65 @@ private:
             Report(element, node.Text(what) + " leads to " + Quoted(target) + ", " + problem);
     }
 
+    /// Entries of enumerations have a name for the whole description, too: EnumEntry_Enumeration_Entry.
+    bool IsEntry(std::string_view name)
+    {
+        static const std::string prefix = "EnumEntry_";
+        if (name.substr(0, prefix.size()) != prefix)
+            return false;
+        if (m_entries.empty())
+            for (const Element& node : m_root)
+                for (const Element& entry : node)
+                    if (entry.node != nullptr && entry.node->Is(Trait::Entry))
+                        m_entries.insert(prefix + std::string(node.name) + "_" + std::string(entry.name));
+        return m_entries.count(std::string(name)) > 0;
+    }
+
+    /// The name that was meant by one that leads nowhere; empty if none is near.
+    /// \param tag the kind of node that it leads to; empty for all
+    std::string_view Nearest(std::string_view name, std::string_view tag)
+    {
+        // Nobody reads thousands of suggestions.
+        if (m_compared > MaximumCompared)
+            return std::string_view();
+        std::vector<std::string_view> names = m_names.Names(tag);
+        m_compared += names.size();
+        std::sort(names.begin(), names.end()); // The same one for every build of the hash table.
+        return NearestWord(name, names, MostLettersWrongInName);
+    }
+
     void CheckNumber(const Node& node, const Element& element, Content content)
     {
         const bool dependsOnNode = content == Content::NumberOfNode;
-        if (dependsOnNode && node.element.tag == "Boolean")
+        if (dependsOnNode && node.Is(Trait::Boolean))
             CheckTruth(node, element);
-        else if (dependsOnNode && node.element.tag != "String")
-            CheckNumber(node.Text(element.tag), element, element.text, HoldsWholeNumbers(node.element));
+        else if (dependsOnNode && !node.Is(Trait::Text))
+            CheckNumber(node.Text(element.tag), element, element.Text(), !node.Is(Trait::Real));
         else if (content == Content::WholeNumber || content == Content::RealNumber)
-            CheckNumber(node.Text(element.tag), element, element.text, content == Content::WholeNumber);
+            CheckNumber(node.Text(element.tag), element, element.Text(), content == Content::WholeNumber);
     }
 
     void CheckTruth(const Node& node, const Element& element)
     {
-        if (element.text != "true" && element.text != "false" && !DescriptionNumber(element.text, true).problem.empty())
-            Report(element,
-                node.Text(element.tag) + " is " + Quoted(element.text) + ", which is not true, false or a number.");
+        const std::string_view text = element.Text();
+        if (text != "true" && text != "false" && !DescriptionNumber(text, true).problem.empty())
+            Report(element, node.Text(element.tag) + " is " + Quoted(text) + ", which is not true, false or a number.");
     }
 
-    void CheckNumber(const std::string& what, const Element& where, const std::string& text, bool whole)
+    void CheckNumber(const std::string& what, const Element& where, std::string_view text, bool whole)
     {
         const DescriptionNumber number(text, whole);
         if (!number.problem.empty())
             Report(where, what + " is " + Quoted(text) + ", " + number.problem + ".");
     }
 
-    void ReportNoFeatures()
+    void CheckFeatures()
     {
         const Element* const root = m_names.Find("Root");
-        if (root == nullptr || root->tag != "Category")
+        if (root == nullptr || root->node == nullptr || !root->node->Is(Trait::Category))
             Report(m_root, "there is no Category 'Root', so the camera has no features.");
         else if (!LeadsToFeature(*root))
             Report(*root, "no feature can be reached from the Category 'Root', so the camera has none.");
-        else
-            Report(*root, "the SDK finds no features, although the Category 'Root' leads to some. Perhaps they are not "
-                          "implemented.");
     }
 
     bool LeadsToFeature(const Element& category)
@@ -272,11 +308,11 @@ private:
         {
             const Element& next = *open.back();
             open.pop_back();
-            if (next.tag != "Category" && IsRead(next.tag))
+            if (next.node != nullptr && next.node->Is(Trait::Read) && !next.node->Is(Trait::Category))
                 return true;
-            for (const Element& child : next.children)
+            for (const Element& child : next)
             {
-                const Element* const target = child.tag == "pFeature" ? m_names.Find(child.Target()) : nullptr;
+                const Element* const target = child.tag == "pFeature" ? m_names.Find(&child) : nullptr;
                 if (target != nullptr && seen.insert(target).second)
                     open.push_back(target);
             }
@@ -286,16 +322,18 @@ private:
 
     const Element& m_root;
     Mistakes m_mistakes;
-    DescriptionNames m_names;
-    std::vector<const Element*> m_lastOwners; ///< Of elements that a node has one of, by their kind.
+    const NodeNames m_names;
+    std::unordered_set<std::string> m_entries; ///< Empty until somebody asks.
+    std::size_t m_compared = 0;                ///< How many names others were compared with so far.
+    std::unordered_map<const ElementKind*, const Element*> m_lastOwners; ///< Of elements that a node has one of.
     std::unordered_map<const Element*, const Element*> m_lastCategories; ///< That list this node.
 };
 
 } // namespace
 
-std::vector<Mistake> FindMistakes(const DescriptionElement& root, bool hasFeatures)
+std::vector<Mistake> FindMistakes(const Element& root)
 {
-    return Checker(root).Check(hasFeatures);
+    return Checker(root).Check();
 }
 
 } // namespace OPX::KltAPI

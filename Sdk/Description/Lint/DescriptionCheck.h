@@ -10,8 +10,7 @@ namespace OPX::KltAPI
 {
 
 /// Looks for mistakes in a description, in its order.
-/// \param hasFeatures whether the SDK finds any
-std::vector<Mistake> FindMistakes(const DescriptionElement& root, bool hasFeatures);
+std::vector<Mistake> FindMistakes(const Element& root);
 
 } // namespace OPX::KltAPI
 

@@ -13,21 +13,18 @@
 namespace OPX::KltAPI
 {
 
-inline std::string Quoted(const std::string& text)
-{
-    return "'" + text + "'";
-}
-
 /// A node, and the one that it is a part of, if any.
 struct NodeInPlace
 {
-    const DescriptionElement& element;
-    const DescriptionElement* outer;
+    const Element& element;
+    const Element* outer;
+
+    bool Is(unsigned trait) const { return element.node->Is(trait); }
 
     /// The node in the middle of a sentence.
     std::string Text() const
     {
-        const std::string own = element.name.empty() ? "this " + element.tag : Quoted(element.name);
+        const std::string own = element.name.empty() ? "this " + std::string(element.tag) : Quoted(element.name);
         return outer == nullptr || outer->name.empty() ? own : own + " of " + Quoted(outer->name);
     }
 
@@ -38,7 +35,7 @@ struct NodeInPlace
 /// The mistakes that were found so far.
 struct Mistakes
 {
-    void Report(const DescriptionElement& where, std::string sentence)
+    void Report(const Element& where, std::string sentence)
     {
         sentence[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(sentence[0])));
         all.push_back({where.line, std::move(sentence)});

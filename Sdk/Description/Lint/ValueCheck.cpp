@@ -2,16 +2,14 @@
 
 #include "Schema/Number.h"
 
-#include <algorithm>
-#include <array>
+#include <string>
+#include <string_view>
 #include <unordered_map>
 
 namespace OPX::KltAPI
 {
 namespace
 {
-
-typedef DescriptionElement Element;
 
 /// The value or a limit as the node itself tells it; null if there is none, or \a other decides it.
 const Element* Constant(const Element& node, const char* own, const char* other)
@@ -20,14 +18,25 @@ const Element* Constant(const Element& node, const char* own, const char* other)
     return constant != nullptr && node.Child(other) == nullptr ? constant : nullptr;
 }
 
+std::string Spelled(const Element& element)
+{
+    return std::string(element.Text());
+}
+
+/// The number that an element holds; not comparable if there is no element.
+DescriptionNumber IntegerOf(const Element* element)
+{
+    return {element == nullptr ? std::string_view() : element->Text(), true};
+}
+
 void CheckOrder(const NodeInPlace& node, const Element* least, const Element* most, Mistakes& mistakes)
 {
     if (least == nullptr || most == nullptr)
         return;
-    const bool whole = HoldsWholeNumbers(node.element);
-    if (DescriptionNumber(least->text, whole).IsAbove(DescriptionNumber(most->text, whole)))
-        mistakes.Report(*most, node.Text(most->tag) + " is " + most->text + ", less than its " + least->tag +
-                                   ", which is " + least->text + ".");
+    const bool whole = !node.Is(Trait::Real);
+    if (DescriptionNumber(least->Text(), whole).IsAbove(DescriptionNumber(most->Text(), whole)))
+        mistakes.Report(*most, node.Text(most->tag) + " is " + Spelled(*most) + ", less than its " +
+                                   std::string(least->tag) + ", which is " + Spelled(*least) + ".");
 }
 
 void CheckLimits(const NodeInPlace& node, Mistakes& mistakes)
@@ -39,9 +48,9 @@ void CheckLimits(const NodeInPlace& node, Mistakes& mistakes)
     CheckOrder(node, minimum, value, mistakes);
     CheckOrder(node, value, maximum, mistakes);
     const Element* const increment = node.element.tag == "Integer" ? Constant(node.element, "Inc", "pInc") : nullptr;
-    const DescriptionNumber step(increment == nullptr ? std::string() : increment->text, true);
+    const DescriptionNumber step = IntegerOf(increment);
     if (step.comparable && step.Integer() < 1)
-        mistakes.Report(*increment, node.Text("Inc") + " is " + increment->text + ", so it has no effect.");
+        mistakes.Report(*increment, node.Text("Inc") + " is " + Spelled(*increment) + ", so it has no effect.");
 }
 
 bool IsConditional(const Element& node)
@@ -57,7 +66,7 @@ public:
 
     void Check()
     {
-        for (const Element& child : m_node.element.children)
+        for (const Element& child : m_node.element)
             if (child.tag == "EnumEntry")
                 CheckEntry({child, &m_node.element});
             else if (child.tag == "pEnumEntry" || child.tag == "pIndex")
@@ -65,9 +74,10 @@ public:
         const Element* const value = Constant(m_node.element, "Value", "pValue");
         if (value == nullptr || m_isOpen || m_values.empty())
             return;
-        const DescriptionNumber number(value->text, true);
+        const DescriptionNumber number = IntegerOf(value);
         if (number.comparable && m_values.count(number.Integer()) == 0)
-            m_mistakes.Report(*value, m_node.Text("Value") + " is " + value->text + ", which none of its entries has.");
+            m_mistakes.Report(
+                *value, m_node.Text("Value") + " is " + Spelled(*value) + ", which none of its entries has.");
     }
 
 private:
@@ -85,7 +95,7 @@ private:
             m_mistakes.Report(
                 entry.element, entry.Text() + " exists already, in line " + std::to_string(named->second->line) + ".");
         const Element* const value = entry.element.Child("Value");
-        const DescriptionNumber number(value == nullptr ? std::string() : value->text, true);
+        const DescriptionNumber number = IntegerOf(value);
         m_isOpen = m_isOpen || !number.comparable;
         if (!number.comparable)
             return;
@@ -112,7 +122,7 @@ long long BitsOf(const NodeInPlace& node)
 {
     const Element& owner = node.element.tag == "StructEntry" && node.outer != nullptr ? *node.outer : node.element;
     const Element* const length = Constant(owner, "Length", "pLength");
-    const DescriptionNumber bytes(length == nullptr ? std::string() : length->text, true);
+    const DescriptionNumber bytes = IntegerOf(length);
     return bytes.comparable && bytes.Integer() > 0 && bytes.Integer() < 1024 ? 8 * bytes.Integer() : 0;
 }
 
@@ -122,30 +132,22 @@ void CheckBits(const NodeInPlace& node, Mistakes& mistakes)
     for (const char* tag : {"Bit", "LSB", "MSB"})
     {
         const Element* const bit = bits > 0 ? node.element.Child(tag) : nullptr;
-        const DescriptionNumber number(bit == nullptr ? std::string() : bit->text, true);
+        const DescriptionNumber number = IntegerOf(bit);
         if (number.comparable && number.Integer() >= bits)
             mistakes.Report(*bit,
-                node.Text(tag) + " is " + bit->text + ", but the register has " + std::to_string(bits) + " bits.");
+                node.Text(tag) + " is " + Spelled(*bit) + ", but the register has " + std::to_string(bits) + " bits.");
     }
 }
 
 } // namespace
 
-bool HoldsWholeNumbers(const Element& node)
-{
-    return node.tag != "Float" && node.tag != "FloatReg" && node.tag != "Converter" && node.tag != "SwissKnife";
-}
-
 void CheckValues(const NodeInPlace& node, Mistakes& mistakes)
 {
-    static const std::array<std::string_view, 9> limited = {"Integer", "Float", "IntReg", "MaskedIntReg", "FloatReg",
-        "Converter", "IntConverter", "SwissKnife", "IntSwissKnife"};
-    const std::string_view kind = node.element.tag;
-    if (kind == "Enumeration")
+    if (node.Is(Trait::Enumeration))
         EntryCheck(node, mistakes).Check();
-    else if (std::find(limited.begin(), limited.end(), kind) != limited.end())
+    if (node.Is(Trait::Limited))
         CheckLimits(node, mistakes);
-    if (kind == "MaskedIntReg" || kind == "StructEntry")
+    if (node.Is(Trait::Masked))
         CheckBits(node, mistakes);
 }
 

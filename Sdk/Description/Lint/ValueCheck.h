@@ -6,9 +6,6 @@
 namespace OPX::KltAPI
 {
 
-/// Whether the numbers of a node of this kind have no fractions.
-bool HoldsWholeNumbers(const DescriptionElement& node);
-
 /// Looks for constants of a node that contradict each other: limits, values of enumerations, bits of registers.
 void CheckValues(const NodeInPlace& node, Mistakes& mistakes);
 

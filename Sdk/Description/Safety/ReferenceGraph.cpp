@@ -1,83 +1,110 @@
 #include "Safety/ReferenceGraph.h"
 
+#include "Document/Texts.h"
+
 #include <algorithm>
-#include <utility>
 
 namespace OPX::KltAPI
 {
 namespace
 {
 
-const std::size_t MaximumDepth = 200;
-const std::size_t MaximumSteps = 1000000;
+const unsigned MaximumDepth = 200;
+const std::uint64_t MaximumSteps = 1000000;
 
 } // namespace
 
 ReferenceGraph::Index ReferenceGraph::NodeOf(std::string_view name)
 {
-    const auto known = m_indices.find(name);
-    if (known != m_indices.end())
-        return known->second;
-    const Index index = NamelessNode(std::string(name));
-    m_indices.emplace(m_nodes.back().name, index);
+    const auto [known, added] = m_indices.emplace(name, static_cast<Index>(m_nodes.size()));
+    if (added)
+        m_nodes.emplace_back().name = name;
+    return known->second;
+}
+
+ReferenceGraph::Index ReferenceGraph::NodeOf(const Element& element)
+{
+    const std::string_view name = Trimmed(element.name);
+    const auto index = name.empty() ? static_cast<Index>(m_nodes.size()) : NodeOf(name);
+    if (name.empty())
+        m_nodes.emplace_back();
+    if (m_nodes[index].element == nullptr)
+        m_nodes[index].element = &element;
     return index;
 }
 
-ReferenceGraph::Index ReferenceGraph::NamelessNode(std::string description)
+void ReferenceGraph::AddReference(Index from, Index to)
 {
-    m_nodes.emplace_back();
-    m_nodes.back().name = std::move(description);
-    return m_nodes.size() - 1;
+    if (from == Outside)
+        return;
+    Node& node = m_nodes[from];
+    const auto reference = static_cast<Index>(m_references.size());
+    (node.firstReference == None ? node.firstReference : m_references[node.lastReference].next) = reference;
+    node.lastReference = reference;
+    m_references.push_back({to, None});
 }
 
-std::string ReferenceGraph::FindProblem()
+Problem ReferenceGraph::FindProblem()
 {
-    std::string problem;
-    for (Index node = 0; problem.empty() && node < m_nodes.size(); ++node)
+    Problem problem;
+    for (Index node = 0; !problem && node < m_nodes.size(); ++node)
         if (m_nodes[node].state == Node::Unseen)
             problem = Follow(node);
     return problem;
 }
 
 /// Without recursion: the description decides how deep the references go.
-std::string ReferenceGraph::Follow(Index start)
+Problem ReferenceGraph::Follow(Index start)
 {
     struct Step
     {
         Node* node;
-        std::size_t next;
+        Index next; ///< Reference to follow.
     };
-    std::vector<Step> path(1, Step{&m_nodes[start], 0});
+    std::vector<Step> path(1, Step{&m_nodes[start], m_nodes[start].firstReference});
     path.back().node->state = Node::OnPath;
     while (!path.empty())
     {
         Step& step = path.back();
         Node& node = *step.node;
-        if (step.next == node.references.size())
+        if (step.next == None)
         {
             node.state = Node::Done;
             if (node.depth > MaximumDepth)
-                return "the value of " + node.name + " depends on too many others in a row";
+                return ProblemOf(node, "depends on too many others in a row");
             if (node.steps > MaximumSteps)
-                return "the value of " + node.name + " takes too many steps";
+                return ProblemOf(node, "takes too many steps");
             path.pop_back();
             continue;
         }
-        Node& target = m_nodes[node.references[step.next]];
+        Node& target = m_nodes[m_references[step.next].to];
         if (target.state == Node::Done)
         {
-            ++step.next;
+            step.next = m_references[step.next].next;
             node.depth = std::max(node.depth, target.depth + 1);
             node.steps += target.steps;
             continue;
         }
         if (target.state == Node::OnPath)
-            return "the value of " + target.name + " depends on itself";
+            return ProblemOf(target, "depends on itself");
         // Looked at again when it is done.
         target.state = Node::OnPath;
-        path.push_back(Step{&target, 0});
+        path.push_back(Step{&target, target.firstReference});
     }
-    return std::string();
+    return Problem();
+}
+
+std::string ReferenceGraph::NameOf(Index node) const
+{
+    const Node& known = m_nodes[node];
+    const bool isNameless = known.name.empty() && known.element != nullptr;
+    return isNameless ? "a nameless " + std::string(known.element->tag) : std::string(known.name);
+}
+
+Problem ReferenceGraph::ProblemOf(const Node& node, const char* what) const
+{
+    const auto index = static_cast<Index>(&node - m_nodes.data());
+    return {"the value of " + NameOf(index) + " " + what, node.element == nullptr ? 0 : node.element->line};
 }
 
 } // namespace OPX::KltAPI

@@ -1,8 +1,9 @@
 #ifndef REFERENCEGRAPH_H
 #define REFERENCEGRAPH_H
 
-#include <cstddef>
-#include <deque>
+#include "Document/Document.h"
+
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -20,29 +21,38 @@ namespace OPX::KltAPI
 class ReferenceGraph
 {
 public:
-    typedef std::size_t Index;
+    typedef std::uint32_t Index; ///< There are at most as many nodes and references as elements and attributes.
+
+    /// What is outside all nodes: its references lead nowhere, since no other node needs it.
+    static constexpr Index Outside = 0;
+
+    ReferenceGraph() : m_nodes(1) {}
 
     /// The node of this name, which may turn up later, or never.
     Index NodeOf(std::string_view name);
 
-    /// A node without a name; messages call it \a description.
-    Index NamelessNode(std::string description);
+    /// The node that this element is; one of its own if it has no name.
+    Index NodeOf(const Element& element);
 
-    void AddReference(Index from, Index to) { m_nodes[from].references.push_back(to); }
+    void AddReference(Index from, Index to);
 
-    const std::string& NameOf(Index node) const { return m_nodes[node].name; }
+    /// For messages.
+    std::string NameOf(Index node) const;
 
     /// Follows all references. To be called once.
-    /// \return what is wrong, empty if nothing is
-    std::string FindProblem();
+    Problem FindProblem();
 
 private:
+    static constexpr Index None = ~Index(0);
+
     struct Node
     {
-        std::string name;
-        std::vector<Index> references;
-        std::size_t depth = 1; ///< The longest chain of references from here, once done.
-        std::size_t steps = 1; ///< How many nodes are evaluated for the value of this one, once done.
+        std::string_view name;
+        const Element* element = nullptr; ///< Null as long as only the name is known.
+        Index firstReference = None;
+        Index lastReference = None;
+        std::uint64_t steps = 1; ///< How many nodes are evaluated for the value of this one, once done.
+        unsigned depth = 1;      ///< The longest chain of references from here, once done.
         enum
         {
             Unseen,
@@ -51,9 +61,17 @@ private:
         } state = Unseen;
     };
 
-    std::string Follow(Index start);
+    struct Reference
+    {
+        Index to;
+        Index next; ///< Of the same node.
+    };
 
-    std::deque<Node> m_nodes; ///< Stay where they are: the keys below are their names.
+    Problem Follow(Index start);
+    Problem ProblemOf(const Node& node, const char* what) const;
+
+    std::vector<Node> m_nodes;
+    std::vector<Reference> m_references;
     std::unordered_map<std::string_view, Index> m_indices;
 };
 

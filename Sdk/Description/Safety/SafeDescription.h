@@ -1,13 +1,18 @@
 #ifndef SAFEDESCRIPTION_H
 #define SAFEDESCRIPTION_H
 
-#include "Document/Problem.h"
-#include "Safety/ValueCopies.h"
+#include "Document/Document.h"
 
 #include <string>
+#include <unordered_map>
+#include <vector>
 
 namespace OPX::KltAPI
 {
+
+/// The names of the nodes that get a copy of another node's value when that is written, by the name of the other node.
+/// Aravis ignores them.
+typedef std::unordered_map<std::string, std::vector<std::string>> ValueCopies;
 
 /// A camera's description that is safe to give to Aravis: well-formed, and without anything that brings down its parser
 /// or its evaluation.
@@ -26,6 +31,9 @@ SafeDescription CheckDescription(std::string content, const std::string& fallbac
 
 /// Reads and checks the file at \a path. Reading errors are problems, too.
 SafeDescription ReadDescription(const std::string& path);
+
+/// Checks a description that stays a tree: the result has no text of its own.
+SafeDescription CheckDocument(const Document& document, const std::string& fallbackName);
 
 } // namespace OPX::KltAPI
 

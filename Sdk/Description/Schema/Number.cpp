@@ -1,7 +1,8 @@
 #include "Schema/Number.h"
 
 #include <charconv>
-#include <cstdint>
+#include <cmath>
+#include <limits>
 
 namespace OPX::KltAPI
 {
@@ -11,7 +12,7 @@ namespace
 /// Where the digits begin.
 struct Digits
 {
-    explicit Digits(const std::string& text) : begin(text.data()), end(text.data() + text.size())
+    explicit Digits(std::string_view text) : begin(text.data()), end(text.data() + text.size())
     {
         negative = begin != end && *begin == '-';
         if (negative || (begin != end && *begin == '+'))
@@ -29,7 +30,7 @@ struct Digits
 
 } // namespace
 
-DescriptionNumber::DescriptionNumber(const std::string& text, bool whole) : m_whole(whole)
+DescriptionNumber::DescriptionNumber(std::string_view text, bool whole) : m_whole(whole)
 {
     if (whole)
         ReadWhole(text);
@@ -44,7 +45,7 @@ bool DescriptionNumber::IsAbove(const DescriptionNumber& other) const
     return m_whole ? m_integer > other.m_integer : m_real > other.m_real;
 }
 
-void DescriptionNumber::ReadWhole(const std::string& text)
+void DescriptionNumber::ReadWhole(std::string_view text)
 {
     const Digits digits(text);
     std::uint64_t magnitude = 0;
@@ -66,7 +67,7 @@ void DescriptionNumber::ReadWhole(const std::string& text)
     comparable = false;
 }
 
-void DescriptionNumber::ReadReal(const std::string& text)
+void DescriptionNumber::ReadReal(std::string_view text)
 {
     const Digits digits(text);
     const auto read = std::from_chars(
@@ -78,15 +79,29 @@ void DescriptionNumber::ReadReal(const std::string& text)
     comparable = comparable && read.ec == std::errc();
 }
 
-void DescriptionNumber::Judge(const std::string& text, const char* end, bool fits)
+void DescriptionNumber::Judge(std::string_view text, const char* end, bool fits)
 {
     if (end == nullptr)
         problem = "which is not a number";
     else if (!fits)
         problem = "which does not fit into 64 bits";
     else if (end != text.data() + text.size())
-        problem = "of which only '" + text.substr(0, static_cast<std::size_t>(end - text.data())) + "' is read";
+        problem = "of which only '" + std::string(text.data(), end) + "' is read";
     comparable = end != nullptr && fits;
+}
+
+bool IsOnIncrement(std::int64_t value, std::int64_t minimum, std::int64_t increment)
+{
+    // As unsigned numbers: the distance can be larger than a signed number can be.
+    const std::uint64_t distance = static_cast<std::uint64_t>(value) - static_cast<std::uint64_t>(minimum);
+    return increment <= 1 || distance % static_cast<std::uint64_t>(increment) == 0;
+}
+
+bool IsOnIncrement(double value, double minimum, double increment)
+{
+    const double epsilon = std::numeric_limits<double>::epsilon();
+    const double tolerance = increment * 1e-6 + 4 * epsilon * (std::fabs(value) + std::fabs(minimum));
+    return std::fabs(std::remainder(value - minimum, increment)) <= tolerance;
 }
 
 } // namespace OPX::KltAPI

@@ -1,7 +1,9 @@
 #ifndef NUMBER_H
 #define NUMBER_H
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace OPX::KltAPI
 {
@@ -10,7 +12,7 @@ namespace OPX::KltAPI
 struct DescriptionNumber
 {
     /// \param whole whether it is an integer, decimal or hexadecimal
-    DescriptionNumber(const std::string& text, bool whole);
+    DescriptionNumber(std::string_view text, bool whole);
 
     bool IsAbove(const DescriptionNumber& other) const;
     long long Integer() const { return m_integer; }
@@ -22,14 +24,20 @@ struct DescriptionNumber
     bool comparable = false; ///< There is a number, and no doubt about its sign.
 
 private:
-    void ReadWhole(const std::string& text);
-    void ReadReal(const std::string& text);
-    void Judge(const std::string& text, const char* end, bool fits);
+    void ReadWhole(std::string_view text);
+    void ReadReal(std::string_view text);
+    void Judge(std::string_view text, const char* end, bool fits);
 
     bool m_whole;
     long long m_integer = 0;
     double m_real = 0;
 };
+
+/// Whether \a value is a whole number of increments away from \a minimum.
+bool IsOnIncrement(std::int64_t value, std::int64_t minimum, std::int64_t increment);
+
+/// Whether it is, within the precision of the numbers: decimal fractions are not exact.
+bool IsOnIncrement(double value, double minimum, double increment);
 
 } // namespace OPX::KltAPI
 

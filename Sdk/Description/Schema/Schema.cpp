@@ -1,5 +1,6 @@
 #include "Schema/Schema.h"
 
+#include <array>
 #include <unordered_map>
 
 namespace OPX::KltAPI
@@ -7,203 +8,208 @@ namespace OPX::KltAPI
 namespace
 {
 
-typedef std::vector<std::string> Words;
+typedef Trait T;
+typedef ElementKind E;
 
-struct Elements
-{
-    Content content;
-    Words tags;
-};
+constexpr std::array<NodeKind, 27> NodeTable = {{
+    {"AdvFeatureLock", 0, {}},
+    {"Boolean", T::Read | T::Holder | T::Boolean, {}},
+    {"Category", T::Read | T::Category, {}},
+    {"Command", T::Read | T::Holder | T::Command, {}},
+    {"ConfRom", 0, {}},
+    {"Converter", T::Read | T::Formula | T::Converter | T::Real | T::Limited, {}},
+    {"DcamLock", 0, {}},
+    {"EnumEntry", T::Read | T::Entry, "Enumeration"},
+    {"Enumeration", T::Read | T::Holder | T::Enumeration, {}},
+    {"Float", T::Read | T::Holder | T::Plain | T::Real | T::Limited, {}},
+    {"FloatReg", T::Read | T::Register | T::Numeric | T::Real | T::Limited, {}},
+    {"IntConverter", T::Read | T::Formula | T::Converter | T::Limited, {}},
+    {"IntKey", 0, {}},
+    {"IntReg", T::Read | T::Register | T::Numeric | T::Limited, {}},
+    {"IntSwissKnife", T::Read | T::Formula | T::Knife | T::Limited, {}},
+    {"Integer", T::Read | T::Holder | T::Plain | T::Limited, {}},
+    {"MaskedIntReg", T::Read | T::Register | T::Numeric | T::Masked | T::Limited, {}},
+    {"Node", 0, {}},
+    {"Port", T::Read | T::Port, {}},
+    {"Register", T::Read | T::Register, {}},
+    {"SmartFeature", 0, {}},
+    {"String", T::Read | T::Holder | T::Text, {}},
+    {"StringReg", T::Read | T::Register | T::Text, {}},
+    {"StructEntry", T::Read | T::Masked, "StructReg"},
+    {"StructReg", T::Read | T::Register | T::Numeric | T::Struct, {}},
+    {"SwissKnife", T::Read | T::Formula | T::Knife | T::Real | T::Limited, {}},
+    {"TextDesc", 0, {}},
+}};
+
+constexpr Words AccessModes = {{"RO", "WO", "RW"}};
+constexpr Words Answers = {{"Yes", "No"}};
+constexpr Words ByteOrders = {{"BigEndian", "LittleEndian"}};
+constexpr Words CacheModes = {{"NoCache", "WriteThrough", "WriteAround"}};
+constexpr Words Representations = {
+    {"Linear", "Logarithmic", "Boolean", "PureNumber", "HexNumber", "IPV4Address", "MACAddress"}};
+constexpr Words Signs = {{"Signed", "Unsigned"}};
+constexpr Words Slopes = {{"Increasing", "Decreasing", "Varying", "Automatic"}};
+constexpr Words Visibilities = {{"Beginner", "Expert", "Guru", "Invisible"}};
+
+constexpr unsigned Anywhere = ~0U;
+
+/// Nodes that have an access mode and a byte order of their own.
+constexpr unsigned Own = T::Register | T::Formula | T::Masked | T::Port;
 
 /// All that the versions of GenApi have had so far.
-const std::vector<Elements>& Table()
+constexpr std::array<ElementKind, 81> ElementTable = {{
+    {"AccessMode", Content::Text, E::Once, Own, &AccessModes},
+    {"CacheChunkData", Content::Text, E::Once, Anywhere, &Answers},
+    {"Cachable", Content::Text, E::Once, Own, &CacheModes},
+    {"ChunkID", Content::Text},
+    {"Description", Content::Text},
+    {"DisplayName", Content::Text},
+    {"DisplayNotation", Content::Text},
+    {"DocuURL", Content::Text},
+    {"Endianess", Content::Text, E::Once, Own, &ByteOrders},
+    {"EventID", Content::Text},
+    {"Extension", Content::Text, E::Repeats},
+    {"FeatureID", Content::Text},
+    {"ImposedAccessMode", Content::Text, E::Once, Anywhere, &AccessModes},
+    {"ImposedVisibility", Content::Text, E::Once, Anywhere, &Visibilities},
+    {"Input", Content::Text, E::Repeats},
+    {"IsDeprecated", Content::Text, E::Once, Anywhere, &Answers},
+    {"IsLinear", Content::Text, E::Once, Anywhere, &Answers},
+    {"IsSelfClearing", Content::Text, E::Once, Anywhere, &Answers},
+    {"Key", Content::Text},
+    {"Representation", Content::Text, E::Once, Anywhere, &Representations},
+    {"Sign", Content::Text, E::Once, Own, &Signs},
+    {"Slope", Content::Text, E::Once, Anywhere, &Slopes},
+    {"Streamable", Content::Text, E::Once, Anywhere, &Answers},
+    {"SwapEndianess", Content::Text, E::Once, Anywhere, &Answers},
+    {"Symbolic", Content::Text},
+    {"ToolTip", Content::Text},
+    {"Unit", Content::Text},
+    {"ValidValueSet", Content::Text},
+    {"Visibility", Content::Text, E::Once, Anywhere, &Visibilities},
+    {"Constant", Content::Formula, E::Repeats, T::Formula},
+    {"Expression", Content::Formula, E::Repeats, T::Formula},
+    {"Formula", Content::Formula, E::Once, T::Knife},
+    {"FormulaFrom", Content::Formula, E::Once, T::Converter},
+    {"FormulaTo", Content::Formula, E::Once, T::Converter},
+    {"Address", Content::WholeNumber, E::Repeats, T::Register},
+    {"Bit", Content::WholeNumber, E::Once, T::Masked},
+    {"CommandValue", Content::WholeNumber, E::Once, T::Command},
+    {"DisplayPrecision", Content::WholeNumber},
+    {"LSB", Content::WholeNumber, E::Once, T::Masked},
+    {"Length", Content::WholeNumber, E::Once, T::Register},
+    {"MSB", Content::WholeNumber, E::Once, T::Masked},
+    {"OffValue", Content::WholeNumber, E::Once, T::Boolean},
+    {"OnValue", Content::WholeNumber, E::Once, T::Boolean},
+    {"PollingTime", Content::WholeNumber},
+    {"Timeout", Content::WholeNumber},
+    {"NumericValue", Content::RealNumber, E::Repeats},
+    {"Inc", Content::NumberOfNode},
+    {"Max", Content::NumberOfNode},
+    {"Min", Content::NumberOfNode},
+    {"Value", Content::NumberOfNode},
+    {"ValueDefault", Content::NumberOfNode},
+    {"ValueIndexed", Content::NumberOfNode, E::Repeats},
+    {"p1212Parser", Content::Node},
+    {"pAlias", Content::Node},
+    {"pCastAlias", Content::Node},
+    {"pDependent", Content::Node, E::Repeats},
+    {"pEnumEntry", Content::Node, E::Repeats, T::Enumeration},
+    {"pError", Content::Node, E::Repeats},
+    {"pFeature", Content::Node, E::Repeats, T::Category},
+    {"pInvalidator", Content::Node, E::Repeats},
+    {"pPort", Content::Node, E::Once, T::Register},
+    {"pSelected", Content::Node, E::Repeats},
+    {"pSelecting", Content::Node, E::Repeats},
+    {"pTerminal", Content::Node, E::Repeats},
+    {"pAddress", Content::NodeWithValue, E::Repeats | E::Decides, T::Register},
+    {"pBlockPolling", Content::NodeWithValue, E::Repeats},
+    {"pChunkID", Content::NodeWithValue},
+    {"pCommandValue", Content::NodeWithValue, E::Once, T::Command},
+    {"pInc", Content::NodeWithValue},
+    {"pIndex", Content::NodeWithValue, E::Repeats | E::Decides},
+    {"pIsAvailable", Content::NodeWithValue},
+    {"pIsImplemented", Content::NodeWithValue},
+    {"pIsLocked", Content::NodeWithValue},
+    {"pLength", Content::NodeWithValue, E::Decides, T::Register},
+    {"pMax", Content::NodeWithValue},
+    {"pMin", Content::NodeWithValue},
+    {"pValue", Content::NodeWithValue, E::Decides},
+    {"pValueCopy", Content::NodeWithValue, E::Repeats},
+    {"pValueDefault", Content::NodeWithValue, E::Decides},
+    {"pValueIndexed", Content::NodeWithValue, E::Repeats | E::Decides},
+    {"pVariable", Content::NodeWithValue, E::Repeats | E::Decides, T::Formula},
+}};
+
+template <class Row, std::size_t Size>
+const Row* Find(const std::array<Row, Size>& table, std::string_view tag)
 {
-    static const std::vector<Elements> table = {
-        {Content::Text,
-            {"AccessMode", "CacheChunkData", "Cachable", "ChunkID", "Description", "DisplayName", "DisplayNotation",
-                "DocuURL", "Endianess", "EventID", "Extension", "FeatureID", "ImposedAccessMode", "ImposedVisibility",
-                "Input", "IsDeprecated", "IsLinear", "IsSelfClearing", "Key", "Representation", "Sign", "Slope",
-                "Streamable", "SwapEndianess", "Symbolic", "ToolTip", "Unit", "ValidValueSet", "Visibility"}},
-        {Content::Formula, {"Constant", "Expression", "Formula", "FormulaFrom", "FormulaTo"}},
-        {Content::WholeNumber, {"Address", "Bit", "CommandValue", "DisplayPrecision", "LSB", "Length", "MSB",
-                                   "OffValue", "OnValue", "PollingTime", "Timeout"}},
-        {Content::RealNumber, {"NumericValue"}},
-        {Content::NumberOfNode, {"Inc", "Max", "Min", "Value", "ValueDefault", "ValueIndexed"}},
-        {Content::Node, {"p1212Parser", "pAlias", "pCastAlias", "pDependent", "pEnumEntry", "pError", "pFeature",
-                            "pInvalidator", "pPort", "pSelected", "pSelecting", "pTerminal"}},
-        {Content::NodeWithValue, {"pAddress", "pBlockPolling", "pChunkID", "pCommandValue", "pInc", "pIndex",
-                                     "pIsAvailable", "pIsImplemented", "pIsLocked", "pLength", "pMax", "pMin", "pValue",
-                                     "pValueCopy", "pValueDefault", "pValueIndexed", "pVariable"}}};
-    return table;
+    static const auto rows = [&table]
+    {
+        std::unordered_map<std::string_view, const Row*> all;
+        for (const Row& row : table)
+            all.emplace(row.tag, &row);
+        return all;
+    }();
+    const auto found = rows.find(tag);
+    return found == rows.end() ? nullptr : found->second;
 }
 
-/// Elements that a node may have more than one of.
-const Words& Repeating()
+template <class Table>
+std::vector<std::string_view> TagsOf(const Table& table)
 {
-    static const Words tags = {"Address", "Constant", "Expression", "Extension", "Input", "NumericValue", "pAddress",
-        "pBlockPolling", "pDependent", "pEnumEntry", "pError", "pFeature", "pIndex", "pInvalidator", "pSelected",
-        "pSelecting", "pTerminal", "pValueCopy", "pValueIndexed", "pVariable", "ValueIndexed"};
+    std::vector<std::string_view> tags;
+    for (const auto& row : table)
+        tags.push_back(row.tag);
     return tags;
-}
-
-struct WordsOfElements
-{
-    Words tags;
-    Words words;
-};
-
-const std::vector<WordsOfElements>& WordTable()
-{
-    static const std::vector<WordsOfElements> table = {{{"AccessMode", "ImposedAccessMode"}, {"RO", "WO", "RW"}},
-        {{"Cachable"}, {"NoCache", "WriteThrough", "WriteAround"}},
-        {{"CacheChunkData", "IsDeprecated", "IsLinear", "IsSelfClearing", "Streamable", "SwapEndianess"},
-            {"Yes", "No"}},
-        {{"Endianess"}, {"BigEndian", "LittleEndian"}},
-        {{"Representation"},
-            {"Linear", "Logarithmic", "Boolean", "PureNumber", "HexNumber", "IPV4Address", "MACAddress"}},
-        {{"Sign"}, {"Signed", "Unsigned"}}, {{"Slope"}, {"Increasing", "Decreasing", "Varying", "Automatic"}},
-        {{"ImposedVisibility", "Visibility"}, {"Beginner", "Expert", "Guru", "Invisible"}}};
-    return table;
-}
-
-struct PlacesOfElements
-{
-    Words tags;
-    std::vector<std::string_view> kinds;
-};
-
-/// Elements that do something in some nodes only. Nodes that the SDK does not read may hold what they like.
-const std::vector<PlacesOfElements>& PlaceTable()
-{
-    static const std::vector<PlacesOfElements> table = {
-        {{"AccessMode", "Cachable", "Endianess", "Sign"},
-            {"Converter", "FloatReg", "IntConverter", "IntReg", "IntSwissKnife", "MaskedIntReg", "Port", "Register",
-                "StringReg", "StructEntry", "StructReg", "SwissKnife"}},
-        {{"Address", "pAddress", "Length", "pLength", "pPort"},
-            {"FloatReg", "IntReg", "MaskedIntReg", "Register", "StringReg", "StructReg"}},
-        {{"Bit", "LSB", "MSB"}, {"MaskedIntReg", "StructEntry"}}, {{"CommandValue", "pCommandValue"}, {"Command"}},
-        {{"OffValue", "OnValue"}, {"Boolean"}}, {{"Formula"}, {"IntSwissKnife", "SwissKnife"}},
-        {{"FormulaFrom", "FormulaTo"}, {"Converter", "IntConverter"}},
-        {{"Constant", "Expression", "pVariable"}, {"Converter", "IntConverter", "IntSwissKnife", "SwissKnife"}},
-        {{"pEnumEntry"}, {"Enumeration"}}, {{"pFeature"}, {"Category"}}};
-    return table;
-}
-
-const std::vector<Need>& Needs()
-{
-    static const std::vector<std::string_view> registers = {
-        "IntReg", "MaskedIntReg", "FloatReg", "StringReg", "Register", "StructReg"};
-    static const std::vector<Need> needs = {
-        {registers, {"pPort"}, "pPort"},
-        {registers, {"Address", "pAddress", "pIndex", "IntSwissKnife", "SwissKnife"}, "Address"},
-        {registers, {"Length", "pLength"}, "Length"},
-        {{"MaskedIntReg", "StructEntry"}, {"Bit", "LSB"}, "LSB"},
-        {{"MaskedIntReg", "StructEntry"}, {"Bit", "MSB"}, "MSB"},
-        {{"Integer", "Float", "Boolean", "Enumeration", "String", "Command"}, {"Value", "pValue", "pIndex"}, "value"},
-        {{"EnumEntry"}, {"Value"}, "value"},
-        {{"Command"}, {"CommandValue", "pCommandValue"}, "CommandValue"},
-        {{"Converter", "IntConverter"}, {"pValue"}, "pValue"},
-        {{"Converter", "IntConverter"}, {"FormulaFrom", "FormulaTo"}, "formula"},
-        {{"SwissKnife", "IntSwissKnife"}, {"Formula"}, "formula"},
-        {{"Enumeration"}, {"EnumEntry", "pEnumEntry"}, "entries"},
-    };
-    return needs;
-}
-
-KindSet UnreadKinds()
-{
-    KindSet set = 0;
-    for (const std::string& each : NodeKinds())
-        if (const NodeKind* kind = FindNodeKind(each); !kind->isRead)
-            set |= kind->bit;
-    return set;
-}
-
-KindSet SetOf(const std::vector<std::string_view>& kinds)
-{
-    static const KindSet unread = UnreadKinds();
-    KindSet set = unread;
-    for (std::string_view each : kinds)
-        set |= FindNodeKind(each)->bit;
-    return set;
 }
 
 } // namespace
 
-const ElementKind* FindElementKind(std::string_view tag)
-{
-    static const auto kinds = []
-    {
-        std::unordered_map<std::string_view, ElementKind> all;
-        for (const Elements& row : Table())
-            for (const std::string& each : row.tags)
-                all[each] = {all.size(), row.content};
-        for (const std::string& each : Repeating())
-            all.at(each).mayRepeat = true;
-        for (const WordsOfElements& row : WordTable())
-            for (const std::string& each : row.tags)
-                all.at(each).words = &row.words;
-        for (const PlacesOfElements& row : PlaceTable())
-            for (const std::string& each : row.tags)
-                all.at(each).places = SetOf(row.kinds);
-        return all;
-    }();
-    const auto known = kinds.find(tag);
-    return known == kinds.end() ? nullptr : &known->second;
-}
-
-bool CanContain(std::string_view outer, std::string_view inner)
-{
-    if (inner == "EnumEntry")
-        return outer == "Enumeration";
-    if (inner == "StructEntry")
-        return outer == "StructReg";
-    return inner == "IntSwissKnife" || inner == "SwissKnife"; // Addresses that are worked out.
-}
-
 const NodeKind* FindNodeKind(std::string_view tag)
 {
-    static const auto kinds = []
-    {
-        std::unordered_map<std::string_view, NodeKind> all;
-        for (const std::string& each : NodeKinds())
-            all[each].bit = 1U << all.size();
-        for (const Need& need : Needs())
-            for (std::string_view each : need.kinds)
-                all[each].needs.push_back(&need);
-        for (const char* each : {"AdvFeatureLock", "ConfRom", "DcamLock", "IntKey", "Node", "SmartFeature", "TextDesc"})
-            all[each].isRead = false;
-        return all;
-    }();
-    const auto found = kinds.find(tag);
-    return found == kinds.end() ? nullptr : &found->second;
+    return Find(NodeTable, tag);
 }
 
-bool IsRead(std::string_view tag)
+const ElementKind* FindElementKind(std::string_view tag)
 {
-    const NodeKind* const kind = FindNodeKind(tag);
-    return kind != nullptr && kind->isRead;
+    return Find(ElementTable, tag);
 }
 
-const std::vector<std::string>& NodeKinds()
+const std::vector<Need>& Needs()
 {
-    static const std::vector<std::string> kinds = {"AdvFeatureLock", "Boolean", "Category", "Command", "ConfRom",
-        "Converter", "DcamLock", "EnumEntry", "Enumeration", "Float", "FloatReg", "IntConverter", "IntKey", "IntReg",
-        "IntSwissKnife", "Integer", "MaskedIntReg", "Node", "Port", "Register", "SmartFeature", "String", "StringReg",
-        "StructEntry", "StructReg", "SwissKnife", "TextDesc"};
-    return kinds;
+    static const std::vector<Need> needs = {
+        {T::Register, {"pPort"}, "pPort"},
+        {T::Register, {"Address", "pAddress", "pIndex", "IntSwissKnife", "SwissKnife"}, "Address"},
+        {T::Register, {"Length", "pLength"}, "Length"},
+        {T::Masked, {"Bit", "LSB"}, "LSB"},
+        {T::Masked, {"Bit", "MSB"}, "MSB"},
+        {T::Holder, {"Value", "pValue", "pIndex"}, "value"},
+        {T::Entry, {"Value"}, "value"},
+        {T::Command, {"CommandValue", "pCommandValue"}, "CommandValue"},
+        {T::Converter, {"pValue"}, "pValue"},
+        {T::Converter, {"FormulaFrom", "FormulaTo"}, "formula"},
+        {T::Knife, {"Formula"}, "formula"},
+        {T::Enumeration, {"EnumEntry", "pEnumEntry"}, "entries"},
+    };
+    return needs;
 }
 
-const std::vector<std::string>& ElementsOfNodes()
+bool CanContain(const NodeKind& outer, const NodeKind& inner)
 {
-    static const std::vector<std::string> elements = []
-    {
-        std::vector<std::string> all;
-        for (const Elements& row : Table())
-            all.insert(all.end(), row.tags.begin(), row.tags.end());
-        return all;
-    }();
-    return elements;
+    return inner.whole.empty() ? inner.Is(Trait::Knife) : inner.whole == outer.tag; // Addresses can be worked out.
+}
+
+const std::vector<std::string_view>& TagsOfNodes()
+{
+    static const std::vector<std::string_view> tags = TagsOf(NodeTable);
+    return tags;
+}
+
+const std::vector<std::string_view>& TagsOfElements()
+{
+    static const std::vector<std::string_view> tags = TagsOf(ElementTable);
+    return tags;
 }
 
 } // namespace OPX::KltAPI

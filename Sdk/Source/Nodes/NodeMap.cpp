@@ -35,6 +35,7 @@ class NodeError
 {
 public:
     explicit NodeError(const GError* error) : m_error(g_error_copy(error)) {}
+    NodeError(KltErrorType code, const char* text) : m_error(g_error_new_literal(OwnErrorDomain(), code, text)) {}
     NodeError(const NodeError& other) : m_error(g_error_copy(other.m_error)) {}
     ~NodeError() { g_error_free(m_error); }
     NodeError& operator=(const NodeError&) = delete;
@@ -72,7 +73,7 @@ Number ValueOf(ArvGcNode* node)
         return Number(Checked([&](GError** error) { return arv_gc_float_get_value(ARV_GC_FLOAT(node), error); }));
     if (ARV_IS_GC_BOOLEAN(node))
         return ToNumber(Checked([&](GError** error) { return arv_gc_boolean_get_value(ARV_GC_BOOLEAN(node), error); }));
-    throw FormulaError(KltErrorNotFound, "A formula needs a node that is not there");
+    throw NodeError(KltErrorNotFound, "A formula needs a node that is not there");
 }
 
 Number LimitOf(ArvGcNode* node, bool maximum)
@@ -91,7 +92,7 @@ Number LimitOf(ArvGcNode* node, bool maximum)
                 return maximum ? arv_gc_float_get_max(ARV_GC_FLOAT(node), error)
                                : arv_gc_float_get_min(ARV_GC_FLOAT(node), error);
             }));
-    throw FormulaError(KltErrorNotFound, "A converter needs a node that is not there");
+    throw NodeError(KltErrorNotFound, "A converter needs a node that is not there");
 }
 
 /// The formulas of one node, ready to be evaluated.
@@ -177,6 +178,12 @@ NodeFormulas* FormulasOf(gpointer node)
     return formulas;
 }
 
+KltErrorType CodeOf(const FormulaError& error)
+{
+    const bool isTooLarge = error.What() == FormulaError::Overflow || error.What() == FormulaError::NotWhole;
+    return isTooLarge ? KltErrorResources : KltErrorOther;
+}
+
 /// Evaluates something. Nothing is thrown through Aravis, which is written in C.
 template <class Result, class Work>
 Result Guarded(Result fallback, GError** error, Work work)
@@ -191,7 +198,7 @@ Result Guarded(Result fallback, GError** error, Work work)
     }
     catch (const FormulaError& failure)
     {
-        g_set_error_literal(error, OwnErrorDomain(), failure.Code(), failure.what());
+        g_set_error_literal(error, OwnErrorDomain(), CodeOf(failure), failure.what());
     }
     catch (const std::exception& failure)
     {
@@ -210,7 +217,7 @@ Number ReadFormula(gpointer node, NodeFormulas& formulas)
 void Require(bool sound)
 {
     if (!sound)
-        throw FormulaError(KltErrorInvalidValue, "A converted value is out of range");
+        throw NodeError(KltErrorInvalidValue, "A converted value is out of range");
 }
 
 /// What a converter makes of \a value is rounded to the nearest integer: 0.29 * 100 is less than 29.
@@ -254,7 +261,7 @@ void WriteConverted(NodeFormulas& formulas, const Number& value)
             { return arv_gc_float_set_value(ARV_GC_FLOAT(node), converted.AsReal(), error), true; });
     }
     else
-        throw FormulaError(KltErrorNotFound, "A converter needs a node that is not there");
+        throw NodeError(KltErrorNotFound, "A converter needs a node that is not there");
 }
 
 /// The limit of what a converter yields. If it cannot be evaluated, there is none.

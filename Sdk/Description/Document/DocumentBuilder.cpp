@@ -1,0 +1,336 @@
+#include "Document/DocumentBuilder.h"
+
+#include "Document/DocumentLimits.h"
+#include "Document/Texts.h"
+
+#include <libxml/SAX2.h>
+#include <libxml/parser.h>
+#include <libxml/parserInternals.h>
+
+#include <algorithm>
+#include <exception>
+#include <functional>
+#include <mutex>
+#include <new>
+
+namespace OPX::KltAPI
+{
+namespace
+{
+
+std::string_view ToView(const xmlChar* text)
+{
+    return text == nullptr ? std::string_view() : reinterpret_cast<const char*>(text);
+}
+
+std::string_view ToView(const xmlChar* begin, const xmlChar* end)
+{
+    return {reinterpret_cast<const char*>(begin), static_cast<std::size_t>(end - begin)};
+}
+
+std::size_t SizeOf(const NodeKind* kind)
+{
+    if (kind == nullptr || !kind->Is(Trait::Formula | Trait::Register))
+        return SizeOfElement;
+    return kind->Is(Trait::Formula) ? SizeOfFormula : SizeOfRegister;
+}
+
+/// The parser is at the end of a start tag. The lines in libxml2's own tree end at 65535.
+int LineOfTag(const xmlParserInput& input)
+{
+    int line = input.line;
+    for (const xmlChar* at = input.cur; at > input.base && *at != '<'; --at)
+        line -= *at == '\n' ? 1 : 0;
+    return line;
+}
+
+/// What is wrong with the text of a document.
+Problem ProblemOf(const xmlError& error)
+{
+    const std::string tag = error.str1 == nullptr ? "" : "<" + std::string(error.str1) + "> has no end tag";
+    const bool knowsBegin = error.int1 > 0 && !tag.empty();
+    if (knowsBegin && error.code == XML_ERR_TAG_NOT_FINISHED)
+        return {tag, error.int1};
+    if (knowsBegin && error.code == XML_ERR_TAG_NAME_MISMATCH && error.str2 != nullptr)
+        return {tag + " before the </" + error.str2 + "> in line " + std::to_string(error.line), error.int1};
+    if (error.message == nullptr)
+        return {"it is not well-formed XML"};
+    std::string message = Trimmed(std::string(error.message));
+    if (!message.empty() && message.back() == '.')
+        message.pop_back();
+    return {message, error.line};
+}
+
+} // namespace
+
+void DocumentBuilder::Parse(int firstLine)
+{
+    const ParserPtr parser = NewParser(firstLine);
+    if (!parser)
+        return Refuse("there is not enough memory");
+    xmlParseDocument(parser.get());
+    if (!m_document.m_problem && parser->wellFormed == 0)
+        m_document.m_problem = ProblemOf(m_error);
+}
+
+DocumentBuilder::ParserPtr DocumentBuilder::NewParser(int firstLine)
+{
+    static std::once_flag initialised;
+    std::call_once(initialised, xmlInitParser);
+    ParserPtr parser(xmlNewParserCtxt(), &xmlFreeParserCtxt);
+    // Not copied: most texts in the tree are places in it.
+    xmlParserInputBuffer* const buffer = xmlParserInputBufferCreateStatic(
+        m_document.m_xml.data(), static_cast<int>(m_document.m_xml.size()), XML_CHAR_ENCODING_NONE);
+    xmlParserInput* const input =
+        parser && buffer != nullptr ? xmlNewIOInputStream(parser.get(), buffer, XML_CHAR_ENCODING_NONE) : nullptr;
+    if (input == nullptr)
+    {
+        xmlFreeParserInputBuffer(buffer);
+        return {nullptr, &xmlFreeParserCtxt};
+    }
+    inputPush(parser.get(), input);
+    xmlSAXHandler& handler = *parser->sax;
+    handler = xmlSAXHandler();
+    handler.initialized = XML_SAX2_MAGIC;
+    handler.startElementNs = OnBegin;
+    handler.endElementNs = OnEnd;
+    handler.characters = OnText;
+    handler.ignorableWhitespace = OnText;
+    handler.cdataBlock = OnCdata;
+    handler.comment = OnComment;
+    handler.processingInstruction = OnInstruction;
+    handler.serror = OnError; // Whether the error is constant depends on the version of libxml2.
+    // No network, and nothing printed: the caller reports. XML_PARSE_HUGE lifts the limits of the parser, which long
+    // texts would hit; ours are checked first. There are no entities except &amp; and the like.
+    xmlCtxtUseOptions(
+        parser.get(), XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE | XML_PARSE_NOENT);
+    parser->_private = this;
+    input->line = firstLine;
+    return parser;
+}
+
+/// Calls \a take with the builder. Nothing may be thrown through the parser, which is written in C.
+template <class Take>
+void DocumentBuilder::Pass(void* context, Take take)
+{
+    auto* parser = static_cast<xmlParserCtxt*>(context);
+    DocumentBuilder& builder = *static_cast<DocumentBuilder*>(parser->_private);
+    Problem& problem = builder.m_document.m_problem;
+    if (problem)
+        return;
+    try
+    {
+        take(builder, *parser->input);
+        if (problem)
+            problem.line = parser->input->line;
+    }
+    catch (const std::exception& error)
+    {
+        problem.text = error.what();
+    }
+    if (problem)
+        xmlStopParser(parser);
+}
+
+template <class Error>
+void DocumentBuilder::OnError(void* context, Error* error)
+{
+    auto& builder = *static_cast<DocumentBuilder*>(static_cast<xmlParserCtxt*>(context)->_private);
+    if (error->level == XML_ERR_FATAL && builder.m_error.code == XML_ERR_OK)
+        xmlCopyError(error, &builder.m_error);
+}
+
+void DocumentBuilder::OnBegin(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* /*uri*/,
+    int /*spaces*/, const xmlChar** /*spaceList*/, int count, int /*defaulted*/, const xmlChar** attributes)
+{
+    Pass(context, [&](DocumentBuilder& builder, const xmlParserInput& input)
+        { builder.Begin(name, prefix, attributes, count, LineOfTag(input)); });
+}
+
+void DocumentBuilder::OnEnd(void* context, const xmlChar* /*name*/, const xmlChar* /*prefix*/, const xmlChar* /*uri*/)
+{
+    Pass(context, [](DocumentBuilder& builder, const xmlParserInput& /*input*/) { builder.End(); });
+}
+
+void DocumentBuilder::OnText(void* context, const xmlChar* text, int length)
+{
+    Pass(context, [&](DocumentBuilder& builder, const xmlParserInput& /*input*/)
+        { builder.TakeText(ToView(text, text + length)); });
+}
+
+void DocumentBuilder::OnCdata(void* context, const xmlChar* text, int length)
+{
+    Pass(context,
+        [&](DocumentBuilder& builder, const xmlParserInput& /*input*/)
+        {
+            builder.NoticeMoreThanText();
+            builder.TakeText(ToView(text, text + length));
+        });
+}
+
+void DocumentBuilder::OnComment(void* context, const xmlChar* /*text*/)
+{
+    Pass(context, [](DocumentBuilder& builder, const xmlParserInput& /*input*/) { builder.NoticeMoreThanText(); });
+}
+
+void DocumentBuilder::OnInstruction(void* context, const xmlChar* /*target*/, const xmlChar* /*data*/)
+{
+    OnComment(context, nullptr);
+}
+
+void DocumentBuilder::Begin(const xmlChar* name, const xmlChar* prefix, const xmlChar** attributes, int count, int line)
+{
+    const Tag tag = TagOf(name, prefix);
+    m_size += SizeOf(tag.node);
+    if (m_size > MaximumSize)
+        return Refuse("it has too many elements");
+    if (m_ignored > 0 || ToView(name) == "Extension")
+    {
+        ++m_ignored;
+        return;
+    }
+    if (m_open.empty())
+        CheckRoot(ToView(name), prefix != nullptr);
+    else if (m_open.size() > MaximumNesting + 1)
+        Refuse("its elements are nested too deeply");
+    // A group within a node holds nothing of that node.
+    else if (tag.text == "Group" && m_open.back().element == &m_document.m_root)
+        return m_open.push_back(m_open.back());
+    Element& element = NewElement();
+    element.tag = tag.text;
+    element.node = tag.node;
+    element.element = tag.element;
+    element.line = line;
+    TakeAttributes(element, attributes, count);
+    m_open.push_back({&element, nullptr});
+}
+
+void DocumentBuilder::CheckRoot(std::string_view name, bool isPrefixed)
+{
+    if (name != "RegisterDescription")
+        Refuse("its root element is not RegisterDescription");
+    else if (isPrefixed) // Aravis knows no namespaces.
+        Refuse("its root element has a prefix; make its namespace the default one (xmlns=...)");
+}
+
+void DocumentBuilder::End()
+{
+    if (m_ignored > 0)
+    {
+        --m_ignored;
+        return;
+    }
+    KeepGathered();
+    const Open ended = m_open.back();
+    m_open.pop_back();
+    // Where a group ends, what is behind it goes on.
+    if (!m_open.empty() && m_open.back().element == ended.element)
+        m_open.back().lastChild = ended.lastChild;
+}
+
+void DocumentBuilder::TakeText(std::string_view text)
+{
+    if (m_ignored > 0 || m_open.empty() || m_open.back().lastChild != nullptr)
+        return;
+    std::string_view& content = m_open.back().element->content;
+    if (m_gathered.empty() && IsInXml(text) && (content.empty() || content.data() + content.size() == text.data()))
+    {
+        content = {content.empty() ? text.data() : content.data(), content.size() + text.size()};
+        return;
+    }
+    if (m_gathered.empty())
+        m_gathered = content;
+    m_gathered += text;
+}
+
+void DocumentBuilder::NoticeMoreThanText()
+{
+    if (m_ignored == 0 && !m_open.empty())
+        m_open.back().element->holdsMoreThanText = true;
+}
+
+void DocumentBuilder::KeepGathered()
+{
+    if (!m_gathered.empty())
+        m_open.back().element->content = Kept(m_gathered);
+    m_gathered.clear();
+}
+
+/// A new element where the parser is.
+Element& DocumentBuilder::NewElement()
+{
+    if (m_open.empty())
+        return m_document.m_root;
+    KeepGathered();
+    Open& parent = m_open.back();
+    auto* const element = new (m_document.m_memory.allocate(sizeof(Element), alignof(Element))) Element;
+    (parent.lastChild == nullptr ? parent.element->firstChild : parent.lastChild->next) = element;
+    parent.lastChild = element;
+    parent.element->holdsMoreThanText = true;
+    return *element;
+}
+
+void DocumentBuilder::TakeAttributes(Element& element, const xmlChar** attributes, int count)
+{
+    Attribute* kept = nullptr;
+    for (int i = 0; i < count; ++i)
+    {
+        const xmlChar** const attribute = attributes + 5 * i; // Name, prefix, namespace, begin and end of the value.
+        const std::string_view name = NameOf(attribute[0], attribute[1]);
+        const std::string_view value = Kept(ToView(attribute[3], attribute[4]));
+        if (name == "Name")
+        {
+            element.name = value;
+            continue;
+        }
+        if (kept == nullptr)
+            kept = static_cast<Attribute*>(m_document.m_memory.allocate(
+                sizeof(Attribute) * static_cast<std::size_t>(count - i), alignof(Attribute)));
+        new (&kept[element.attributeCount++]) Attribute{name, value};
+    }
+    element.attributes = kept;
+}
+
+DocumentBuilder::Tag DocumentBuilder::TagOf(const xmlChar* name, const xmlChar* prefix)
+{
+    if (prefix != nullptr) // Known to nobody.
+        return {NameOf(name, prefix), nullptr, nullptr};
+    const auto known = m_tags.find(name);
+    if (known != m_tags.end())
+        return known->second;
+    const NodeKind* const node = FindNodeKind(ToView(name));
+    const ElementKind* const element = FindElementKind(ToView(name));
+    const std::string_view text = node != nullptr      ? node->tag
+                                  : element != nullptr ? element->tag
+                                                       : NameOf(name, prefix);
+    return m_tags.emplace(name, Tag{text, node, element}).first->second;
+}
+
+/// A name as the SDK knows it: namespaces mean nothing to it.
+std::string_view DocumentBuilder::NameOf(const xmlChar* name, const xmlChar* prefix)
+{
+    if (prefix != nullptr)
+        return Kept(std::string(ToView(prefix)).append(":").append(ToView(name)));
+    std::string_view& known = m_names[name];
+    if (known.empty())
+        known = Kept(ToView(name));
+    return known;
+}
+
+std::string_view DocumentBuilder::Kept(std::string_view text)
+{
+    if (text.empty() || IsInXml(text))
+        return text;
+    auto* const copy = static_cast<char*>(m_document.m_memory.allocate(text.size(), 1));
+    std::copy(text.begin(), text.end(), copy);
+    return {copy, text.size()};
+}
+
+bool DocumentBuilder::IsInXml(std::string_view text) const
+{
+    const std::string& xml = m_document.m_xml;
+    const std::less_equal<const char*> isUpTo;
+    return isUpTo(xml.data(), text.data()) && isUpTo(text.data() + text.size(), xml.data() + xml.size());
+}
+
+} // namespace OPX::KltAPI
