@@ -33,7 +33,7 @@ struct DescriptionElement
 /// Reads a description that the SDK has accepted. What is returned is the root element; its children are the nodes of
 /// the camera, those in groups among them. What extensions hold is left out. Names are those that the SDK knows, with
 /// their prefixes.
-/// \param xml as `Camera::GetDescription` delivers it
+/// \param xml as `GetDescription` delivers it
 /// \param firstLine the line of the file in which it begins
 DescriptionElement ReadNodes(const std::string& xml, int firstLine = 1);
 
