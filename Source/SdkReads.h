@@ -13,13 +13,13 @@
 #include <string>
 #include <vector>
 
-/// Reads a text of \a object through one of its getters, for example `ReadString(feature, &Feature::GetName, name)`.
+/// Reads a text with \a read, which gets a buffer and its length and returns the SDK's code.
 /// \return whether both calls succeeded and there was memory for the text; if not, \a text is unchanged
-template <class T>
-bool ReadString(const T& object, KltErrorType (T::*getter)(char*, unsigned int&) const, std::string& text)
+template <class Read>
+bool ReadText(Read read, std::string& text)
 {
     unsigned int length = 0;
-    if ((object.*getter)(nullptr, length) != KltErrorSuccess)
+    if (read(nullptr, length) != KltErrorSuccess)
         return false;
     if (length == 0)
     {
@@ -30,7 +30,7 @@ bool ReadString(const T& object, KltErrorType (T::*getter)(char*, unsigned int&)
     {
         // One byte more than asked for: the SDK does not say whether it counts a terminating zero.
         std::string buffer(static_cast<std::size_t>(length) + 1, '\0');
-        if ((object.*getter)(&buffer[0], length) != KltErrorSuccess)
+        if (read(&buffer[0], length) != KltErrorSuccess)
             return false;
         // Up to the first zero byte.
         text = buffer.c_str(); // NOLINT(readability-redundant-string-cstr)
@@ -40,6 +40,13 @@ bool ReadString(const T& object, KltErrorType (T::*getter)(char*, unsigned int&)
     {
         return false;
     }
+}
+
+/// Reads a text of \a object through one of its getters, for example `ReadString(feature, &Feature::GetName, name)`.
+template <class T>
+bool ReadString(const T& object, KltErrorType (T::*getter)(char*, unsigned int&) const, std::string& text)
+{
+    return ReadText([&](char* buffer, unsigned int& length) { return (object.*getter)(buffer, length); }, text);
 }
 
 /// The same as a returned value: empty if the text cannot be read.

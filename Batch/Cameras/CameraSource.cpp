@@ -1,6 +1,7 @@
 #include "Cameras/CameraSource.h"
 
 #include "Base/ExitCodes.h"
+#include "Cameras/SdkExtensions.h"
 #include "KoltaHelper.h"
 #include "SdkReads.h"
 
@@ -101,8 +102,8 @@ std::string RegularFile(const std::string& file)
 /// Looks at this file and at nothing else.
 CameraPtr Simulate(const std::string& file)
 {
-    CameraPtr camera;
-    if (Camera::FromDescription(RegularFile(file).c_str(), camera) != KltErrorSuccess)
+    const CameraPtr camera = SimulatedCamera(RegularFile(file));
+    if (!camera)
         throw CommandError(ExitCamera, "The description '" + file + "' cannot be used.");
     return camera;
 }
@@ -194,7 +195,8 @@ namespace
 
 KltErrorType GetDescription(const Camera& camera, std::string& description)
 {
-    return ReadString(camera, &Camera::GetDescription, description) ? KltErrorSuccess : KltErrorOther;
+    description = DescriptionOf(camera);
+    return description.empty() ? KltErrorOther : KltErrorSuccess;
 }
 
 /// The line in which a description begins. Some tools put one of their own before it; the SDK leaves that out.
@@ -263,7 +265,7 @@ CameraNodes ReadNodes(const CameraChoice& choice)
             if (result != KltErrorSuccess)
                 return result;
             const bool isFile = !choice.descriptionFile.empty();
-            nodes.root = ReadNodes(description, isFile ? FirstLine(TextOf(*camera, &Camera::GetAddress)) : 1);
+            nodes.root = ReadNodes(description, isFile ? FirstLine(AddressOf(*camera)) : 1);
             unsigned int count = 0;
             result = camera->GetFeatures(nullptr, count);
             nodes.hasFeatures = count > 0;

@@ -5,6 +5,7 @@
 #include "Base/PrintJson.h"
 #include "Cameras/CameraSource.h"
 #include "Cameras/FeatureTable.h"
+#include "Cameras/SdkExtensions.h"
 #include "Commands/ValidateCommand.h"
 #include "Document/Texts.h"
 #include "SdkReads.h"
@@ -79,8 +80,8 @@ void ListCameras(bool json)
     {
         const std::string model = TextOf(*camera, &Camera::GetName);
         const std::string serialNumber = TextOf(*camera, &Camera::GetSerialNumber);
-        const std::string transport = TextOf(*camera, &Camera::GetTransport);
-        const std::string address = TextOf(*camera, &Camera::GetAddress);
+        const std::string transport = TransportOf(*camera);
+        const std::string address = AddressOf(*camera);
         if (json)
             array.append(QJsonObject{{"model", QString::fromStdString(model)},
                 {"serialNumber", QString::fromStdString(serialNumber)},

@@ -1,5 +1,8 @@
 #include "SdkFixture.h"
 
+#include "Safety/SafeDescription.h"
+
+#include <KoltaCPP/Extensions.h>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -20,6 +23,14 @@ protected:
     {
         std::filesystem::copy(CAMERAS "/" + camera + ".xml", m_folder);
         Open(camera);
+    }
+
+    std::string Told(KltErrorType (*getter)(const Camera&, char*, unsigned int&)) const
+    {
+        std::string text;
+        EXPECT_TRUE(
+            ReadText([&](char* buffer, unsigned int& length) { return getter(*m_camera, buffer, length); }, text));
+        return text;
     }
 };
 
@@ -237,11 +248,11 @@ TEST_F(Simulated, CamerasAreMadeFromAnyFileWithoutTheSystem)
     std::filesystem::copy(CAMERAS "/Zoo.xml", path);
     std::filesystem::last_write_time(path, {});
     Write("a\tb: c%s.values", "I = 14\n");
-    ASSERT_EQ(Camera::FromDescription(path.c_str(), m_camera), 0);
+    ASSERT_EQ(FromDescription(path.c_str(), m_camera), 0);
     EXPECT_EQ(Text(*m_camera, &Camera::GetName), "Model");
     EXPECT_EQ(Text(*m_camera, &Camera::GetSerialNumber), "a_b: c%s");
-    EXPECT_EQ(Text(*m_camera, &Camera::GetTransport), "simulated");
-    EXPECT_EQ(Text(*m_camera, &Camera::GetAddress), path.string());
+    EXPECT_EQ(Told(&GetTransport), "simulated");
+    EXPECT_EQ(Told(&GetAddress), path.string());
     EXPECT_EQ(m_camera->Open(1), 0);
     KltInt64_t value = 0;
     EXPECT_TRUE(Feature("I")->GetValue(value) == 0 && value == 14);
@@ -251,11 +262,42 @@ TEST_F(Simulated, CamerasAreMadeFromAnyFileWithoutTheSystem)
     Write("a\tb: c%s.xml", std::string(std::filesystem::file_size(path), '-'));
     EXPECT_EQ(before->Open(1), KltErrorNotFound);
     testing::internal::CaptureStderr();
-    EXPECT_EQ(Camera::FromDescription(path.c_str(), m_camera), KltErrorNotFound);
+    EXPECT_EQ(FromDescription(path.c_str(), m_camera), KltErrorNotFound);
     EXPECT_EQ(
         testing::internal::GetCapturedStderr(), "KoltaCPP: " + m_folder.string() + "/a_b: c%s.xml: it holds no XML\n");
+    testing::internal::CaptureStderr();
+    DescriptionProblem problem;
+    Write("Other.xml", "\n<a/>");
+    EXPECT_EQ(FromDescription((m_folder / "Other.xml").c_str(), m_camera, problem), KltErrorNotFound);
+    EXPECT_EQ(std::to_string(problem.line) + " " + problem.text, "2 its root element is not RegisterDescription");
+    EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
     EXPECT_EQ(m_camera.get(), before.get());
-    EXPECT_EQ(Camera::FromDescription(nullptr, m_camera), KltErrorBadParameter);
+    EXPECT_EQ(FromDescription(nullptr, m_camera), KltErrorBadParameter);
+}
+
+TEST_F(Simulated, CamerasAreMadeFromCheckedText)
+{
+    SafeDescription checked = ReadDescription(CAMERAS "/Chains.xml");
+    Write("Ch.ains.values", "Gain = 0.5\n");
+    const std::string path = (m_folder / "Ch.ains.xml").string();
+    ASSERT_EQ(FromCheckedDescription(checked.xml.data(), checked.xml.size(), "Name", path.c_str(), m_camera), 0);
+    checked.xml.assign(checked.xml.size(), 'x');
+    EXPECT_EQ(Told(&GetAddress) + " " + Text(*m_camera, &Camera::GetSerialNumber), path + " Ch.ains");
+    ASSERT_EQ(m_camera->Open(1), 0);
+    // There is no such file, and none is missed.
+    Expect({"Gain: 0.5", "Copied = 5: 0", "First: 5", "Second: 5"});
+    EXPECT_EQ(Told(&GetDescription), ReadDescription(CAMERAS "/Chains.xml").xml);
+
+    std::filesystem::current_path(m_folder);
+    Write(".values", "I = 14\n");
+    checked = ReadDescription(CAMERAS "/Zoo.xml");
+    ASSERT_EQ(FromCheckedDescription(checked.xml.data(), checked.xml.size(), "Name", nullptr, m_camera), 0);
+    EXPECT_EQ(Told(&GetAddress) + " " + Text(*m_camera, &Camera::GetSerialNumber), " Name");
+    EXPECT_EQ(m_camera->Open(1), 0);
+    EXPECT_EQ(Get("I"), "10");
+    std::filesystem::current_path(m_folder.parent_path());
+    EXPECT_EQ(FromCheckedDescription(nullptr, 0, "Name", nullptr, m_camera), KltErrorBadParameter);
+    EXPECT_EQ(FromCheckedDescription("", 0, nullptr, nullptr, m_camera), KltErrorBadParameter);
 }
 
 TEST_F(Simulated, MasksOfEitherByteOrderAreWritten)

@@ -57,20 +57,10 @@ protected:
 /// up. The camera is closed and destroyed with its last handle; its features may live longer.
 ///
 /// This interface is for features. It transfers no images and delivers no events; ranges, increments and units are in
-/// `GetDescription` only.
+/// the camera's description only, which `Extensions.h` hands out.
 class KOLTACPP_EXPORT Camera : public FeatureContainer
 {
 public:
-    /// Makes a camera that is simulated from a description file.
-    ///
-    /// The SDK need not be started, KOLTA_TRANSPORTS does not matter, and the camera is in no list. The file is read
-    /// and checked in this call; what is wrong with it is reported on standard error. The camera's name is that of the
-    /// model, its serial number is the name of the file without the extension, and its address is \a path.
-    /// \param path an .xml or .zip file; any characters
-    /// \param camera unchanged after an error
-    /// \return `KltErrorNotFound` when the file cannot be used, `KltErrorBadParameter` for a null pointer
-    static KltErrorType FromDescription(const char* path, shared_ptr<Camera>& camera);
-
     /// For the library: takes over \a impl.
     explicit Camera(Impl* impl);
 
@@ -82,19 +72,6 @@ public:
 
     /// Identifies the camera; never empty. Read like `Feature::GetName`.
     KltErrorType GetSerialNumber(char* serialNumber, unsigned int& length) const;
-
-    /// How the camera is reached: "simulated", "gige" or "usb3". Read like `Feature::GetName`.
-    KltErrorType GetTransport(char* transport, unsigned int& length) const;
-
-    /// Where the camera is: its address in the network or on the bus, or the description file of a simulated camera.
-    /// Read like `Feature::GetName`.
-    KltErrorType GetAddress(char* address, unsigned int& length) const;
-
-    /// The camera's own description (GenICam XML), unpacked, in the encoding that it declares; megabytes for large
-    /// cameras. Read like `Feature::GetName`. Waits for the calls of other threads.
-    /// \return `KltErrorDeviceNotOpen` for a closed camera, `KltErrorMoreData` when \a length is too small,
-    ///     `KltErrorTimeout` when other threads kept the camera busy
-    KltErrorType GetDescription(char* description, unsigned int& length) const;
 
     /// Opens the camera and reads its description, which may take up to ten seconds.
     /// \return

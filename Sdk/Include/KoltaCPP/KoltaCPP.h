@@ -2,7 +2,7 @@
 #define KOLTACPP_KOLTACPP_H
 
 /// \file
-/// The whole SDK.
+/// The whole interface of the SDK. What only this library has is in `Extensions.h`, which has to be included by name.
 
 #include "KoltaCPP/Camera.h"
 #include "KoltaCPP/EnumEntry.h"

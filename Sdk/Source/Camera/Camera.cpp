@@ -1,10 +1,8 @@
 #include "KoltaCPP/Camera.h"
 
-#include "Base/Report.h"
 #include "Base/TwoCalls.h"
 #include "Camera/CameraImpl.h"
 #include "Camera/FeatureImpl.h"
-#include "Transport/SimulatedCamera.h"
 
 #include <algorithm>
 
@@ -40,20 +38,6 @@ KltErrorType FeatureContainer::GetFeatureByName(const char* name, FeaturePtr& fe
     return m_impl->session->GetFeature(name, feature);
 }
 
-KltErrorType Camera::FromDescription(const char* path, CameraPtr& camera)
-{
-    if (path == nullptr)
-        return KltErrorBadParameter;
-    const DescriptionFile file(path);
-    if (!file.IsUsable())
-    {
-        Report(file.Path().string() + ": " + file.Problem().InOneLine());
-        return KltErrorNotFound;
-    }
-    camera = NewCamera(RecordOf(file));
-    return KltErrorSuccess;
-}
-
 Camera::Camera(Impl* impl) : FeatureContainer(impl)
 {
 }
@@ -71,23 +55,6 @@ KltErrorType Camera::GetName(char* name, unsigned int& length) const
 KltErrorType Camera::GetSerialNumber(char* serialNumber, unsigned int& length) const
 {
     return DeliverText(m_impl->serialNumber, serialNumber, length);
-}
-
-KltErrorType Camera::GetTransport(char* transport, unsigned int& length) const
-{
-    return DeliverText(m_impl->transport, transport, length);
-}
-
-KltErrorType Camera::GetAddress(char* address, unsigned int& length) const
-{
-    return DeliverText(m_impl->address, address, length);
-}
-
-KltErrorType Camera::GetDescription(char* description, unsigned int& length) const
-{
-    std::string xml;
-    const KltErrorType result = m_impl->session->GetDescription(xml);
-    return result == KltErrorSuccess ? DeliverText(xml, description, length) : result;
 }
 
 KltErrorType Camera::Open(KltAccessModeType accessMode)

@@ -18,6 +18,9 @@ struct FeatureContainer::Impl
     std::string transport;
     std::string address;
     std::shared_ptr<Session> session;
+
+    /// For functions that are not members, as those of Extensions.h.
+    static const Impl& Of(const FeatureContainer& container) { return *container.m_impl; }
 };
 
 /// The camera that a scan has found.

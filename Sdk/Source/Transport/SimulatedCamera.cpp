@@ -5,6 +5,8 @@
 #include "Transport/MemoryDevice.h"
 #include "Transport/StartValues.h"
 
+#include <utility>
+
 namespace fs = std::filesystem;
 
 namespace OPX::KltAPI
@@ -12,21 +14,27 @@ namespace OPX::KltAPI
 namespace
 {
 
+KltErrorType Connect(const SafeDescription& description, const fs::path& file, Connection& connection)
+{
+    connection.xml = description.xml;
+    connection.copies = description.copies;
+    connection.device = NewMemoryDevice();
+    connection.patience = std::chrono::seconds(4); // Memory is quick: only a hostile description takes longer.
+    connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
+    connection.description = NewDescription(connection.device.get(), connection.xml);
+    if (!connection.description)
+        return KltErrorOther;
+    if (!file.empty())
+        ApplyStartValues(connection.description.get(), file);
+    return KltErrorSuccess;
+}
+
 KltErrorType Connect(const DescriptionFile& file, Connection& connection)
 {
     if (!file.IsUnchanged())
         return KltErrorNotFound;
-    connection.xml = file.Content().xml;
-    connection.copies = file.Content().copies;
-    connection.device = NewMemoryDevice();
-    connection.patience = std::chrono::seconds(4); // Memory is quick: only a hostile description takes longer.
-    connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
     connection.isThere = [file] { return file.IsUnchanged(); };
-    connection.description = NewDescription(connection.device.get(), connection.xml);
-    if (!connection.description)
-        return KltErrorOther;
-    ApplyStartValues(connection.description.get(), file.Path());
-    return KltErrorSuccess;
+    return Connect(file.Content(), file.Path(), connection);
 }
 
 } // namespace
@@ -60,6 +68,15 @@ CameraRecord RecordOf(const DescriptionFile& file)
 {
     return {file.Id(), file.Content().modelName, WithoutControls(file.Path().stem().string()), "simulated",
         file.Path().string(), [file](Connection& connection) { return Connect(file, connection); }};
+}
+
+CameraRecord RecordOf(SafeDescription description, const fs::path& file)
+{
+    const std::string name = description.modelName;
+    const std::string serialNumber = file.empty() ? name : WithoutControls(file.stem().string());
+    const auto shared = std::make_shared<const SafeDescription>(std::move(description));
+    return {file.string(), name, serialNumber, "simulated", file.string(),
+        [shared, file](Connection& connection) { return Connect(*shared, file, connection); }};
 }
 
 } // namespace OPX::KltAPI

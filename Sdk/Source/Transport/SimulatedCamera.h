@@ -49,6 +49,10 @@ private:
 /// The camera that is simulated from a usable file. Its serial number is the name of the file without its extension.
 CameraRecord RecordOf(const DescriptionFile& file);
 
+/// The camera that is simulated from a usable description, whatever becomes of the file that it comes from. Without a
+/// file (the path is empty) the serial number is the model's name.
+CameraRecord RecordOf(SafeDescription description, const std::filesystem::path& file);
+
 } // namespace OPX::KltAPI
 
 #endif

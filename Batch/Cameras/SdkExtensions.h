@@ -1,0 +1,21 @@
+#ifndef SDKEXTENSIONS_H
+#define SDKEXTENSIONS_H
+
+/// \file
+/// What only our own SDK has, and the front end uses nowhere else.
+
+#include <KoltaCPP/Camera.h>
+
+#include <string>
+
+/// The camera that is simulated from this file; empty if the file cannot be used.
+OPX::KltAPI::CameraPtr SimulatedCamera(const std::string& file);
+
+/// Empty if it cannot be read.
+std::string DescriptionOf(const OPX::KltAPI::Camera& camera);
+
+/// Empty if the SDK does not tell.
+std::string TransportOf(const OPX::KltAPI::Camera& camera);
+std::string AddressOf(const OPX::KltAPI::Camera& camera);
+
+#endif
