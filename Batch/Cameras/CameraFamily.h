@@ -1,7 +1,7 @@
 #ifndef CAMERAFAMILY_H
 #define CAMERAFAMILY_H
 
-#include "Cameras/CameraSource.h"
+#include "Cameras/CameraReader.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,6 @@
 #include "Cameras/FeatureChanges.h"
 
-#include "Cameras/FeatureLimits.h"
+#include "Schema/Number.h"
 
 #include <cmath>
 #include <cstdint>
@@ -27,9 +27,9 @@ std::map<std::string, std::pair<const Row*, const Row*>> Pairs(
 }
 
 /// A limit of a feature; null if there is none.
-const ValueRow* LimitOf(const FeatureRow& feature, const std::string& name)
+const LimitRow* LimitOf(const FeatureRow& feature, const std::string& name)
 {
-    for (const ValueRow& limit : feature.limits)
+    for (const LimitRow& limit : feature.limits)
         if (limit.name == name)
             return &limit;
     return nullptr;
@@ -38,28 +38,32 @@ const ValueRow* LimitOf(const FeatureRow& feature, const std::string& name)
 /// The limit as a number. Without one, all numbers of the type are allowed.
 std::optional<long double> NumberOf(const FeatureRow& feature, const std::string& name)
 {
-    if (const ValueRow* const limit = LimitOf(feature, name))
-        return NumberOf(*limit);
+    if (const LimitRow* const limit = LimitOf(feature, name))
+        return limit->Number();
     const long double largest = feature.type == "Int" ? static_cast<long double>(INT64_MAX) : HUGE_VALL;
     if (name == "Inc")
         return feature.type == "Int" ? std::optional<long double>(1) : std::nullopt;
     return name == "Max" ? largest : feature.type == "Int" ? -largest - 1 : -largest;
 }
 
-bool IsSame(const ValueRow* before, const ValueRow* after)
+bool IsSame(const LimitRow* before, const LimitRow* after)
 {
-    return before == after || (before != nullptr && after != nullptr && IsSameLimit(*before, *after));
+    return before == after || (before != nullptr && after != nullptr && before->IsSame(*after));
 }
 
-/// Whether the steps lead to a value in this distance. Decimal fractions are not exact.
-bool IsMultiple(long double distance, long double step)
+/// Whether the steps of a feature lead from \a minimum to \a value.
+bool IsReached(const FeatureRow& feature, long double value, long double minimum, long double step)
 {
-    return std::abs(std::remainder(distance, step)) <= 1e-9L * std::abs(step);
+    const auto fits = [](long double number) { return std::abs(number) <= static_cast<long double>(INT64_MAX); };
+    if (feature.type == "Int" && fits(value) && fits(minimum) && fits(step))
+        return IsOnIncrement(
+            static_cast<std::int64_t>(value), static_cast<std::int64_t>(minimum), static_cast<std::int64_t>(step));
+    return IsOnIncrement(static_cast<double>(value), static_cast<double>(minimum), static_cast<double>(step));
 }
 
 /// The increment that counts, from the minimum on; null if none does. Without a minimum, integers are counted from the
 /// least of all, and real numbers not at all.
-const ValueRow* StepOf(const FeatureRow& feature)
+const LimitRow* StepOf(const FeatureRow& feature)
 {
     return feature.type == "Float" && LimitOf(feature, "Min") == nullptr ? nullptr : LimitOf(feature, "Inc");
 }
@@ -67,13 +71,13 @@ const ValueRow* StepOf(const FeatureRow& feature)
 /// Whether the steps of \a after leave out values of \a before, since they are counted from another minimum.
 bool MovesSteps(const FeatureRow& before, const FeatureRow& after)
 {
-    const ValueRow* const inc = StepOf(after);
+    const LimitRow* const inc = StepOf(after);
     if (inc == nullptr)
         return false;
     const std::optional<long double> was = NumberOf(before, "Min");
     const std::optional<long double> is = NumberOf(after, "Min");
-    const std::optional<long double> step = NumberOf(*inc);
-    return !was || !is || !step || !IsMultiple(*was - *is, *step);
+    const std::optional<long double> step = inc->Number();
+    return !was || !is || !step || !IsReached(after, *was, *is, *step);
 }
 
 /// Whether the camera may refuse a value now that it took before, or take it for another one.
@@ -91,7 +95,7 @@ bool Restricts(const std::string& limit, const FeatureRow& before, const Feature
         return false;
     if (!is || !was)
         return true;
-    return limit == "Max" ? *is < *was : !IsMultiple(*was, *is);
+    return limit == "Max" ? *is < *was : !IsReached(after, *was, 0, *is);
 }
 
 /// Gathers the changes of one feature that both versions have.
@@ -142,8 +146,8 @@ private:
     {
         for (const std::string name : LimitNames)
         {
-            const ValueRow* const before = LimitOf(m_before, name);
-            const ValueRow* const after = LimitOf(m_after, name);
+            const LimitRow* const before = LimitOf(m_before, name);
+            const LimitRow* const after = LimitOf(m_after, name);
             // What helps the camera may have another name in every firmware.
             const bool vary = before != nullptr && after != nullptr && before->varies && after->varies;
             if (!vary && !IsSame(before, after))
@@ -151,7 +155,7 @@ private:
         }
     }
 
-    static std::optional<std::string> TextOf(const ValueRow* limit)
+    static std::optional<std::string> TextOf(const LimitRow* limit)
     {
         return limit == nullptr ? std::nullopt : std::optional<std::string>(limit->value);
     }

@@ -4,10 +4,10 @@ namespace
 {
 
 /// The cameras stand behind what not all of them have.
-void AddTexts(
-    std::vector<std::string>& texts, const std::vector<ValueRow>& rows, const std::vector<std::string>& cameras)
+template <class Row>
+void AddTexts(std::vector<std::string>& texts, const std::vector<Row>& rows, const std::vector<std::string>& cameras)
 {
-    for (const ValueRow& row : rows)
+    for (const Row& row : rows)
         texts.push_back(row.name + (row.value.empty() ? "" : " = " + row.value) +
                         (row.cameras == cameras ? "" : " (" + Joined(row.cameras) + ")"));
 }

@@ -1,17 +1,22 @@
 #ifndef FEATUREROW_H
 #define FEATUREROW_H
 
+#include "Document/Limits.h"
+
 #include <string>
 #include <vector>
 
-/// A name with a value: an entry of an enumeration, or a limit.
+/// A name with a value: an entry of an enumeration.
 struct ValueRow
 {
     std::string name;
     std::string value;
     std::vector<std::string> cameras; ///< Which of several cameras have it.
-    bool isReal = false;              ///< The value is read as a real number.
-    bool varies = false;              ///< The value is the name of a node that decides while the camera runs.
+};
+
+struct LimitRow : OPX::KltAPI::Limit
+{
+    std::vector<std::string> cameras;
 };
 
 /// What a user sees of a feature.
@@ -23,7 +28,7 @@ struct FeatureRow
     bool readable;
     bool writable;
     std::vector<ValueRow> entries = {};
-    std::vector<ValueRow> limits = {};     ///< Min, Max, Inc and Unit as the description holds them.
+    std::vector<LimitRow> limits = {};     ///< Min, Max, Inc and Unit as the description holds them.
     std::vector<std::string> cameras = {}; ///< Which of several cameras have it.
     std::vector<ValueRow> types = {};      ///< The types in several cameras, as names without a value.
 

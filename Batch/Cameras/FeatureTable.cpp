@@ -2,8 +2,8 @@
 
 #include "Base/Messages.h"
 #include "Cameras/CameraFamily.h"
-#include "Cameras/FeatureLimits.h"
 #include "Cameras/SdkValues.h"
+#include "Document/Limits.h"
 #include "SdkReads.h"
 
 #include <algorithm>
@@ -88,6 +88,28 @@ void AddCamera(FeatureRow& row, const FeatureInfo& feature, const std::string& c
     AddEntries(row.entries, feature.entries, camera);
 }
 
+bool StandsBefore(const LimitRow& a, const LimitRow& b)
+{
+    const auto place = [](const LimitRow& row) { return std::find(LimitNames.begin(), LimitNames.end(), row.name); };
+    return place(a) < place(b);
+}
+
+/// Notes which limits \a camera has for a feature.
+void AddLimits(std::vector<LimitRow>& rows, const std::vector<Limit>& limits, const std::string& camera)
+{
+    for (const Limit& limit : limits)
+    {
+        auto place = std::find_if(rows.begin(), rows.end(),
+            [&limit](const LimitRow& any) { return any.name == limit.name && any.IsSame(limit); });
+        if (place == rows.end())
+        {
+            const LimitRow row = {limit, {}};
+            place = rows.insert(std::upper_bound(rows.begin(), rows.end(), row, StandsBefore), row);
+        }
+        place->cameras.push_back(camera);
+    }
+}
+
 std::vector<FeatureRow> RowsOf(const CameraFamily& family, const std::vector<CameraFeatures>& cameras)
 {
     std::vector<FeatureRow> rows = RowsOf(family.features);
@@ -96,12 +118,12 @@ std::vector<FeatureRow> RowsOf(const CameraFamily& family, const std::vector<Cam
         places.emplace(row.name, &row);
     for (const CameraFeatures& camera : cameras)
     {
-        const FeatureLimits limits(*camera.description);
+        const Limits limits(camera.description->Root());
         for (const FeatureInfo& feature : camera.features)
         {
             FeatureRow& row = *places.at(feature.name);
             AddCamera(row, feature, camera.label);
-            AddLimits(row, limits.Of(feature.name), camera.label);
+            AddLimits(row.limits, limits.Of(feature.name), camera.label);
         }
     }
     return rows;
@@ -112,9 +134,10 @@ std::vector<FeatureRow> RowsOf(const CameraFamily& family, const std::vector<Cam
 std::vector<FeatureRow> RowsOf(const CameraFeatures& camera)
 {
     std::vector<FeatureRow> rows = RowsOf(camera.features);
-    const FeatureLimits limits(*camera.description);
+    const Limits limits(camera.description->Root());
     for (FeatureRow& row : rows)
-        row.limits = limits.Of(row.name);
+        for (const Limit& limit : limits.Of(row.name))
+            row.limits.push_back({limit, {}});
     return rows;
 }
 

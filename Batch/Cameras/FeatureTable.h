@@ -1,7 +1,7 @@
 #ifndef FEATURETABLE_H
 #define FEATURETABLE_H
 
-#include "Cameras/CameraSource.h"
+#include "Cameras/CameraReader.h"
 #include "Cameras/FeatureRow.h"
 
 #include <vector>

@@ -18,10 +18,10 @@ std::string Read(const Camera& camera, KltErrorType (*getter)(const Camera&, cha
 
 } // namespace
 
-CameraPtr SimulatedCamera(const std::string& file)
+CameraPtr SimulatedCamera(const std::string& xml, const std::string& modelName, const std::string& path)
 {
     CameraPtr camera;
-    FromDescription(file.c_str(), camera);
+    FromCheckedDescription(xml.data(), xml.size(), modelName.c_str(), path.empty() ? nullptr : path.c_str(), camera);
     return camera;
 }
 

@@ -8,8 +8,9 @@
 
 #include <string>
 
-/// The camera that is simulated from this file; empty if the file cannot be used.
-OPX::KltAPI::CameraPtr SimulatedCamera(const std::string& file);
+/// The camera that is simulated from a description that was checked.
+/// \param path the file that it comes from; empty if there is none
+OPX::KltAPI::CameraPtr SimulatedCamera(const std::string& xml, const std::string& modelName, const std::string& path);
 
 /// Empty if it cannot be read.
 std::string DescriptionOf(const OPX::KltAPI::Camera& camera);

@@ -3,9 +3,10 @@
 #include "Base/ExitCodes.h"
 #include "Base/OutputFiles.h"
 #include "Base/PrintJson.h"
-#include "Cameras/CameraSource.h"
+#include "Cameras/CameraReader.h"
 #include "Cameras/FeatureTable.h"
 #include "Cameras/SdkExtensions.h"
+#include "Cameras/SdkSession.h"
 #include "Commands/ValidateCommand.h"
 #include "Document/Texts.h"
 #include "SdkReads.h"
@@ -30,10 +31,12 @@ QJsonArray ToJson(const std::vector<std::string>& texts)
     return array;
 }
 
-QJsonArray ToJson(const std::vector<ValueRow>& values)
+/// Entries or limits.
+template <class Row>
+QJsonArray ToJson(const std::vector<Row>& values)
 {
     QJsonArray array;
-    for (const ValueRow& value : values)
+    for (const Row& value : values)
     {
         // As text: a number in JSON does not hold 64 bits.
         QJsonObject object{
@@ -116,11 +119,13 @@ void DumpDescription(const CameraChoice& camera, const std::string& file)
 {
     if (file == "-")
         throw CommandError(ExitUsage, "'-' is not a file. Without --output the description goes to standard output.");
-    const std::string description = ReadDescription(camera);
+    Problem problem;
+    const std::shared_ptr<const Document> description = ReadDescription(camera, problem);
+    if (problem)
+        throw CannotBeUsed(camera, problem);
+    const std::string& xml = description->Xml();
     if (file.empty())
-    {
-        std::fwrite(description.data(), 1, description.size(), stdout);
-        return;
-    }
-    ReplaceFiles({{file, QByteArray::fromStdString(description)}});
+        std::fwrite(xml.data(), 1, xml.size(), stdout);
+    else
+        ReplaceFiles({{file, QByteArray::fromStdString(xml)}});
 }

@@ -1,7 +1,7 @@
 #include "Commands/CompareCommand.h"
 
 #include "Base/PrintJson.h"
-#include "Cameras/CameraSource.h"
+#include "Cameras/CameraReader.h"
 #include "Cameras/FeatureChanges.h"
 #include "Cameras/FeatureTable.h"
 

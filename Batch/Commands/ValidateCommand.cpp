@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <memory>
 
 using namespace OPX::KltAPI;
 
@@ -22,16 +23,13 @@ std::string FileOf(const CameraChoice& camera)
     return camera.Text() == "-" ? "<stdin>" : camera.Text();
 }
 
-QJsonObject ToJson(const std::string& file, const Mistake& mistake)
+/// \param severity "warning" or "error"
+QJsonObject ToJson(const std::string& file, int line, const char* severity, const std::string& sentence)
 {
-    return {{"file", QString::fromStdString(file)}, {"line", mistake.line},
-        {"warning", QString::fromStdString(mistake.text)}};
-}
-
-/// It can be told no better: the SDK tells the reason and its line on the terminal only.
-QJsonObject ToJson(const std::string& file, const CommandError& error)
-{
-    return {{"file", QString::fromStdString(file)}, {"error", QString::fromStdString(error.what())}};
+    QJsonObject object{{"file", QString::fromStdString(file)}, {severity, QString::fromStdString(sentence)}};
+    if (line > 0)
+        object["line"] = line;
+    return object;
 }
 
 /// The command that shows the mistakes of this camera.
@@ -47,25 +45,31 @@ ExitCode Validate(const std::vector<CameraChoice>& cameras, bool json)
 {
     ExitCode result = ExitDone;
     QJsonArray array;
+    const auto tell = [&](const CameraChoice& camera, int line, const char* severity, const std::string& sentence)
+    {
+        if (json)
+            array.append(ToJson(FileOf(camera), line, severity, sentence));
+        else
+            std::printf("%s\n", InFile(FileOf(camera), line, severity, sentence).c_str());
+    };
     for (const CameraChoice& camera : cameras)
     {
         try
         {
-            const CameraNodes nodes = ReadNodes(camera);
-            for (const Mistake& mistake : FindMistakes(nodes.root, nodes.hasFeatures))
-            {
-                result = std::max(result, ExitDiffers);
-                if (json)
-                    array.append(ToJson(FileOf(camera), mistake));
-                else
-                    std::printf("%s\n", mistake.In(FileOf(camera)).c_str());
-            }
+            Problem problem;
+            const std::shared_ptr<const Document> description = ReadDescription(camera, problem);
+            if (problem)
+                tell(camera, problem.line, "error", "The description cannot be used: " + problem.text + ".");
+            const std::vector<Mistake> mistakes = problem ? std::vector<Mistake>() : FindMistakes(description->Root());
+            for (const Mistake& mistake : mistakes)
+                tell(camera, mistake.line, "warning", mistake.text);
+            result = std::max(result, problem ? ExitCamera : mistakes.empty() ? ExitDone : ExitDiffers);
         }
         catch (const CommandError& error) // The others may be better.
         {
             TellError(error.what());
             if (json)
-                array.append(ToJson(FileOf(camera), error));
+                array.append(ToJson(FileOf(camera), 0, "error", error.what()));
             result = std::max(result, error.Code());
         }
     }
@@ -78,7 +82,8 @@ void WarnOfMistakes(const std::vector<CameraFeatures>& cameras)
 {
     for (const CameraFeatures& camera : cameras)
     {
-        const std::size_t count = FindMistakes(*camera.description, !camera.features.empty()).size();
+        const Document& description = *camera.description;
+        const std::size_t count = description.WhyNot() ? 0 : FindMistakes(description.Root()).size();
         if (count > 0)
             TellWarning("The description of '" + camera.label + "' has " +
                         (count == 1 ? "1 mistake. To see it" : std::to_string(count) + " mistakes. To see them") +

@@ -2,7 +2,7 @@
 #define VALIDATECOMMAND_H
 
 #include "Base/ExitCodes.h"
-#include "Cameras/CameraSource.h"
+#include "Cameras/CameraReader.h"
 
 #include <vector>
 

@@ -5,7 +5,7 @@
 #include "Base/Turns.h"
 #include "KoltaCPP/Feature.h"
 #include "Nodes/NodeState.h"
-#include "Safety/ValueCopies.h"
+#include "Safety/SafeDescription.h"
 
 #include <arv.h>
 

@@ -7,7 +7,7 @@
 
 #include "Formula/Formula.h"
 #include "KoltaCPP/KoltaTypes.h"
-#include "Safety/ValueCopies.h"
+#include "Safety/SafeDescription.h"
 
 #include <arv.h>
 
