@@ -89,11 +89,10 @@ struct Owner
 class NameCollector
 {
 public:
-    explicit NameCollector(CppClassWriter& writer) : m_writer(writer)
+    explicit NameCollector(const CppOptions& options) : m_names(options, &CppNames::Clean)
     {
-        const QString className = writer.Options().className;
-        Take(className, {"the class", QString()});
-        m_types.insert(className, {"the class", QString()});
+        Take(options.className, {"the class", QString()});
+        m_types.insert(options.className, {"the class", QString()});
         Take(QLatin1String("m_camera"), {"the member of the template", QString()});
         Take(QLatin1String("GetFeatureByName"), {"the method of the template", QString()},
             QLatin1String(" (const char * name, OPX::KltAPI::FeaturePtr & feature)"));
@@ -102,7 +101,7 @@ public:
     void AddFeature(const Feature& feature)
     {
         const QString name = CppClassWriter::tr(TextOf(feature, &Feature::GetName).c_str());
-        const CppFeature described = m_writer.Describe(feature);
+        const CppFeature described = m_names.Describe(feature);
         if (name.isEmpty())
             m_problems.errors.append(QLatin1String("A feature has no name."));
         else if (described.names.identifier != name)
@@ -124,11 +123,11 @@ public:
             m_problems.errors.append(QLatin1String("Enumeration ") + Quoted(name) +
                                      QLatin1String(" has no entries, so its type does not exist."));
         else
-            TakeType(m_writer.EnumTypeName(name), {"the type", name});
+            TakeType(m_names.EnumType(name), {"the type", name});
         for (const EnumEntry& entry : entries)
         {
             const QString entryName = CppClassWriter::tr(TextOf(entry, &EnumEntry::GetName).c_str());
-            Take(m_writer.EnumEntryName(name, entryName), {"the enumerator", name + QLatin1Char('_') + entryName});
+            Take(m_names.EnumEntry(name, entryName), {"the enumerator", name + QLatin1Char('_') + entryName});
         }
     }
 
@@ -190,7 +189,7 @@ private:
                                      QLatin1String(", which is ") + QLatin1String(what) + QLatin1Char('.'));
     }
 
-    CppClassWriter& m_writer;
+    const CppNames m_names;
     QHash<QString, QVector<Taker>> m_takers;
     Owners m_types;
     Owners m_tags;
@@ -199,9 +198,9 @@ private:
 
 } // namespace
 
-NameProblems CheckNames(CppClassWriter& writer, const FeatureInfos& features)
+NameProblems CheckNames(const CppOptions& options, const FeatureInfos& features)
 {
-    NameCollector names(writer);
+    NameCollector names(options);
     for (const auto& category : features.Categories())
         for (const FeaturePtr& feature : category.second)
             names.AddFeature(*feature);

@@ -1,12 +1,11 @@
 #ifndef NAMECHECK_H
 #define NAMECHECK_H
 
+#include "CppOptions.h"
 #include "FeatureInfos.h"
 
 #include <QString>
 #include <QStringList>
-
-class CppClassWriter;
 
 /// What is wrong with the names in a class that has yet to be generated.
 struct NameProblems
@@ -15,7 +14,7 @@ struct NameProblems
     QStringList warnings; ///< It would, but something in it would not work.
 };
 
-/// Looks at all names of the class as a whole, as \a writer makes them.
-NameProblems CheckNames(CppClassWriter& writer, const FeatureInfos& features);
+/// Looks at all names of the class as a whole.
+NameProblems CheckNames(const CppOptions& options, const FeatureInfos& features);
 
 #endif
