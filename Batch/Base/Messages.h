@@ -3,6 +3,8 @@
 
 #include "Document/Texts.h"
 
+#include <QString>
+
 #include <cstdio>
 #include <string>
 
@@ -15,6 +17,11 @@ inline void TellError(const std::string& text)
 inline void TellWarning(const std::string& text)
 {
     TellError("warning: " + text);
+}
+
+inline std::string Quoted(const QString& text)
+{
+    return "'" + text.toStdString() + "'";
 }
 
 #endif

@@ -4,14 +4,14 @@
 #include "CppOptions.h"
 #include "FeatureInfos.h"
 
-#include <QString>
-#include <QStringList>
+#include <string>
+#include <vector>
 
 /// What is wrong with the names in a class that has yet to be generated.
 struct NameProblems
 {
-    QStringList errors;   ///< The class would not compile.
-    QStringList warnings; ///< It would, but something in it would not work.
+    std::vector<std::string> errors;   ///< The class would not compile.
+    std::vector<std::string> warnings; ///< It would, but something in it would not work.
 };
 
 /// Looks at all names of the class as a whole.

@@ -79,11 +79,11 @@ void CheckOptions(const CppOptions& options)
 bool CheckNamesOf(const CppOptions& options, const FeatureInfos& features)
 {
     const NameProblems problems = CheckNames(options, features);
-    for (const QString& warning : problems.warnings)
-        TellWarning(warning.toStdString());
-    for (const QString& error : problems.errors)
-        TellError("error: " + error.toStdString());
-    return problems.errors.isEmpty();
+    for (const std::string& warning : problems.warnings)
+        TellWarning(warning);
+    for (const std::string& error : problems.errors)
+        TellError("error: " + error);
+    return problems.errors.empty();
 }
 
 /// Names all that speaks against the class.

@@ -248,7 +248,7 @@ private slots:
                     entry.name = NarrowName().toStdString();
             }
             const FeatureInfos catalogue = Catalogue(features);
-            if (!CheckNames(m_writer.options, catalogue).errors.isEmpty())
+            if (!CheckNames(m_writer.options, catalogue).errors.empty())
                 continue;
             ++passed;
             file.write("namespace N" + QByteArray::number(i) + "\n{\n");
