@@ -1,6 +1,6 @@
 #include "Program/CommandLine.h"
 
-#include "Base/ShellText.h"
+#include "Base/Messages.h"
 #include "Commands/CameraCommands.h"
 #include "Commands/CompareCommand.h"
 #include "Commands/ValidateCommand.h"

@@ -26,10 +26,8 @@ void WriteEntries(QTextStream& scratch, const QString& indent, const CppNames& n
     for (const EnumEntry& entry : entries)
     {
         const std::string name = TextOf(entry, &EnumEntry::GetName);
-        KltInt64_t value = 0;
-        entry.GetValue(value);
         scratch << indent << QLatin1String("    ") << names.EnumEntry(feature, CppClassWriter::tr(name.c_str()))
-                << QLatin1String(" = ") << value;
+                << QLatin1String(" = ") << ValueOf(entry);
         if (--left > 0)
             scratch << ',';
         scratch << Qt::endl;

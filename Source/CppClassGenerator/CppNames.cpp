@@ -4,6 +4,7 @@
 #include "SdkReads.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace OPX::KltAPI;
 
@@ -28,7 +29,7 @@ QString CppNames::Clean(const QString& text)
     return result;
 }
 
-CppNames::CppNames(const CppOptions& options, const Cleaner& clean) : m_options(options), m_clean(clean)
+CppNames::CppNames(CppOptions options, Cleaner clean) : m_options(std::move(options)), m_clean(std::move(clean))
 {
 }
 
@@ -36,12 +37,8 @@ CppFeature CppNames::Describe(const Feature& feature) const
 {
     KltFeatureDataType dataType = KltFeatureDataUnknown;
     feature.GetDataType(dataType);
-    KltFeatureFlagsType flags = KltFeatureFlagsNone;
-    const std::string name = TextOf(feature, &Feature::GetName);
-    feature.GetFlags(flags);
-
-    return {FeatureNames(CppClassWriter::tr(name.c_str())), dataType,
-        (flags & KltFeatureFlagsWrite) == KltFeatureFlagsWrite};
+    const CppFeatureNames names = FeatureNames(CppClassWriter::tr(TextOf(feature, &Feature::GetName).c_str()));
+    return {names, dataType, Has(feature, KltFeatureFlagsWrite)};
 }
 
 CppFeatureNames CppNames::FeatureNames(const QString& name) const

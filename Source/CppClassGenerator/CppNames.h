@@ -19,7 +19,7 @@ public:
     /// kept.
     static QString Clean(const QString& text);
 
-    CppNames(const CppOptions& options, const Cleaner& clean);
+    CppNames(CppOptions options, Cleaner clean);
 
     /// All that is looked at in a feature, with its names.
     CppFeature Describe(const OPX::KltAPI::Feature& feature) const;
