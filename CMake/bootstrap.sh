@@ -5,7 +5,7 @@ BUILD_PACKAGES="g++ cmake ninja-build pkg-config qt6-base-dev libgl-dev libaravi
 
 PACKAGE_PACKAGES="dpkg-dev file doxygen"
 
-TEST_PACKAGES="libgtest-dev clang aravis-tools iproute2 zip xvfb xauth xdotool fonts-dejavu-core
+TEST_PACKAGES="libgtest-dev clang aravis-tools iproute2 zip zsh fish xvfb xauth xdotool fonts-dejavu-core
     $PACKAGE_PACKAGES lintian rpm"
 
 say() { printf '%s\n' "$*" >&2; }

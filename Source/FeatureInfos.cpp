@@ -82,11 +82,7 @@ bool FeatureInfos::SortFeaturesByName(const FeaturePtr& a, const FeaturePtr& b)
 
 bool FeatureInfos::SortEnumEntriesByValue(const EnumEntry& a, const EnumEntry& b)
 {
-    KltInt64_t valueOfA = 0;
-    KltInt64_t valueOfB = 0;
-    a.GetValue(valueOfA);
-    b.GetValue(valueOfB);
-    return valueOfA < valueOfB;
+    return ValueOf(a) < ValueOf(b);
 }
 
 void FeatureInfos::Add(FeatureInfo& info)

@@ -2,9 +2,10 @@
 #define SDKREADS_H
 
 /// \file
-/// The SDK hands out texts and lists in two calls: the first tells the size, the second delivers.
+/// What the SDK says, as values. Texts and lists it hands out in two calls: the first tells the size, the second
+/// delivers.
 
-#include <KoltaCPP/KoltaTypes.h>
+#include <KoltaCPP/Feature.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -49,7 +50,7 @@ bool ReadString(const T& object, KltErrorType (T::*getter)(char*, unsigned int&)
     return ReadText([&](char* buffer, unsigned int& length) { return (object.*getter)(buffer, length); }, text);
 }
 
-/// The same as a returned value: empty if the text cannot be read.
+/// A text of \a object; empty if it cannot be read.
 template <class T>
 std::string TextOf(const T& object, KltErrorType (T::*getter)(char*, unsigned int&) const)
 {
@@ -87,6 +88,22 @@ KltErrorType ReadList(T& object, KltErrorType (Container::*getter)(Item*, unsign
         return KltErrorResources;
     }
     return KltErrorSuccess;
+}
+
+/// Whether \a feature has the flag; no if that cannot be read.
+inline bool Has(const OPX::KltAPI::Feature& feature, KltFeatureFlagsType flag)
+{
+    KltFeatureFlagsType flags = KltFeatureFlagsNone;
+    feature.GetFlags(flags);
+    return (flags & flag) == flag;
+}
+
+/// The value of an enumeration's entry; 0 if it cannot be read.
+inline KltInt64_t ValueOf(const OPX::KltAPI::EnumEntry& entry)
+{
+    KltInt64_t value = 0;
+    entry.GetValue(value);
+    return value;
 }
 
 #endif

@@ -1,6 +1,6 @@
 #include "Cameras/CameraFamily.h"
 
-#include "Cameras/SdkValues.h"
+#include "Cameras/FeatureRow.h"
 #include "SdkReads.h"
 
 #include <unordered_map>
@@ -56,7 +56,7 @@ private:
             return Contradict("'" + feature.name + "'", TypeName(common.dataType), *m_origins[index].camera,
                 TypeName(feature.dataType), camera);
         // Whether the class has a setter is asked of the handle.
-        if (!IsWritable(*common.feature) && IsWritable(*feature.feature))
+        if (!Has(*common.feature, KltFeatureFlagsWrite) && Has(*feature.feature, KltFeatureFlagsWrite))
             common.feature = feature.feature;
         MergeEntries(common, m_origins[index], feature.entries, camera);
     }

@@ -54,7 +54,7 @@ bool IsSame(const LimitRow* before, const LimitRow* after)
 /// Whether the steps of a feature lead from \a minimum to \a value.
 bool IsReached(const FeatureRow& feature, long double value, long double minimum, long double step)
 {
-    const auto fits = [](long double number) { return std::abs(number) <= static_cast<long double>(INT64_MAX); };
+    const auto fits = [](long double number) { return number >= INT64_MIN && number <= INT64_MAX; };
     if (feature.type == "Int" && fits(value) && fits(minimum) && fits(step))
         return IsOnIncrement(
             static_cast<std::int64_t>(value), static_cast<std::int64_t>(minimum), static_cast<std::int64_t>(step));

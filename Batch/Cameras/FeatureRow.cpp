@@ -1,5 +1,7 @@
 #include "Cameras/FeatureRow.h"
 
+#include "KoltaHelper.h"
+
 namespace
 {
 
@@ -32,6 +34,13 @@ std::string FeatureRow::ValuesText() const
     AddTexts(texts, entries, cameras);
     AddTexts(texts, limits, cameras);
     return Joined(texts);
+}
+
+std::string TypeName(KltFeatureDataType dataType)
+{
+    static const QString Prefix = QStringLiteral("KltFeatureData");
+    const QString name = KoltaHelper::DataTypeToString(dataType);
+    return (name.startsWith(Prefix) ? name.mid(Prefix.size()) : name).toStdString();
 }
 
 std::string Joined(const std::vector<std::string>& texts)

@@ -3,6 +3,8 @@
 
 #include "Document/Limits.h"
 
+#include <KoltaCPP/KoltaTypes.h>
+
 #include <string>
 #include <vector>
 
@@ -41,6 +43,9 @@ struct FeatureRow
     /// Entries and limits as one text: "Off = 0, On = 1". The cameras stand behind what not all of them have.
     std::string ValuesText() const;
 };
+
+/// A data type as users see it: "Int", "Float", ...
+std::string TypeName(KltFeatureDataType dataType);
 
 /// Texts as one, with commas between them.
 std::string Joined(const std::vector<std::string>& texts);

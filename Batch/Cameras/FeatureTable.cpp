@@ -2,7 +2,6 @@
 
 #include "Base/Messages.h"
 #include "Cameras/CameraFamily.h"
-#include "Cameras/SdkValues.h"
 #include "Document/Limits.h"
 #include "SdkReads.h"
 
@@ -18,8 +17,8 @@ namespace
 
 FeatureRow RowOf(const FeatureInfo& info)
 {
-    FeatureRow row = {
-        info.category, info.name, TypeName(info.dataType), IsReadable(*info.feature), IsWritable(*info.feature)};
+    FeatureRow row = {info.category, info.name, TypeName(info.dataType), Has(*info.feature, KltFeatureFlagsRead),
+        Has(*info.feature, KltFeatureFlagsWrite)};
     std::vector<EnumEntry> entries = info.entries;
     std::sort(entries.begin(), entries.end(), FeatureInfos::SortEnumEntriesByValue);
     for (const EnumEntry& entry : entries)
@@ -84,7 +83,7 @@ void AddCamera(FeatureRow& row, const FeatureInfo& feature, const std::string& c
     row.cameras.push_back(camera);
     AddType(row.types, TypeName(feature.dataType), camera);
     // The handle in the family tells of one camera only.
-    row.readable |= IsReadable(*feature.feature);
+    row.readable |= Has(*feature.feature, KltFeatureFlagsRead);
     AddEntries(row.entries, feature.entries, camera);
 }
 

@@ -8,11 +8,6 @@
 #include <QTextStream>
 
 #include <cstdio>
-#include <utility>
-
-BatchWriter::BatchWriter(CppOptions options, bool aloud) : m_options(std::move(options)), m_aloud(aloud)
-{
-}
 
 void BatchWriter::Report(const QString& message)
 {

@@ -5,14 +5,15 @@
 
 #include <QByteArray>
 
-/// Writes classes into memory, with options that do not change. Throws CommandError.
+/// Writes classes into memory. Throws CommandError.
 class BatchWriter : public CppClassWriter
 {
 public:
     /// \param aloud whether messages go to the standard error output
-    BatchWriter(CppOptions options, bool aloud);
+    explicit BatchWriter(bool aloud) : m_aloud(aloud) {}
 
     CppOptions Options() const override { return m_options; }
+    void SetOptions(const CppOptions& options) { m_options = options; }
     void Report(const QString& message) override;
 
     /// Also reports what is wrong with the line.
@@ -25,7 +26,7 @@ public:
         const char* kind, const QString& templatePath, const QString& outputPath, const FeatureInfos& features);
 
 private:
-    const CppOptions m_options;
+    CppOptions m_options;
     const bool m_aloud;
     QString m_templatePath; ///< The template that is being expanded,
     int m_line = 0;         ///< and how many of its lines have been.

@@ -1,34 +1,17 @@
 #include "Classes/TemplateCheck.h"
 
+#include "Base/Messages.h"
 #include "CppClassWriter.h"
 #include "Document/NearestWord.h"
 
 #include <QRegularExpression>
 
 #include <algorithm>
-#include <cstdlib>
 
 using namespace OPX::KltAPI;
 
 namespace
 {
-
-std::string Quoted(const QString& text)
-{
-    return "'" + text.toStdString() + "'";
-}
-
-const QStringList& Names()
-{
-    static const QStringList names = CppClassWriter::NamePlaceholders();
-    return names;
-}
-
-const QStringList& Blocks()
-{
-    static const QStringList blocks = CppClassWriter::BlockPlaceholders();
-    return blocks;
-}
 
 /// The first of the placeholders that a line holds; null if it holds none.
 QString FirstOf(const QStringList& placeholders, const QString& line)
@@ -38,122 +21,78 @@ QString FirstOf(const QStringList& placeholders, const QString& line)
     return first == placeholders.end() ? QString() : *first;
 }
 
-/// What stands between the hashes of all placeholders.
-const std::vector<std::string>& Words()
+/// What stands beside the block that replaces the whole line, as a sentence; empty if nothing does.
+std::string LostBeside(const QString& block, const QString& line)
 {
-    static const std::vector<std::string> words = []
+    QStringList beside;
+    for (const QString& part : line.split(block))
+        beside.append(part.trimmed());
+    beside.removeAll(QString());
+    return beside.isEmpty() ? std::string()
+                            : Quoted(beside.join(QLatin1String(" ... "))) + " is lost: " + Quoted(block) +
+                                  " replaces the whole line.";
+}
+
+/// Why \a text, with \a word between or beside its hashes, is taken for a placeholder, as a sentence; empty if it is
+/// not. Headings and comments have hashes, too, so it has to be nearly one, or to have the shape of one.
+std::string Misspelled(const QString& text, const QString& word, int mostLettersWrong)
+{
+    static const std::vector<std::string> placeholders = []
     {
         std::vector<std::string> all;
-        for (const QString& placeholder : Names() + Blocks())
+        for (const QString& placeholder : CppClassWriter::NamePlaceholders() + CppClassWriter::BlockPlaceholders())
             all.push_back(placeholder.mid(4, placeholder.size() - 8).toStdString());
         return all;
     }();
-    return words;
-}
-
-std::string NotOne(const QString& text, const std::string& nearest)
-{
+    static const std::vector<std::string_view> words(placeholders.begin(), placeholders.end());
+    const QString name = word.toUpper().replace(QLatin1Char('-'), QLatin1Char(' ')).simplified().replace(' ', '_');
+    const bool hasShape = name.contains('_') && text == "### " + name + " ###";
+    const std::string_view nearest = NearestWord(name.toStdString(), words, hasShape ? 100 : mostLettersWrong);
+    if (nearest.empty() && !hasShape)
+        return std::string();
     return Quoted(text) + " is not a placeholder and is left as it is." +
-           (nearest.empty() ? "" : " Did you mean '### " + nearest + " ###'?");
+           (nearest.empty() ? "" : " Did you mean '### " + std::string(nearest) + " ###'?");
 }
 
-/// Why a text between hashes is taken for a placeholder, as a sentence; empty if it is not.
-std::string Misspelled(const QString& text, QString word)
+/// What is wrong with all that is nearly a placeholder in \a rest, which holds no real one.
+std::vector<std::string> MisspelledIn(const QString& rest)
 {
-    static const QRegularExpression shape(QStringLiteral("^### [A-Z0-9]+(_[A-Z0-9]+)+ ###$"));
-    static const QRegularExpression gaps(QStringLiteral("[ \\t-]+"));
-    word = word.toUpper().replace(gaps, QStringLiteral("_"));
-    const std::string nearest = NearestWord(word.toStdString(), Words());
-    // Headings are often a part of such a word.
-    const bool near =
-        !nearest.empty() && std::abs(static_cast<int>(nearest.size()) - static_cast<int>(word.size())) <= 3;
-    return near || shape.match(text).hasMatch() ? NotOne(text, nearest) : std::string();
+    // Words between hashes; or one that is written as no other text is, with hashes on one side or on none.
+    static const QRegularExpression nearly(
+        QStringLiteral("##+[ \\t_.:;,-]*([A-Za-z][A-Za-z0-9_ \\t-]*?)[ \\t_.:;,-]*##+|"
+                       "#*[ \\t]*\\b([A-Z0-9]+(?:_[A-Z0-9]+)+)[ \\t]*(?=(#*))"));
+    std::vector<std::string> mistakes;
+    for (auto found = nearly.globalMatch(rest); found.hasNext();)
+    {
+        const QRegularExpressionMatch match = found.next();
+        const QString text = (match.captured() + match.captured(3)).trimmed();
+        const bool isBetween = match.capturedLength(1) > 0;
+        // Two and two paste tokens together.
+        const std::string mistake =
+            text.contains("###") ? Misspelled(text, match.captured(1) + match.captured(2), isBetween ? 4 : 2) : "";
+        if (!mistake.empty())
+            mistakes.push_back(mistake);
+    }
+    return mistakes;
 }
 
-/// The same for a text with hashes on one side. Headings and comments have them, too, so it has to be a word as no
-/// other one is.
-std::string HalfWritten(const QString& text, const QString& word)
+std::vector<std::string> MistakesIn(QString line)
 {
-    const std::string nearest = NearestWord(word.toStdString(), Words(), 2);
-    return nearest.empty() ? std::string() : NotOne(text, nearest);
+    const QString name = FirstOf(CppClassWriter::NamePlaceholders(), line);
+    const QString block = FirstOf(CppClassWriter::BlockPlaceholders(), line);
+    if (!block.isNull() && name.isNull())
+        return {LostBeside(block, line)};
+    for (const QString& placeholder : CppClassWriter::NamePlaceholders() + CppClassWriter::BlockPlaceholders())
+        line.replace(placeholder, QLatin1String("\n"));
+    // Most lines end here, and the program before it needs a regular expression.
+    std::vector<std::string> mistakes;
+    if (line.contains(QLatin1String("###")))
+        mistakes = MisspelledIn(line);
+    if (!block.isNull())
+        mistakes.insert(mistakes.begin(), Quoted(block) + " stays as it is, since " + Quoted(name) +
+                                              " stands in the same line. Give it a line of its own.");
+    return mistakes;
 }
-
-/// One line of a template.
-class Line
-{
-public:
-    Line(int number, const QString& text, std::vector<Mistake>& mistakes)
-        : m_number(number),
-          m_text(text),
-          m_mistakes(mistakes)
-    {
-    }
-
-    void Check()
-    {
-        const QString name = FirstOf(Names(), m_text);
-        const QString block = FirstOf(Blocks(), m_text);
-        if (!block.isNull() && name.isNull())
-            return CheckBeside(block);
-        if (!block.isNull())
-            Report(Quoted(block) + " stays as it is, since " + Quoted(name) +
-                   " stands in the same line. Give it a line of its own.");
-        CheckSpelling();
-    }
-
-private:
-    void CheckBeside(const QString& block)
-    {
-        QStringList beside;
-        for (const QString& part : m_text.split(block))
-            beside.append(part.trimmed());
-        beside.removeAll(QString());
-        if (!beside.isEmpty())
-            Report(Quoted(beside.join(QLatin1String(" ... "))) + " is lost: " + Quoted(block) +
-                   " replaces the whole line.");
-    }
-
-    void CheckSpelling()
-    {
-        QString rest = m_text;
-        for (const QString& placeholder : Names() + Blocks())
-            rest.replace(placeholder, QLatin1String("\n"));
-        // Most lines end here, and the program before it needs a regular expression.
-        if (!rest.contains(QLatin1String("###")))
-            return;
-        static const QRegularExpression hashed(
-            QStringLiteral("#{2,}[ \\t_.:;,-]*([A-Za-z][A-Za-z0-9_ \\t-]*?)[ \\t_.:;,-]*#{2,}"));
-        for (auto found = hashed.globalMatch(rest); found.hasNext();)
-        {
-            const QRegularExpressionMatch match = found.next();
-            // Two and two paste tokens together.
-            const bool isMeant = match.captured().contains(QLatin1String("###"));
-            Report(isMeant ? Misspelled(match.captured(), match.captured(1)) : std::string());
-        }
-        CheckHalves(rest.remove(hashed));
-    }
-
-    void CheckHalves(const QString& rest)
-    {
-        static const QRegularExpression half(QStringLiteral("#{3,}[ \\t]*([A-Z0-9]+(?:_[A-Z0-9]+)+)(?:[ \\t]*#)?|"
-                                                            "(?:#[ \\t]*)?\\b([A-Z0-9]+(?:_[A-Z0-9]+)+)[ \\t]*#{3,}"));
-        for (auto found = half.globalMatch(rest); found.hasNext();)
-        {
-            const QRegularExpressionMatch match = found.next();
-            Report(HalfWritten(match.captured(), match.captured(1) + match.captured(2)));
-        }
-    }
-
-    void Report(const std::string& text)
-    {
-        if (!text.empty())
-            m_mistakes.push_back({m_number, text});
-    }
-
-    const int m_number;
-    const QString& m_text;
-    std::vector<Mistake>& m_mistakes;
-};
 
 } // namespace
 
@@ -161,6 +100,8 @@ std::vector<Mistake> CheckTemplateLine(int number, const QString& line)
 {
     std::vector<Mistake> mistakes;
     if (line.contains(QLatin1String("###")))
-        Line(number, line, mistakes).Check();
+        for (const std::string& text : MistakesIn(line))
+            if (!text.empty())
+                mistakes.push_back({number, text});
     return mistakes;
 }

@@ -10,6 +10,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <cstdio>
 #include <filesystem>
 #include <utility>
@@ -19,13 +20,6 @@ namespace fs = std::filesystem;
 
 namespace
 {
-
-/// A class that is yet to be written: what is in it, and options for it.
-struct Task
-{
-    FeatureInfos features;
-    CppOptions options;
-};
 
 /// The class's name, as the window makes it of the camera's or of what was typed.
 QString ClassName(BatchWriter& writer, const std::string& cameraName, const QString& given)
@@ -41,10 +35,9 @@ QString ClassName(BatchWriter& writer, const std::string& cameraName, const QStr
 
 /// The window's defaults when this camera is selected, but for what was given. The user's stored settings play no part:
 /// the same command gives the same files everywhere.
-CppOptions OptionsFor(const std::string& cameraName, const GenerateOptions& wanted)
+CppOptions OptionsFor(BatchWriter& writer, const std::string& cameraName, const GenerateOptions& wanted)
 {
     CppOptions options = CppOptions::Defaults();
-    BatchWriter writer(options, wanted.verbose);
     options.SetClassName(ClassName(writer, cameraName, wanted.given.className));
     for (QString CppOptions::*option : {&CppOptions::headerFileName, &CppOptions::sourceFileName,
              &CppOptions::getterPrefix, &CppOptions::getterSuffix, &CppOptions::setterPrefix, &CppOptions::setterSuffix,
@@ -83,24 +76,23 @@ void CheckOptions(const CppOptions& options)
 }
 
 /// \return whether the class compiles
-bool CheckNamesOf(const Task& task)
+bool CheckNamesOf(const CppOptions& options, const FeatureInfos& features)
 {
-    // The writer tells of every name that it changes; it will do so when it writes the class.
-    BatchWriter writer(task.options, false);
-    const NameProblems problems = CheckNames(writer, task.features);
-    for (const QString& warning : problems.warnings)
-        TellWarning(warning.toStdString());
-    for (const QString& error : problems.errors)
-        TellError("error: " + error.toStdString());
-    return problems.errors.isEmpty();
+    const NameProblems problems = CheckNames(options, features);
+    for (const std::string& warning : problems.warnings)
+        TellWarning(warning);
+    for (const std::string& error : problems.errors)
+        TellError("error: " + error);
+    return problems.errors.empty();
 }
 
 /// Names all that speaks against the class.
-void CheckClass(const Task& task, const std::vector<std::string>& contradictions, bool force)
+void CheckClass(
+    const CppOptions& options, const FeatureInfos& features, const std::vector<std::string>& contradictions, bool force)
 {
     for (const std::string& contradiction : contradictions)
         TellError("error: " + contradiction);
-    const bool compiles = CheckNamesOf(task);
+    const bool compiles = CheckNamesOf(options, features);
     if (force)
         return;
     if (!contradictions.empty())
@@ -111,13 +103,8 @@ void CheckClass(const Task& task, const std::vector<std::string>& contradictions
             "The class would not compile. Other prefixes or suffixes may help; --force accepts it as it is.");
 }
 
-void CheckFeatures(const Task& task, const GenerateOptions& wanted)
-{
-    if (task.features.Categories().empty() && !wanted.force)
-        throw CommandError(ExitCamera, "There are no features. To accept a class without any, use --force.");
-}
-
-Task TaskFor(const GenerateOptions& wanted)
+/// What the class is made of, once nothing speaks against it. The writer gets the options for it.
+FeatureInfos Prepare(BatchWriter& writer, const GenerateOptions& wanted)
 {
     if (wanted.outputFolder.empty())
         throw CommandError(ExitUsage, "The name of the output folder is empty.");
@@ -127,34 +114,30 @@ Task TaskFor(const GenerateOptions& wanted)
     WarnOfMistakes(cameras);
     const std::string name = cameras.front().name;
     CameraFamily family = Unite(std::move(cameras));
-    Task task;
-    task.features.Arrange(std::move(family.features));
-    CheckFeatures(task, wanted);
-    task.options = OptionsFor(name, wanted);
-    CheckOptions(task.options);
-    CheckClass(task, family.contradictions, wanted.force);
-    return task;
+    FeatureInfos features;
+    features.Arrange(std::move(family.features));
+    if (features.Categories().empty() && !wanted.force)
+        throw CommandError(ExitCamera, "There are no features. To accept a class without any, use --force.");
+    const CppOptions options = OptionsFor(writer, name, wanted);
+    CheckOptions(options);
+    CheckClass(options, features, family.contradictions, wanted.force);
+    writer.SetOptions(options);
+    return features;
 }
 
-struct Pair
+/// The header and the source.
+std::vector<FileContent> Expand(BatchWriter& writer, const GenerateOptions& wanted)
 {
-    FileContent header;
-    FileContent source;
-};
-
-Pair Expand(const Task& task, const GenerateOptions& wanted)
-{
-    BatchWriter writer(task.options, wanted.verbose);
+    const FeatureInfos features = Prepare(writer, wanted);
+    const CppOptions options = writer.Options();
     const auto expand = [&](const char* kind, const QString& templatePath, const QString& name)
     {
         // The folder in its own bytes: they need not be UTF-8.
         const std::string path = fs::path(wanted.outputFolder + "/" + name.toStdString()).lexically_normal();
-        return FileContent{path, writer.Expand(kind, templatePath, QString::fromStdString(path), task.features)};
+        return FileContent{path, writer.Expand(kind, templatePath, QString::fromStdString(path), features)};
     };
-    Pair pair;
-    pair.header = expand("header", task.options.headerTemplate, task.options.headerFileName);
-    pair.source = expand("source", task.options.sourceTemplate, task.options.sourceFileName);
-    return pair;
+    return {expand("header", options.headerTemplate, options.headerFileName),
+        expand("source", options.sourceTemplate, options.sourceFileName)};
 }
 
 std::string EscapedForMake(const std::string& path)
@@ -188,11 +171,14 @@ std::vector<std::string> InputsOf(const GenerateOptions& wanted, const CppOption
 
 /// What make has to know: what the files are made from. Each of these is a target, too, so that make does not stop
 /// when it is gone.
-FileContent Depfile(const GenerateOptions& wanted, const Task& task, const Pair& pair)
+FileContent Depfile(const GenerateOptions& wanted, const CppOptions& options, const std::vector<FileContent>& files)
 {
-    std::string rule = EscapedForMake(pair.header.path) + " " + EscapedForMake(pair.source.path) + ":";
+    std::string rule;
+    for (const FileContent& file : files)
+        rule += (rule.empty() ? "" : " ") + EscapedForMake(file.path);
+    rule += ":";
     std::string targets;
-    for (const std::string& input : InputsOf(wanted, task.options))
+    for (const std::string& input : InputsOf(wanted, options))
     {
         rule += " " + EscapedForMake(input);
         targets += EscapedForMake(input) + ":\n";
@@ -215,26 +201,23 @@ bool PrintDifference(const FileContent& expected)
 
 void Generate(const GenerateOptions& wanted)
 {
-    const Task task = TaskFor(wanted);
-    const Pair pair = Expand(task, wanted);
+    BatchWriter writer(wanted.verbose);
+    std::vector<FileContent> files = Expand(writer, wanted);
     std::error_code error;
     fs::create_directories(wanted.outputFolder, error);
     if (error)
         throw CommandError(
             ExitFile, "The folder '" + wanted.outputFolder + "' cannot be created: " + error.message() + ".");
-    std::vector<FileContent> files = {pair.header, pair.source};
     if (!wanted.depfile.empty())
-        files.push_back(Depfile(wanted, task, pair));
+        files.push_back(Depfile(wanted, writer.Options(), files));
     ReplaceFiles(files);
 }
 
 ExitCode CheckGenerated(const GenerateOptions& wanted, const std::string& repair)
 {
-    const Task task = TaskFor(wanted);
-    const Pair pair = Expand(task, wanted);
-    const bool headerDiffers = PrintDifference(pair.header);
-    const bool sourceDiffers = PrintDifference(pair.source);
-    if (!headerDiffers && !sourceDiffers)
+    BatchWriter writer(wanted.verbose);
+    const std::vector<FileContent> files = Expand(writer, wanted);
+    if (std::count_if(files.begin(), files.end(), PrintDifference) == 0)
         return ExitDone;
     std::fprintf(stderr, "kolta-classgen: The files are not up to date. Run: %s\n", repair.c_str());
     return ExitDiffers;

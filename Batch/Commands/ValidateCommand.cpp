@@ -2,7 +2,6 @@
 
 #include "Base/Messages.h"
 #include "Base/PrintJson.h"
-#include "Base/ShellText.h"
 #include "Lint/DescriptionCheck.h"
 
 #include <QJsonArray>

@@ -1,11 +1,10 @@
 #include "Program/CommandLine.h"
 
-#include "Base/ShellText.h"
+#include "Base/Messages.h"
 #include "Commands/CameraCommands.h"
 #include "Commands/CompareCommand.h"
 #include "Commands/ValidateCommand.h"
 #include "KoltaVersion.h"
-#include "Program/Completion.h"
 #include "Program/ManualPage.h"
 
 #include <algorithm>
@@ -52,7 +51,9 @@ CommandLine::CommandLine() : m_program("Generate C++ classes for the cameras of 
     AddCheck();
     AddComparisons();
     AddValidate();
-    AddSelf();
+    m_program.add_subcommand("man", "Print the manual page")
+        ->group("")
+        ->callback([this] { std::fputs(ManualPage(m_program).c_str(), stdout); });
 }
 
 ExitCode CommandLine::Run(int argc, const char* const* argv)
@@ -236,23 +237,6 @@ void CommandLine::AddValidate()
             std::transform(m_cameras.begin(), m_cameras.end(), cameras.begin(), CameraChoice::FromText);
             m_result = Validate(cameras, m_json);
         });
-}
-
-void CommandLine::AddSelf()
-{
-    m_program.add_subcommand("man", "Print the manual page")
-        ->group("")
-        ->callback([this] { std::fputs(ManualPage(m_program).c_str(), stdout); });
-    AddCompletion("bash-completion", &BashCompletion);
-    AddCompletion("zsh-completion", &ZshCompletion);
-    AddCompletion("fish-completion", &FishCompletion);
-}
-
-void CommandLine::AddCompletion(const char* command, std::string (*script)(const CLI::App&))
-{
-    m_program.add_subcommand(command, "Print the completion for a shell")
-        ->group("")
-        ->callback([this, script] { std::fputs(script(m_program).c_str(), stdout); });
 }
 
 std::string CommandLine::RepairCommand() const

@@ -9,7 +9,8 @@
 #include <string>
 #include <vector>
 
-/// The commands and options of the program. Help, manual page and completion are made from this alone.
+/// The commands and options of the program. Help and manual page are made from this alone, and
+/// completion reads the help.
 class CommandLine
 {
 public:
@@ -32,8 +33,6 @@ private:
     void AddLookups();
     void AddComparisons();
     void AddValidate();
-    void AddSelf();
-    void AddCompletion(const char* command, std::string (*script)(const CLI::App&));
     std::string RepairCommand() const;
 
     CLI::App m_program;

@@ -19,6 +19,7 @@ std::string Escaped(const std::string& text)
     return escaped;
 }
 
+/// Whether users are to see it; the manual page's own command is for the build.
 bool IsShown(const CLI::App* command)
 {
     return !command->get_group().empty() && !command->get_name().empty();
@@ -36,16 +37,7 @@ std::string ManualOptions(const std::vector<const CLI::Option*>& options)
     return text;
 }
 
-} // namespace
-
-std::vector<const CLI::App*> CommandsOf(const CLI::App& program)
-{
-    std::vector<const CLI::App*> commands;
-    for (const CLI::App* command : program.get_subcommands([](const CLI::App* any) { return IsShown(any); }))
-        commands.push_back(command);
-    return commands;
-}
-
+/// The options of a command except for its help, including those in groups.
 std::vector<const CLI::Option*> OptionsOf(const CLI::App& command)
 {
     std::vector<const CLI::App*> places =
@@ -59,13 +51,15 @@ std::vector<const CLI::Option*> OptionsOf(const CLI::App& command)
     return options;
 }
 
+} // namespace
+
 std::string ManualPage(const CLI::App& program)
 {
     std::string page = R"(.TH KOLTA\-CLASSGEN 1 "" "kolta\-classgen )" + Escaped(program.version()) +
                        "\" \"User Commands\"\n.SH NAME\nkolta\\-classgen \\- " + Escaped(program.get_description()) +
                        "\n.SH SYNOPSIS\n.B kolta\\-classgen\n.I command\n[options]\n.SH OPTIONS\n" +
                        ManualOptions({program.get_help_ptr(), program.get_version_ptr()}) + ".SH COMMANDS\n";
-    for (const CLI::App* command : CommandsOf(program))
+    for (const CLI::App* command : program.get_subcommands(&IsShown))
         page += ".SS " + Escaped(command->get_name()) + "\n" + Escaped(command->get_description()) + ".\n.PP\n" +
                 Escaped(command->get_footer()) + "\n" + ManualOptions(OptionsOf(*command));
     return page +

@@ -1,10 +1,8 @@
 #ifndef CPPCLASSWRITER_H
 #define CPPCLASSWRITER_H
 
-#include "CppFeature.h"
-#include "CppOptions.h"
+#include "CppNames.h"
 
-#include <KoltaCPP/Feature.h>
 #include <QCoreApplication>
 #include <QStringList>
 
@@ -46,31 +44,11 @@ public:
     /// Takes one message for the user.
     virtual void Report(const QString& message) = 0;
 
-    /// \name Names
-    /// @{
-
-    /// \a name with everything that cannot be part of a C++ identifier replaced. Says so in a message if it is
-    /// different from \a name. Letters and digits of every script are kept.
+    /// \a name cleaned to an identifier. Says so in a message if it is different from \a name.
     QString GetValidIdentifierName(const QString& name);
 
     /// The name of the class for the camera that the SDK calls \a cameraName.
     QString ClassNameFor(const char* cameraName);
-
-    /// All names of the feature that the SDK calls \a name.
-    CppFeatureNames FeatureNames(const QString& name);
-
-    /// All that is looked at in a feature, with its names.
-    CppFeature Describe(const OPX::KltAPI::Feature& feature);
-
-    /// The handle of the feature with this identifier.
-    QString MemberName(const QString& identifier);
-
-    /// The type of the enumeration feature with this identifier or SDK name.
-    QString EnumTypeName(const QString& name);
-
-    /// The enumerator for one entry of an enumeration feature, both by their SDK names.
-    QString EnumEntryName(const QString& feature, const QString& entry);
-    /// @}
 
     /// \name Templates
     /// @{
@@ -110,6 +88,9 @@ private:
     typedef void (CppClassWriter::*MethodWriter)(
         QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& names);
 
+    /// The names with the present options; says which had to be cleaned.
+    CppNames Names();
+
     QString SubstituteNames(QString line) const;
     bool ProcessBlock(QTextStream& output, const QString& line, const FeatureInfos& features);
 
@@ -120,8 +101,6 @@ private:
         QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& names);
     void WriteImplementation(
         QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& names);
-    int WriteEntries(QTextStream& scratch, const QString& indent, const QString& feature,
-        const std::vector<OPX::KltAPI::EnumEntry>& entries);
 };
 
 #endif

@@ -19,6 +19,21 @@ QString Indentation(int column)
     return QString(column, QLatin1Char(' '));
 }
 
+void WriteEntries(QTextStream& scratch, const QString& indent, const CppNames& names, const QString& feature,
+    const std::vector<EnumEntry>& entries)
+{
+    std::size_t left = entries.size();
+    for (const EnumEntry& entry : entries)
+    {
+        const std::string name = TextOf(entry, &EnumEntry::GetName);
+        scratch << indent << QLatin1String("    ") << names.EnumEntry(feature, CppClassWriter::tr(name.c_str()))
+                << QLatin1String(" = ") << ValueOf(entry);
+        if (--left > 0)
+            scratch << ',';
+        scratch << Qt::endl;
+    }
+}
+
 } // namespace
 
 int CppClassWriter::WriteMethodDeclarations(QTextStream& output, int column, const FeatureInfos& features)
@@ -51,7 +66,7 @@ int CppClassWriter::WriteMethods(
 bool CppClassWriter::WriteMethodsOf(
     const Feature& feature, QTextStream& scratch, const QString& indent, MethodWriter writeMethod)
 {
-    const CppFeature described = Describe(feature);
+    const CppFeature described = Names().Describe(feature);
     const QList<CppMethod> methods = described.Methods();
     if (methods.isEmpty())
     {
@@ -65,17 +80,6 @@ bool CppClassWriter::WriteMethodsOf(
     return true;
 }
 
-CppFeature CppClassWriter::Describe(const Feature& feature)
-{
-    KltFeatureDataType dataType = KltFeatureDataUnknown;
-    feature.GetDataType(dataType);
-    KltFeatureFlagsType flags = KltFeatureFlagsNone;
-    const std::string name = TextOf(feature, &Feature::GetName);
-    feature.GetFlags(flags);
-
-    return {FeatureNames(tr(name.c_str())), dataType, (flags & KltFeatureFlagsWrite) == KltFeatureFlagsWrite};
-}
-
 void CppClassWriter::WriteDeclaration(
     QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& /*names*/)
 {
@@ -85,6 +89,7 @@ void CppClassWriter::WriteDeclaration(
 int CppClassWriter::WriteVariableDeclarations(QTextStream& output, int column, const FeatureInfos& features)
 {
     const QString indent = Indentation(column);
+    const CppNames names = Names();
     int count = 0;
     for (const FeatureInfos::CategoryMap::value_type& category : features.Categories())
     {
@@ -93,7 +98,8 @@ int CppClassWriter::WriteVariableDeclarations(QTextStream& output, int column, c
         for (const FeaturePtr& feature : category.second)
         {
             const QString identifier = GetValidIdentifierName(tr(TextOf(*feature, &Feature::GetName).c_str()));
-            scratch << indent << QLatin1String("OPX::KltAPI::FeaturePtr ") << MemberName(identifier) << ';' << Qt::endl;
+            scratch << indent << QLatin1String("OPX::KltAPI::FeaturePtr ") << names.Member(identifier) << ';'
+                    << Qt::endl;
             ++count;
         }
         output << text;
@@ -104,6 +110,7 @@ int CppClassWriter::WriteVariableDeclarations(QTextStream& output, int column, c
 int CppClassWriter::WriteEnumDeclarations(QTextStream& output, int column, const FeatureInfos& features)
 {
     const QString indent = Indentation(column);
+    const CppNames names = Names();
     int count = 0;
     for (const FeatureInfos::EnumMap::value_type& enumeration : features.Enums())
     {
@@ -111,33 +118,15 @@ int CppClassWriter::WriteEnumDeclarations(QTextStream& output, int column, const
         QString text;
         QTextStream scratch(&text);
         const QString feature = tr(enumeration.first.c_str());
-        const QString typeName = EnumTypeName(feature);
+        const QString typeName = names.EnumType(feature);
         scratch << indent << QLatin1String("typedef enum _") << typeName << Qt::endl;
         scratch << indent << '{' << Qt::endl;
-        const int written = WriteEntries(scratch, indent, feature, enumeration.second);
+        WriteEntries(scratch, indent, names, feature, enumeration.second);
         scratch << indent << QLatin1String("} ") << typeName << ';' << Qt::endl;
         scratch << Qt::endl;
-        if (written > 0)
+        if (!enumeration.second.empty())
             output << text;
-        count += written;
+        count += static_cast<int>(enumeration.second.size());
     }
     return count;
-}
-
-int CppClassWriter::WriteEntries(
-    QTextStream& scratch, const QString& indent, const QString& feature, const std::vector<EnumEntry>& entries)
-{
-    std::size_t left = entries.size();
-    for (const EnumEntry& entry : entries)
-    {
-        const std::string name = TextOf(entry, &EnumEntry::GetName);
-        KltInt64_t value = 0;
-        entry.GetValue(value);
-        scratch << indent << QLatin1String("    ") << EnumEntryName(feature, tr(name.c_str())) << QLatin1String(" = ")
-                << value;
-        if (--left > 0)
-            scratch << ',';
-        scratch << Qt::endl;
-    }
-    return static_cast<int>(entries.size());
 }

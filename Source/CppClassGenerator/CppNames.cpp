@@ -1,63 +1,70 @@
-// Names in generated code. Nothing else in the generator makes one.
+#include "CppNames.h"
 
 #include "CppClassWriter.h"
+#include "SdkReads.h"
 
 #include <algorithm>
+#include <utility>
+
+using namespace OPX::KltAPI;
 
 namespace
 {
 
-bool IsOutOfPlace(QChar character)
+bool IsNoPartOfName(QChar character)
 {
     return !character.isLetterOrNumber() && character != QLatin1Char('_');
 }
 
 } // namespace
 
-QString CppClassWriter::GetValidIdentifierName(const QString& name)
+QString CppNames::Clean(const QString& text)
 {
-    QString result = name;
+    QString result = text;
     // Nearly all names are valid: those share their text with the result.
-    if (std::any_of(name.begin(), name.end(), IsOutOfPlace))
-        std::replace_if(result.begin(), result.end(), IsOutOfPlace, QChar(QLatin1Char('_')));
+    if (std::any_of(text.begin(), text.end(), IsNoPartOfName))
+        std::replace_if(result.begin(), result.end(), IsNoPartOfName, QChar(QLatin1Char('_')));
     if (!result.isEmpty() && result.at(0).isDigit())
         result.prepend(QLatin1Char('I'));
-    if (result != name)
-        Report(tr("Info: '") + name + QLatin1String("' is not a valid C++ identifier -> changed to '") + result +
-               QLatin1String("'!"));
     return result;
 }
 
-QString CppClassWriter::ClassNameFor(const char* cameraName)
+CppNames::CppNames(CppOptions options, Cleaner clean) : m_options(std::move(options)), m_clean(std::move(clean))
 {
-    return GetValidIdentifierName(tr(cameraName) + QLatin1String("Camera"));
 }
 
-CppFeatureNames CppClassWriter::FeatureNames(const QString& name)
+CppFeature CppNames::Describe(const Feature& feature) const
 {
-    const CppOptions options = Options();
+    KltFeatureDataType dataType = KltFeatureDataUnknown;
+    feature.GetDataType(dataType);
+    const CppFeatureNames names = FeatureNames(CppClassWriter::tr(TextOf(feature, &Feature::GetName).c_str()));
+    return {names, dataType, Has(feature, KltFeatureFlagsWrite)};
+}
+
+CppFeatureNames CppNames::FeatureNames(const QString& name) const
+{
     CppFeatureNames names;
-    names.identifier = GetValidIdentifierName(name);
-    names.getter = GetValidIdentifierName(options.getterPrefix + names.identifier + options.getterSuffix);
-    names.setter = GetValidIdentifierName(options.setterPrefix + names.identifier + options.setterSuffix);
-    names.accessor = GetValidIdentifierName(
-        options.getterPrefix + names.identifier + QLatin1String("Feature") + options.getterSuffix);
-    names.enumType = EnumTypeName(names.identifier);
-    names.member = MemberName(names.identifier);
+    names.identifier = m_clean(name);
+    names.getter = m_clean(m_options.getterPrefix + names.identifier + m_options.getterSuffix);
+    names.setter = m_clean(m_options.setterPrefix + names.identifier + m_options.setterSuffix);
+    names.accessor =
+        m_clean(m_options.getterPrefix + names.identifier + QLatin1String("Feature") + m_options.getterSuffix);
+    names.enumType = EnumType(names.identifier);
+    names.member = Member(names.identifier);
     return names;
 }
 
-QString CppClassWriter::MemberName(const QString& identifier)
+QString CppNames::Member(const QString& identifier) const
 {
-    return GetValidIdentifierName(tr("m_") + identifier + QLatin1String("Feature"));
+    return m_clean(CppClassWriter::tr("m_") + identifier + QLatin1String("Feature"));
 }
 
-QString CppClassWriter::EnumTypeName(const QString& name)
+QString CppNames::EnumType(const QString& name) const
 {
-    return GetValidIdentifierName(name + QLatin1String("Enum"));
+    return m_clean(name + QLatin1String("Enum"));
 }
 
-QString CppClassWriter::EnumEntryName(const QString& feature, const QString& entry)
+QString CppNames::EnumEntry(const QString& feature, const QString& entry) const
 {
-    return GetValidIdentifierName(feature + QLatin1Char('_') + entry);
+    return m_clean(feature + QLatin1Char('_') + entry);
 }

@@ -234,7 +234,7 @@ private slots:
         {
             m_writer.options = CppOptions::Defaults();
             m_writer.options.SetClassName(
-                Below(20) == 0 ? m_writer.GetValidIdentifierName(NarrowName()) : "K" + QString::number(i));
+                Below(20) == 0 ? CppNames::Clean(NarrowName()) : "K" + QString::number(i));
             m_writer.options.headerFileName = "K.h";
             for (QString CppOptions::*option : {&CppOptions::getterPrefix, &CppOptions::getterSuffix,
                      &CppOptions::setterPrefix, &CppOptions::setterSuffix})
@@ -248,7 +248,7 @@ private slots:
                     entry.name = NarrowName().toStdString();
             }
             const FeatureInfos catalogue = Catalogue(features);
-            if (!CheckNames(m_writer, catalogue).errors.isEmpty())
+            if (!CheckNames(m_writer.options, catalogue).errors.empty())
                 continue;
             ++passed;
             file.write("namespace N" + QByteArray::number(i) + "\n{\n");

@@ -77,18 +77,10 @@ DocumentBuilder::ParserPtr DocumentBuilder::NewParser(int firstLine)
 {
     static std::once_flag initialised;
     std::call_once(initialised, xmlInitParser);
-    ParserPtr parser(xmlNewParserCtxt(), &xmlFreeParserCtxt);
-    // Not copied: most texts in the tree are places in it.
-    xmlParserInputBuffer* const buffer = xmlParserInputBufferCreateStatic(
-        m_document.m_xml.data(), static_cast<int>(m_document.m_xml.size()), XML_CHAR_ENCODING_NONE);
-    xmlParserInput* const input =
-        parser && buffer != nullptr ? xmlNewIOInputStream(parser.get(), buffer, XML_CHAR_ENCODING_NONE) : nullptr;
-    if (input == nullptr)
-    {
-        xmlFreeParserInputBuffer(buffer);
-        return {nullptr, &xmlFreeParserCtxt};
-    }
-    inputPush(parser.get(), input);
+    ParserPtr parser(xmlCreateMemoryParserCtxt(m_document.m_xml.data(), static_cast<int>(m_document.m_xml.size())),
+        &xmlFreeParserCtxt);
+    if (!parser)
+        return parser;
     xmlSAXHandler& handler = *parser->sax;
     handler = xmlSAXHandler();
     handler.initialized = XML_SAX2_MAGIC;
@@ -105,7 +97,8 @@ DocumentBuilder::ParserPtr DocumentBuilder::NewParser(int firstLine)
     xmlCtxtUseOptions(
         parser.get(), XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE | XML_PARSE_NOENT);
     parser->_private = this;
-    input->line = firstLine;
+    parser->input->line = firstLine;
+    m_parser = parser.get();
     return parser;
 }
 
@@ -233,9 +226,11 @@ void DocumentBuilder::TakeText(std::string_view text)
     if (m_ignored > 0 || m_open.empty() || m_open.back().lastChild != nullptr)
         return;
     std::string_view& content = m_open.back().element->content;
-    if (m_gathered.empty() && IsInXml(text) && (content.empty() || content.data() + content.size() == text.data()))
+    const std::string_view place = m_gathered.empty() ? InXml(text) : std::string_view();
+    const bool goesOn = content.empty() || content.data() + content.size() == place.data();
+    if (!place.empty() && goesOn)
     {
-        content = {content.empty() ? text.data() : content.data(), content.size() + text.size()};
+        content = {content.empty() ? place.data() : content.data(), content.size() + place.size()};
         return;
     }
     if (m_gathered.empty())
@@ -317,20 +312,30 @@ std::string_view DocumentBuilder::NameOf(const xmlChar* name, const xmlChar* pre
     return known;
 }
 
+/// A text of the parser's that stays.
 std::string_view DocumentBuilder::Kept(std::string_view text)
 {
-    if (text.empty() || IsInXml(text))
-        return text;
+    const std::string_view place = InXml(text);
+    if (!place.empty() || text.empty())
+        return place;
     auto* const copy = static_cast<char*>(m_document.m_memory.allocate(text.size(), 1));
     std::copy(text.begin(), text.end(), copy);
     return {copy, text.size()};
 }
 
-bool DocumentBuilder::IsInXml(std::string_view text) const
+/// The place where a text that the parser hands out stands in the XML; empty if it is spelled differently there.
+std::string_view DocumentBuilder::InXml(std::string_view text) const
 {
-    const std::string& xml = m_document.m_xml;
-    const std::less_equal<const char*> isUpTo;
-    return isUpTo(xml.data(), text.data()) && isUpTo(text.data() + text.size(), xml.data() + xml.size());
+    const xmlParserInput& input = *m_parser->input;
+    const char* const base = reinterpret_cast<const char*>(input.base);
+    const char* const end = reinterpret_cast<const char*>(input.end);
+    const std::less<const char*> isBefore;
+    if (isBefore(text.data(), base) || isBefore(end, text.data() + text.size()))
+        return std::string_view();
+    const std::size_t offset = input.consumed + static_cast<std::size_t>(text.data() - base);
+    const std::string_view xml = m_document.m_xml;
+    const std::string_view place = offset <= xml.size() ? xml.substr(offset, text.size()) : std::string_view();
+    return place == text ? place : std::string_view();
 }
 
 } // namespace OPX::KltAPI

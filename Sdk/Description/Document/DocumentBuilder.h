@@ -68,10 +68,11 @@ private:
     Tag TagOf(const xmlChar* name, const xmlChar* prefix);
     std::string_view NameOf(const xmlChar* name, const xmlChar* prefix);
     std::string_view Kept(std::string_view text);
-    bool IsInXml(std::string_view text) const;
+    std::string_view InXml(std::string_view text) const;
     void Refuse(const char* problem) { m_document.m_problem.text = problem; }
 
     Document& m_document;
+    const xmlParserCtxt* m_parser = nullptr;
     xmlError m_error = {}; ///< The first one of the text itself; others follow from it.
     std::vector<Open> m_open;
     std::size_t m_size = 0; ///< Of Aravis' document.

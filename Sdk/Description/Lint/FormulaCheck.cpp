@@ -78,7 +78,7 @@ private:
         const bool isTooLarge = error->What() == FormulaError::Overflow;
         Report(element, "is " + Quoted(element.Text()) +
                             (isTooLarge ? ", which does not fit into 64 bits" : ", which is not a number"));
-        m_variables.insert(std::string(element.name)); // Told once, and no more where it is used.
+        m_variables.insert(std::string(element.name));
     }
 
     /// \param given names that are known besides those of the node
@@ -88,25 +88,31 @@ private:
             return;
         given.insert(m_variables.begin(), m_variables.end());
         const std::optional<FormulaError> error = ErrorOf(*element, m_expressions, given);
-        const bool isEndless = error && error->What() == FormulaError::TooLong;
-        // What is wrong with an expression is told there.
-        if (!error || (!error->Expression().empty() && !isEndless))
+        if (!error)
             return;
-        if (element->Text().empty())
-            Report(*element, "is empty");
-        else if (error->What() == FormulaError::UnknownVariable)
-            Report(*element, "uses " + Quoted(error->Name()) + ", which it does not know");
-        else
-            Report(*element, "cannot be read: " + std::string(error->what()) +
-                                 (isEndless ? "" : ", at character " + std::to_string(error->Place() + 1)));
-        if (isEndless && !element->name.empty())
+        const bool isEndless = error->What() == FormulaError::TooLong;
+        // What is wrong with an expression is told there.
+        if (error->Expression().empty() || isEndless)
+            ReportFormula(*element, *error, isEndless);
+        if (!element->name.empty())
             m_variables.insert(std::string(element->name));
+    }
+
+    void ReportFormula(const Element& element, const FormulaError& error, bool isEndless)
+    {
+        if (element.Text().empty())
+            Report(element, "is empty");
+        else if (error.What() == FormulaError::UnknownVariable)
+            Report(element, "uses " + Quoted(error.Name()) + ", which it does not know");
+        else
+            Report(element, "cannot be read: " + std::string(error.what()) +
+                                (isEndless ? "" : ", at character " + std::to_string(error.Place() + 1)));
     }
 
     const NodeInPlace m_node;
     Mistakes& m_mistakes;
     std::map<std::string, const Element*> m_parts; ///< All that has a name.
-    Names m_variables;
+    Names m_variables; ///< Also what cannot be read: that is told once, and no more where it is used.
     Formula::Expressions m_expressions;
 };
 

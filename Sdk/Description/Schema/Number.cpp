@@ -57,7 +57,7 @@ void DescriptionNumber::ReadWhole(std::string_view text)
     comparable = comparable && magnitude <= largest;
     m_integer = static_cast<long long>(digits.negative ? 0 - magnitude : magnitude);
     // One digit means the same either way.
-    if (digits.hexadecimal || *digits.begin != '0' || magnitude <= 7 || !problem.empty())
+    if (digits.begin == digits.end || digits.hexadecimal || *digits.begin != '0' || magnitude <= 7 || !problem.empty())
         return;
     const char* const end = std::from_chars(digits.begin, digits.end, magnitude, 8).ptr;
     problem = "which begins with 0 and is read as " + std::string(digits.negative ? "-" : "") +
