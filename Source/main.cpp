@@ -1,6 +1,7 @@
 #include "EndWatcher.h"
 #include "KoltaClassGenerator.h"
 #include "QtCompat.h"
+#include "Utf8Locale.h"
 
 #include <QApplication>
 #include <QIcon>
@@ -32,6 +33,7 @@ void SetLook(QApplication& application)
 
 int main(int argc, char* argv[])
 {
+    UseUtf8Locale();
     QApplication application(argc, argv);
     SetLook(application);
     UseUtf8ForTranslations();
