@@ -10,11 +10,13 @@
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QMessageBox>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTextDocumentFragment>
 
+#include <algorithm>
 #include <csignal>
 
 using namespace TestData;
@@ -79,15 +81,18 @@ QString Described(const QObject& object)
     if (const FileChooserWidget* chooser = qobject_cast<const FileChooserWidget*>(&object))
         text += ", caption '" + chooser->m_caption + "', filter '" + chooser->m_filter + "'";
     foreach (const QAction* action, widget != nullptr ? widget->actions() : QList<QAction*>())
-        text += ", " + action->objectName();
+        text += ", " + (action->menu() != nullptr ? action->menu()->objectName() : action->objectName());
     return text;
 }
 
-/// Everything below an object that has a name of ours.
+/// Everything below an object that has a name of ours, by name: in which order children are kept is up to Qt.
 QString Tree(const QObject& object, int depth)
 {
     QString text = QString(2 * depth, ' ') + Described(object) + '\n';
-    foreach (const QObject* child, object.children())
+    QObjectList children = object.children();
+    std::stable_sort(children.begin(), children.end(),
+        [](const QObject* a, const QObject* b) { return a->objectName() < b->objectName(); });
+    foreach (const QObject* child, children)
         if (child->objectName() == "qt_tabwidget_stackedwidget" ||
             (!child->objectName().isEmpty() && child->objectName()[0].isLetter() &&
                 !child->objectName().startsWith("qt_")))
