@@ -37,6 +37,12 @@ inline void UseUtf8ForLocale()
 #endif
 }
 
+/// Whether Qt wants the characters of the locale to be UTF-8.
+inline bool WantsUtf8Locale()
+{
+    return QT_VERSION >= QT_VERSION_CHECK(6, 0, 0);
+}
+
 /// Has `tr` take its texts, names and folders among them, as UTF-8. Since Qt 5 it does.
 inline void UseUtf8ForTranslations()
 {

@@ -1,5 +1,6 @@
 #include "KoltaClassGenerator.h"
 #include "QtCompat.h"
+#include "Utf8Locale.h"
 #include "Window/EndWatcher.h"
 
 #include <QApplication>
@@ -32,6 +33,7 @@ void SetLook(QApplication& application)
 
 int main(int argc, char* argv[])
 {
+    UseUtf8Locale();
     QApplication application(argc, argv);
     SetLook(application);
     UseUtf8ForTranslations();

@@ -2,6 +2,7 @@
 
 #include "Base/Messages.h"
 #include "QtCompat.h"
+#include "Utf8Locale.h"
 
 #include <QCoreApplication>
 
@@ -65,6 +66,7 @@ ExitCode CheckOutput(ExitCode code)
 int main(int argc, char* argv[])
 {
     OccupyStandardDescriptors();
+    UseUtf8Locale();
     // Qt takes its own arguments out of the list it is given.
     int noArguments = 1;
     const QCoreApplication application(noArguments, argv);

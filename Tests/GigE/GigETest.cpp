@@ -6,6 +6,7 @@
 #include <arv.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <memory>
 #include <spawn.h>
 #include <sstream>
@@ -53,7 +54,7 @@ class FakeCamera
 public:
     FakeCamera(const std::string& address, const std::string& serialNumber, const std::string& description)
     {
-        const char* arguments[] = {"arv-fake-gv-camera-0.8", "-i", address.c_str(), "-s", serialNumber.c_str(), "-g",
+        const char* arguments[] = {std::getenv("FAKE_CAMERA"), "-i", address.c_str(), "-s", serialNumber.c_str(), "-g",
             description.c_str(), nullptr};
         EXPECT_EQ(posix_spawnp(&m_process, arguments[0], nullptr, nullptr, const_cast<char**>(arguments), environ), 0);
     }

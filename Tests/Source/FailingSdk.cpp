@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QSessionManager>
 
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 
@@ -23,7 +24,11 @@ struct FromEnvironment
             m_script.Fail(call, KltErrorNoTransportLayer);
     }
 
-    ~FromEnvironment() { std::printf("Shutdowns: %d\n", m_script.calls["KoltaSystem::Shutdown"]); }
+    ~FromEnvironment()
+    {
+        std::printf(
+            "Shutdowns: %d\nTimes: %s\n", m_script.calls["KoltaSystem::Shutdown"], std::setlocale(LC_TIME, nullptr));
+    }
 
     ScriptedSdk::Script& m_script;
 };

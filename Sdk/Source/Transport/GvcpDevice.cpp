@@ -1,5 +1,7 @@
 #include "Transport/GvcpDevice.h"
 
+#include "Transport/WrittenBytes.h"
+
 #include <condition_variable>
 #include <mutex>
 #include <thread>
@@ -78,7 +80,7 @@ gboolean ReadMemory(ArvDevice* device, guint64 address, guint32 size, void* buff
     return CameraOf(device).ReadMemory(address, size, static_cast<std::uint8_t*>(buffer), error);
 }
 
-gboolean WriteMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error)
+gboolean WriteMemory(ArvDevice* device, guint64 address, guint32 size, WrittenBytes buffer, GError** error)
 {
     return CameraOf(device).WriteMemory(address, size, static_cast<const std::uint8_t*>(buffer), error);
 }

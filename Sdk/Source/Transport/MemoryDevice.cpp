@@ -1,5 +1,7 @@
 #include "Transport/MemoryDevice.h"
 
+#include "Transport/WrittenBytes.h"
+
 #include <algorithm>
 #include <array>
 #include <cstdint>
@@ -100,7 +102,8 @@ gboolean ReadMemory(ArvDevice* device, guint64 address, guint32 size, void* buff
     return TRUE;
 }
 
-gboolean WriteMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** /*error*/)
+gboolean WriteMemory(
+    ArvDevice* device, guint64 address, guint32 size, OPX::KltAPI::WrittenBytes buffer, GError** /*error*/)
 {
     MemoryOf(device).Write(address, size, static_cast<const std::uint8_t*>(buffer));
     return TRUE;

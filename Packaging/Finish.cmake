@@ -1,0 +1,18 @@
+# Run by cpack when everything lies where it is packaged from: whatever Debian asks of a package, then the permissions.
+if(CPACK_GENERATOR STREQUAL "DEB")
+    foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+        string(TOUPPER ${component} COMPONENT)
+        set(package ${CPACK_DEBIAN_${COMPONENT}_PACKAGE_NAME})
+        set(share ${CPACK_TEMPORARY_INSTALL_DIRECTORY}/${component}/usr/share)
+        file(GLOB manuals ${share}/man/man*/*)
+        execute_process(COMMAND gzip -9nf ${share}/doc/${package}/changelog ${manuals} COMMAND_ERROR_IS_FATAL ANY)
+        if(component STREQUAL "Development" AND NOT EXISTS ${share}/doc/${package}/html)
+            message(STATUS "${package} has no documentation: configure with -DKOLTA_DOCUMENTATION=ON to add it.")
+        endif()
+        if(EXISTS ${CMAKE_CURRENT_LIST_DIR}/lintian/${package})
+            file(COPY ${CMAKE_CURRENT_LIST_DIR}/lintian/${package} DESTINATION ${share}/lintian/overrides)
+        endif()
+    endforeach()
+endif()
+# They may come from whoever builds, and everybody may use what is installed.
+execute_process(COMMAND chmod -R u=rwX,go=rX ${CPACK_TEMPORARY_INSTALL_DIRECTORY} COMMAND_ERROR_IS_FATAL ANY)
