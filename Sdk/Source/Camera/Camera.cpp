@@ -2,8 +2,7 @@
 
 #include "Base/Report.h"
 #include "Base/TwoCalls.h"
-#include "Camera/CameraImpl.h"
-#include "Camera/FeatureImpl.h"
+#include "Camera/Impls.h"
 #include "Transport/SimulatedCamera.h"
 
 #include <algorithm>

@@ -3,8 +3,7 @@
 #include "Base/ErrorCodes.h"
 #include "Base/GlibPtr.h"
 #include "Base/TwoCalls.h"
-#include "Camera/FeatureImpl.h"
-#include "Camera/Session.h"
+#include "Camera/Impls.h"
 #include "Nodes/NodeValues.h"
 
 #include <algorithm>

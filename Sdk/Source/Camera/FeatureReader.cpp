@@ -2,8 +2,7 @@
 
 #include "Base/ErrorCodes.h"
 #include "Base/GlibPtr.h"
-#include "Camera/EnumEntryImpl.h"
-#include "Camera/Session.h"
+#include "Camera/Impls.h"
 #include "Document/Texts.h"
 
 #include <algorithm>

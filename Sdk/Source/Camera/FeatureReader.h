@@ -1,12 +1,10 @@
 #ifndef FEATUREREADER_H
 #define FEATUREREADER_H
 
-#include "Camera/FeatureData.h"
-#include "Nodes/NodeState.h"
+#include "KoltaCPP/EnumEntry.h"
+#include "KoltaCPP/KoltaTypes.h"
+#include "Transport/Connection.h"
 
-#include <arv.h>
-
-#include <chrono>
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -14,7 +12,18 @@
 namespace OPX::KltAPI
 {
 
-struct Connection;
+/// What is known of a feature without asking the camera. Copied when the features are listed, so that it outlives the
+/// connection.
+struct FeatureData
+{
+    std::string name;     ///< As users see it: without control characters.
+    std::string nodeName; ///< In the camera's description.
+    std::string category;
+    KltFeatureDataType dataType = KltFeatureDataUnknown;
+    KltFeatureFlagsType flags = KltFeatureFlagsNone;
+    std::vector<EnumEntry> entries;
+    bool isDelivered = false; ///< Its value comes with images or events, if at all.
+};
 
 /// Gathers what a camera's description says of its features, and asks the camera which of them it implements.
 ///

@@ -1,7 +1,7 @@
 #include "Camera/Session.h"
 
-#include "Camera/FeatureImpl.h"
 #include "Camera/FeatureReader.h"
+#include "Camera/Impls.h"
 
 #include <utility>
 

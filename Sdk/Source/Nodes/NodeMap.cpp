@@ -1,7 +1,6 @@
 #include "Nodes/NodeMap.h"
 
 #include "Base/ErrorCodes.h"
-#include "Base/ParserLock.h"
 #include "Document/Texts.h"
 #include "Formula/Formula.h"
 #include "Nodes/NodeLinks.h"
@@ -9,7 +8,6 @@
 #include <cmath>
 #include <limits>
 #include <map>
-#include <mutex>
 #include <unordered_map>
 
 namespace OPX::KltAPI
@@ -408,6 +406,12 @@ void InstallAll()
 }
 
 } // namespace
+
+std::mutex& ParserLock()
+{
+    static std::mutex mutex;
+    return mutex;
+}
 
 ObjectPtr<ArvGc> NewDescription(ArvDevice* device, const std::string& xml)
 {

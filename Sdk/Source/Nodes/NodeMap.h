@@ -5,10 +5,14 @@
 
 #include <arv.h>
 
+#include <mutex>
 #include <string>
 
 namespace OPX::KltAPI
 {
+
+/// Held while Aravis parses a description, whoever has it do so: its parser keeps static state.
+std::mutex& ParserLock();
 
 /// Has Aravis parse a description that was checked; null if it cannot. Its formulas are evaluated by `Formula`, not by
 /// Aravis' own evaluator. Any thread.

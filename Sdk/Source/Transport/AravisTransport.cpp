@@ -1,7 +1,6 @@
 #include "Transport/AravisTransport.h"
 
 #include "Base/ErrorCodes.h"
-#include "Base/ParserLock.h"
 #include "Base/Report.h"
 #include "Document/Texts.h"
 #include "Nodes/NodeMap.h"
