@@ -85,8 +85,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
             connection.xml = description.xml;
             connection.copies = description.copies;
-            connection.description = NewDescription(connection.device.get(), connection.xml);
-            return connection.description ? KltErrorSuccess : KltErrorOther;
+            connection.nodeMap = NewNodeMap(connection.device.get(), connection.xml);
+            return connection.nodeMap ? KltErrorSuccess : KltErrorOther;
         });
     FeaturePtrVector features;
     if (session->Open() == KltErrorSuccess && session->GetFeatures(features) == KltErrorSuccess)

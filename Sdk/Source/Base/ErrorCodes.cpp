@@ -34,7 +34,7 @@ const Row DeviceErrors[] = {
     {ARV_DEVICE_ERROR_PROTOCOL_ERROR_BUSY, KltErrorInvalidAccess},
 };
 
-const Row DescriptionErrors[] = {
+const Row NodeErrors[] = {
     {ARV_GC_ERROR_EMPTY_ENUMERATION, KltErrorInvalidValue},
     {ARV_GC_ERROR_OUT_OF_RANGE, KltErrorInvalidValue},
     {ARV_GC_ERROR_NODE_NOT_FOUND, KltErrorNotFound},
@@ -66,7 +66,7 @@ KltErrorType CodeOf(const GError* error)
     if (error->domain == ARV_DEVICE_ERROR)
         return Find(DeviceErrors, error->code);
     if (error->domain == ARV_GC_ERROR)
-        return Find(DescriptionErrors, error->code);
+        return Find(NodeErrors, error->code);
     if (error->domain == OwnErrorDomain())
         return error->code;
     return KltErrorOther;

@@ -67,7 +67,7 @@ FeatureReader::FeatureReader(const Connection& connection)
 
 KltErrorType FeatureReader::Read(std::vector<FeatureData>& features)
 {
-    ReadCategory(arv_gc_get_node(m_connection.description.get(), "Root"), std::string(), 0);
+    ReadCategory(arv_gc_get_node(m_connection.nodeMap.get(), "Root"), std::string(), 0);
     if (m_result == KltErrorSuccess)
         features.swap(m_features);
     return m_result;

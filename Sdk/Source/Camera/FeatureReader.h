@@ -34,8 +34,8 @@ class FeatureReader
 public:
     explicit FeatureReader(const Connection& connection);
 
-    /// All implemented features in the order of the categories. -12 when the camera stops answering or takes too
-    /// long; what was read until then is of no use.
+    /// All implemented features in the order of the categories. KltErrorTimeout when the camera stops answering or
+    /// takes too long; what was read until then is of no use.
     KltErrorType Read(std::vector<FeatureData>& features);
 
 private:

@@ -19,23 +19,23 @@ const std::chrono::seconds CallLimit(9);
 Session::Call::Call(Session& session)
     : m_session(session),
       m_deadline(Connection::Clock::now() + CallLimit),
-      m_hasTurn(session.m_turns.Take(m_deadline))
+      m_hasLock(session.m_mutex.LockUntil(m_deadline))
 {
-    if (m_hasTurn)
+    if (m_hasLock)
         *session.m_connection.deadline = m_deadline;
 }
 
 Session::Call::~Call()
 {
-    if (m_hasTurn)
-        m_session.m_turns.Give();
+    if (m_hasLock)
+        m_session.m_mutex.Unlock();
 }
 
 KltErrorType Session::Call::Refusal() const
 {
-    if (!m_hasTurn)
+    if (!m_hasLock)
         return KltErrorTimeout;
-    return m_session.m_connection.description ? KltErrorSuccess : KltErrorDeviceNotOpen;
+    return m_session.m_connection.nodeMap ? KltErrorSuccess : KltErrorDeviceNotOpen;
 }
 
 Session::Session(Connector connect) : m_connect(std::move(connect))
@@ -46,7 +46,7 @@ KltErrorType Session::Open()
 {
     const Call call(*this);
     if (call.Refusal() != KltErrorDeviceNotOpen)
-        return call.HasTurn() ? KltErrorInvalidAccess : KltErrorTimeout;
+        return call.HasLock() ? KltErrorInvalidAccess : KltErrorTimeout;
     Connection connection;
     *connection.deadline = call.Deadline();
     const KltErrorType result = m_connect(connection);

@@ -1,7 +1,7 @@
 #ifndef SESSION_H
 #define SESSION_H
 
-#include "Base/Turns.h"
+#include "Base/TimedMutex.h"
 #include "KoltaCPP/Feature.h"
 #include "Transport/Connection.h"
 
@@ -15,8 +15,8 @@ namespace OPX::KltAPI
 /// What a camera and its features share: the connection, while there is one, and the lock around it. Aravis allows one
 /// thread at a time per device.
 ///
-/// No call takes longer than ten seconds, whatever the camera and other threads do; it fails with -12 then. Aravis' USB
-/// devices do not know the deadline: they can take longer over one access to a register.
+/// No call takes longer than ten seconds, whatever the camera and other threads do; it fails with KltErrorTimeout then.
+/// Aravis' USB devices do not know the deadline: they can take longer over one access to a register.
 ///
 /// Lives as long as the camera or one of its features; opened again, it serves the earlier features, too.
 class Session : public std::enable_shared_from_this<Session>
@@ -32,7 +32,7 @@ public:
 
     KltErrorType GetDescription(std::string& xml);
 
-    /// The feature of this name; -3 if there is none.
+    /// The feature of this name; KltErrorNotFound if there is none.
     KltErrorType GetFeature(const std::string& name, FeaturePtr& feature);
 
     /// Calls \a access with the node of this name, which it must not keep, and the connection; returns its result.
@@ -44,7 +44,7 @@ public:
             return call.Refusal();
         if (!IsThere())
             return KltErrorTimeout;
-        ArvGcNode* node = arv_gc_get_node(m_connection.description.get(), nodeName.c_str());
+        ArvGcNode* node = arv_gc_get_node(m_connection.nodeMap.get(), nodeName.c_str());
         if (!ARV_IS_GC_FEATURE_NODE(node))
             return KltErrorNotFound;
         return access(ARV_GC_FEATURE_NODE(node), static_cast<const Connection&>(m_connection));
@@ -60,23 +60,23 @@ private:
         Call(const Call&) = delete;
         Call& operator=(const Call&) = delete;
 
-        bool HasTurn() const { return m_hasTurn; }
+        bool HasLock() const { return m_hasLock; }
         Connection::Clock::time_point Deadline() const { return m_deadline; }
 
-        /// Why the camera cannot be used: -12 others take too long, -5 it is closed; or 0.
+        /// Why the camera cannot be used: KltErrorTimeout others take too long, KltErrorDeviceNotOpen; or success.
         KltErrorType Refusal() const;
 
     private:
         Session& m_session;
         const Connection::Clock::time_point m_deadline;
-        const bool m_hasTurn;
+        const bool m_hasLock;
     };
 
     bool IsThere() const { return !m_connection.isThere || m_connection.isThere(); }
     KltErrorType EnsureListed(const Call& call);
 
     const Connector m_connect;
-    Turns m_turns; ///< Around what follows.
+    TimedMutex m_mutex; ///< Around what follows.
     Connection m_connection;
     bool m_listed = false;
     FeaturePtrVector m_features;

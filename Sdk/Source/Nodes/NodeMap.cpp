@@ -15,7 +15,7 @@ namespace OPX::KltAPI
 namespace
 {
 
-std::string TextOf(ArvGcPropertyNode* property)
+std::string ContentOf(ArvGcPropertyNode* property)
 {
     CallError error;
     const char* text = arv_gc_property_node_get_string(property, error.Out());
@@ -123,10 +123,10 @@ private:
         if (type == ARV_GC_PROPERTY_NODE_TYPE_P_VARIABLE)
             m_variables[NameOf(property)] = property;
         else if (type == ARV_GC_PROPERTY_NODE_TYPE_EXPRESSION || type == ARV_GC_PROPERTY_NODE_TYPE_CONSTANT)
-            m_expressions[NameOf(property)] = TextOf(property); // A constant like -1 is a formula, too.
+            m_expressions[NameOf(property)] = ContentOf(property); // A constant like -1 is a formula, too.
         else if (type == ARV_GC_PROPERTY_NODE_TYPE_FORMULA || type == ARV_GC_PROPERTY_NODE_TYPE_FORMULA_TO ||
                  type == ARV_GC_PROPERTY_NODE_TYPE_FORMULA_FROM)
-            m_texts[type] = TextOf(property);
+            m_texts[type] = ContentOf(property);
     }
 
     const Formula& FormulaOf(ArvGcPropertyNodeType type, const std::string& given)
@@ -160,14 +160,14 @@ GQuark OwnKey()
     return g_quark_from_static_string("kolta-own-formulas");
 }
 
-/// Null for nodes of descriptions that others use.
+/// Null for nodes of node maps that others made.
 NodeFormulas* FormulasOf(gpointer node)
 {
     auto* const known = static_cast<NodeFormulas*>(g_object_get_qdata(G_OBJECT(node), FormulasKey()));
     if (known != nullptr)
         return known;
-    ArvGc* description = arv_gc_node_get_genicam(ARV_GC_NODE(node));
-    if (description == nullptr || g_object_get_qdata(G_OBJECT(description), OwnKey()) == nullptr)
+    ArvGc* nodeMap = arv_gc_node_get_genicam(ARV_GC_NODE(node));
+    if (nodeMap == nullptr || g_object_get_qdata(G_OBJECT(nodeMap), OwnKey()) == nullptr)
         return nullptr;
     auto* const formulas = new NodeFormulas(ARV_GC_NODE(node));
     g_object_set_qdata_full(G_OBJECT(node), FormulasKey(), formulas,
@@ -413,15 +413,15 @@ std::mutex& ParserLock()
     return mutex;
 }
 
-ObjectPtr<ArvGc> NewDescription(ArvDevice* device, const std::string& xml)
+ObjectPtr<ArvGc> NewNodeMap(ArvDevice* device, const std::string& xml)
 {
     static std::once_flag installed;
     std::call_once(installed, InstallAll);
     const std::lock_guard<std::mutex> lock(ParserLock());
-    ObjectPtr<ArvGc> description(arv_gc_new(device, xml.data(), xml.size()));
-    if (description)
-        g_object_set_qdata(G_OBJECT(description.get()), OwnKey(), description.get());
-    return description;
+    ObjectPtr<ArvGc> nodeMap(arv_gc_new(device, xml.data(), xml.size()));
+    if (nodeMap)
+        g_object_set_qdata(G_OBJECT(nodeMap.get()), OwnKey(), nodeMap.get());
+    return nodeMap;
 }
 
 } // namespace OPX::KltAPI

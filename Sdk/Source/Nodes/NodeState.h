@@ -26,7 +26,7 @@ KltFeatureFlagsType FlagsOf(const NodeChain& chain);
 /// \param error the first one, if any
 bool IsImplemented(const NodeChain& chain, const TakeUnknown& takeUnknown, GError** error);
 
-/// Whether the node can be used in the camera's present state. \return -6 if not
+/// Whether the node can be used in the camera's present state. \return KltErrorInvalidAccess if not
 KltErrorType CheckState(ArvGcFeatureNode* node, bool write, const TakeUnknown& takeUnknown);
 
 /// Finds the nodes whose values come with images and events, and not from the camera's registers.

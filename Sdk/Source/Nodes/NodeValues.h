@@ -2,7 +2,7 @@
 #define NODEVALUES_H
 
 /// \file
-/// Values of nodes, whatever their access, with the SDK's codes: -11 for what is out of range, off the increment or of
+/// Values of nodes, whatever their access: KltErrorInvalidValue is for what is out of range, off the increment or of
 /// the wrong length.
 
 #include "Formula/Formula.h"
@@ -19,10 +19,10 @@ namespace OPX::KltAPI
 /// Whether the node's value can be fetched: that no register on the way to it is unreasonably long. The length can come
 /// from another register and be anything. Aravis fetches a register as a whole, and the process ends if there is not
 /// enough memory. For a register without a byte it returns uninitialised memory.
-/// \return -11 for such a register, -14 for one that is too long
+/// \return KltErrorInvalidValue for such a register, KltErrorResources for one that is too long
 KltErrorType CheckLength(ArvGcFeatureNode* node);
 
-/// The length of a register. \return -14 if it is unreasonable
+/// The length of a register. \return KltErrorResources if it is unreasonable
 KltErrorType LengthOf(ArvGcRegister* node, guint64& length);
 
 /// \param offIncrement set if the value is within the limits, but not a whole number of increments above the minimum

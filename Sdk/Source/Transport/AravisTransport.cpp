@@ -47,8 +47,8 @@ KltErrorType UseDescription(Connection& connection, const std::string& deviceId,
     }
     connection.xml = checked.xml;
     connection.copies = checked.copies;
-    connection.description = NewDescription(connection.device.get(), connection.xml);
-    return connection.description ? KltErrorSuccess : KltErrorOther;
+    connection.nodeMap = NewNodeMap(connection.device.get(), connection.xml);
+    return connection.nodeMap ? KltErrorSuccess : KltErrorOther;
 }
 
 KltErrorType ConnectGige(const std::string& deviceId, const std::string& address, Connection& connection)

@@ -16,7 +16,7 @@
 namespace OPX::KltAPI
 {
 
-/// An open connection to a camera. The description goes first.
+/// An open connection to a camera. The node map goes first.
 struct Connection
 {
     typedef std::chrono::steady_clock Clock;
@@ -25,8 +25,8 @@ struct Connection
     std::shared_ptr<Clock::time_point> deadline = std::make_shared<Clock::time_point>();
 
     ObjectPtr<ArvDevice> device;
-    ObjectPtr<ArvGc> description;
-    std::string xml; ///< What the description was made from.
+    ObjectPtr<ArvGc> nodeMap;
+    std::string xml; ///< What the node map was made from.
 
     /// How long the listing of all features may take.
     std::chrono::seconds patience{10};

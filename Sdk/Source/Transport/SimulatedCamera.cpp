@@ -22,10 +22,10 @@ KltErrorType Connect(const DescriptionFile& file, Connection& connection)
     connection.patience = std::chrono::seconds(4); // Memory is quick: only a hostile description takes longer.
     connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
     connection.isThere = [file] { return file.IsUnchanged(); };
-    connection.description = NewDescription(connection.device.get(), connection.xml);
-    if (!connection.description)
+    connection.nodeMap = NewNodeMap(connection.device.get(), connection.xml);
+    if (!connection.nodeMap)
         return KltErrorOther;
-    ApplyStartValues(connection.description.get(), file.Path());
+    ApplyStartValues(connection.nodeMap.get(), file.Path());
     return KltErrorSuccess;
 }
 

@@ -46,13 +46,13 @@ bool IsOffIncrement(ArvGcNode* node, const std::string& value)
 }
 
 /// \return what is wrong with the line, empty if it was applied
-std::string Apply(ArvGc* description, const std::string& line)
+std::string Apply(ArvGc* nodeMap, const std::string& line)
 {
     const std::size_t equals = line.find('=');
     if (equals == std::string::npos)
         return "there is no '='";
     const std::string name = Trimmed(line.substr(0, equals));
-    ArvGcNode* node = arv_gc_get_node(description, name.c_str());
+    ArvGcNode* node = arv_gc_get_node(nodeMap, name.c_str());
     if (!ARV_IS_GC_FEATURE_NODE(node))
         return "there is no feature '" + name + "'";
     if (CheckLength(ARV_GC_FEATURE_NODE(node)) != KltErrorSuccess)
@@ -69,7 +69,7 @@ std::string Apply(ArvGc* description, const std::string& line)
 
 } // namespace
 
-void ApplyStartValues(ArvGc* description, const std::filesystem::path& descriptionFile)
+void ApplyStartValues(ArvGc* nodeMap, const std::filesystem::path& descriptionFile)
 {
     const std::filesystem::path path = std::filesystem::path(descriptionFile).replace_extension(".values");
     std::error_code none;
@@ -77,21 +77,21 @@ void ApplyStartValues(ArvGc* description, const std::filesystem::path& descripti
         return;
     std::ifstream file(path);
     // Even what can never be written in the camera itself may be set here.
-    const ArvAccessCheckPolicy policy = arv_gc_get_access_check_policy(description);
-    const ArvRangeCheckPolicy ranges = arv_gc_get_range_check_policy(description);
-    arv_gc_set_access_check_policy(description, ARV_ACCESS_CHECK_POLICY_DISABLE);
-    arv_gc_set_range_check_policy(description, ARV_RANGE_CHECK_POLICY_ENABLE);
+    const ArvAccessCheckPolicy policy = arv_gc_get_access_check_policy(nodeMap);
+    const ArvRangeCheckPolicy ranges = arv_gc_get_range_check_policy(nodeMap);
+    arv_gc_set_access_check_policy(nodeMap, ARV_ACCESS_CHECK_POLICY_DISABLE);
+    arv_gc_set_range_check_policy(nodeMap, ARV_RANGE_CHECK_POLICY_ENABLE);
     int number = 0;
     for (std::string line; std::getline(file, line);)
     {
         ++number;
         line = Trimmed(line);
-        const std::string problem = line.empty() || line[0] == '#' ? std::string() : Apply(description, line);
+        const std::string problem = line.empty() || line[0] == '#' ? std::string() : Apply(nodeMap, line);
         if (!problem.empty())
             Report(path.string() + ":" + std::to_string(number) + ": " + problem);
     }
-    arv_gc_set_access_check_policy(description, policy);
-    arv_gc_set_range_check_policy(description, ranges);
+    arv_gc_set_access_check_policy(nodeMap, policy);
+    arv_gc_set_range_check_policy(nodeMap, ranges);
 }
 
 } // namespace OPX::KltAPI
