@@ -1,7 +1,6 @@
 // Whatever a description contains, it is refused or read: nothing crashes, hangs or eats up the memory.
 
 #include "Camera/Session.h"
-#include "Nodes/NodeMap.h"
 #include "Safety/SafeDescription.h"
 #include "Transport/MemoryDevice.h"
 
@@ -74,20 +73,18 @@ void UseAll(const FeaturePtrVector& features)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     g_log_set_default_handler(IgnoreLog, nullptr);
-    const SafeDescription description =
-        CheckDescription(std::string(reinterpret_cast<const char*>(data), size), "Fuzz");
-    if (description.problem)
+    const auto description = std::make_shared<const SafeDescription>(
+        CheckDescription(std::string(reinterpret_cast<const char*>(data), size), "Fuzz"));
+    if (description->problem)
         return 0;
     const auto session = std::make_shared<Session>(
         [&description](Connection& connection)
         {
             connection.device = NewMemoryDevice();
             connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
-            connection.xml = description.xml;
-            connection.copies = description.copies;
-            connection.nodeMap = NewNodeMap(connection.device.get(), connection.xml);
-            return connection.nodeMap ? KltErrorSuccess : KltErrorOther;
-        });
+            return connection.Use(description);
+        },
+        "Fuzz");
     FeaturePtrVector features;
     if (session->Open() == KltErrorSuccess && session->GetFeatures(features) == KltErrorSuccess)
         UseAll(features);

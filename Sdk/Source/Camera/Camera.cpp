@@ -13,7 +13,7 @@ namespace OPX::KltAPI
 CameraPtr NewCamera(const CameraRecord& record)
 {
     return CameraPtr(new Camera(new FeatureContainer::Impl{record.name, record.serialNumber, record.transport,
-        record.address, std::make_shared<Session>(record.connect)}));
+        record.address, std::make_shared<Session>(record.connect, record.id)}));
 }
 
 FeatureContainer::FeatureContainer(Impl* impl) : m_impl(impl)

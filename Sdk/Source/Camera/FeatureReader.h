@@ -36,19 +36,19 @@ public:
 
     /// All implemented features in the order of the categories. KltErrorTimeout when the camera stops answering or
     /// takes too long; what was read until then is of no use.
-    KltErrorType Read(std::vector<FeatureData>& features);
+    Failure Read(std::vector<FeatureData>& features);
 
 private:
     void ReadCategory(ArvGcNode* category, const std::string& path, int depth);
     void ReadFeature(ArvGcFeatureNode* node, const std::string& path);
     std::vector<EnumEntry> ReadEntries(ArvGcEnumeration* enumeration);
     bool IsImplemented(const NodeChain& chain);
-    void Notice(const GError* error);
+    void Notice(const Failure& failure);
 
     const Connection& m_connection;
     DeliveredNodes m_delivered;
     const std::chrono::steady_clock::time_point m_deadline;
-    KltErrorType m_result = KltErrorSuccess;
+    Failure m_failure;
     std::unordered_set<ArvGcFeatureNode*> m_seen;
     std::vector<FeatureData> m_features;
 };

@@ -22,7 +22,8 @@ namespace OPX::KltAPI
 class Session : public std::enable_shared_from_this<Session>
 {
 public:
-    explicit Session(Connector connect);
+    /// \param camera its id, for messages
+    Session(Connector connect, std::string camera);
 
     KltErrorType Open();
     KltErrorType Close();
@@ -35,7 +36,7 @@ public:
     /// The feature of this name; KltErrorNotFound if there is none.
     KltErrorType GetFeature(const std::string& name, FeaturePtr& feature);
 
-    /// Calls \a access with the node of this name, which it must not keep, and the connection; returns its result.
+    /// Calls \a access with the node of this name, which it must not keep, and the connection; returns its code.
     template <class Access>
     KltErrorType Use(const std::string& nodeName, Access access)
     {
@@ -47,7 +48,7 @@ public:
         ArvGcNode* node = arv_gc_get_node(m_connection.nodeMap.get(), nodeName.c_str());
         if (!ARV_IS_GC_FEATURE_NODE(node))
             return KltErrorNotFound;
-        return access(ARV_GC_FEATURE_NODE(node), static_cast<const Connection&>(m_connection));
+        return access(ARV_GC_FEATURE_NODE(node), static_cast<const Connection&>(m_connection)).code;
     }
 
 private:
@@ -76,6 +77,7 @@ private:
     KltErrorType EnsureListed(const Call& call);
 
     const Connector m_connect;
+    const std::string m_camera;
     TimedMutex m_mutex; ///< Around what follows.
     Connection m_connection;
     bool m_listed = false;

@@ -1,17 +1,16 @@
 #ifndef CONNECTION_H
 #define CONNECTION_H
 
+#include "Base/Failure.h"
 #include "Base/GlibPtr.h"
-#include "KoltaCPP/KoltaTypes.h"
 #include "Nodes/NodeState.h"
-#include "Safety/ValueCopies.h"
+#include "Safety/SafeDescription.h"
 
 #include <arv.h>
 
 #include <chrono>
 #include <functional>
 #include <memory>
-#include <string>
 
 namespace OPX::KltAPI
 {
@@ -25,8 +24,8 @@ struct Connection
     std::shared_ptr<Clock::time_point> deadline = std::make_shared<Clock::time_point>();
 
     ObjectPtr<ArvDevice> device;
-    ObjectPtr<ArvGc> nodeMap;
-    std::string xml; ///< What the node map was made from.
+    std::shared_ptr<const SafeDescription> description;
+    ObjectPtr<ArvGc> nodeMap; ///< Made from what was checked, and from nothing else.
 
     /// How long the listing of all features may take.
     std::chrono::seconds patience{10};
@@ -36,11 +35,12 @@ struct Connection
     /// Whether the camera is still there. Empty for cameras that do not answer when they are gone.
     std::function<bool()> isThere;
 
-    ValueCopies copies;
+    /// Makes the node map of a description, which may have a problem. For connections with a device.
+    Failure Use(std::shared_ptr<const SafeDescription> checked);
 };
 
-/// Connects to one camera.
-typedef std::function<KltErrorType(Connection& connection)> Connector;
+/// Connects to one camera. If there is a reason why it cannot, it is what is wrong with the camera's description.
+typedef std::function<Failure(Connection& connection)> Connector;
 
 } // namespace OPX::KltAPI
 

@@ -39,7 +39,7 @@ public:
         m_heart.join();
         m_camera->SetDeadline(
             std::make_shared<const GvcpChannel::Clock::time_point>(GvcpChannel::Clock::now() + Goodbye));
-        m_camera->WriteRegister(ControlRegister, 0, nullptr);
+        m_camera->WriteRegister(ControlRegister, 0);
     }
 
     Control(const Control&) = delete;
@@ -75,22 +75,22 @@ GvcpChannel& CameraOf(ArvDevice* device)
 
 gboolean ReadMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error)
 {
-    return CameraOf(device).ReadMemory(address, size, static_cast<std::uint8_t*>(buffer), error);
+    return PassOn(CameraOf(device).ReadMemory(address, size, static_cast<std::uint8_t*>(buffer)), error);
 }
 
 gboolean WriteMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error)
 {
-    return CameraOf(device).WriteMemory(address, size, static_cast<const std::uint8_t*>(buffer), error);
+    return PassOn(CameraOf(device).WriteMemory(address, size, static_cast<const std::uint8_t*>(buffer)), error);
 }
 
 gboolean ReadRegister(ArvDevice* device, guint64 address, guint32* value, GError** error)
 {
-    return CameraOf(device).ReadRegister(address, *value, error);
+    return PassOn(CameraOf(device).ReadRegister(address, *value), error);
 }
 
 gboolean WriteRegister(ArvDevice* device, guint64 address, guint32 value, GError** error)
 {
-    return CameraOf(device).WriteRegister(address, value, error);
+    return PassOn(CameraOf(device).WriteRegister(address, value), error);
 }
 
 const char* NoXml(ArvDevice* /*device*/, size_t* size)
@@ -149,20 +149,22 @@ GType DeviceType()
 
 } // namespace
 
-bool IsInUse(GvcpChannel& camera, GError** error)
+Failure CheckUnused(GvcpChannel& camera)
 {
     std::uint32_t control = 0;
-    return camera.ReadRegister(ControlRegister, control, error) && (control & ControlBits) != 0;
+    if (const Failure failure = camera.ReadRegister(ControlRegister, control))
+        return failure;
+    return (control & ControlBits) != 0 ? KltErrorInvalidAccess : KltErrorSuccess;
 }
 
-ObjectPtr<ArvDevice> NewGvcpDevice(std::unique_ptr<GvcpChannel> camera, GError** error)
+Failure TakeControl(std::unique_ptr<GvcpChannel> camera, ObjectPtr<ArvDevice>& device)
 {
-    if (!camera->WriteRegister(ControlRegister, Controlled, error))
-        return nullptr;
-    ObjectPtr<ArvDevice> device(ARV_DEVICE(g_object_new(DeviceType(), nullptr)));
+    if (const Failure failure = camera->WriteRegister(ControlRegister, Controlled))
+        return failure;
+    device.reset(ARV_DEVICE(g_object_new(DeviceType(), nullptr)));
     g_object_set_qdata_full(G_OBJECT(device.get()), ControlQuark(), new Control(std::move(camera)),
         [](gpointer control) { delete static_cast<Control*>(control); });
-    return device;
+    return KltErrorSuccess;
 }
 
 } // namespace OPX::KltAPI

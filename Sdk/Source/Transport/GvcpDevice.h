@@ -11,12 +11,12 @@
 namespace OPX::KltAPI
 {
 
-/// Whether another program controls the camera.
-bool IsInUse(GvcpChannel& camera, GError** error);
+/// \return KltErrorInvalidAccess if another program controls the camera
+Failure CheckUnused(GvcpChannel& camera);
 
 /// Takes control of a camera, and keeps it until the device is destroyed, which takes half a second at most.
-/// \return a device without a description; null after an error
-ObjectPtr<ArvDevice> NewGvcpDevice(std::unique_ptr<GvcpChannel> camera, GError** error);
+/// \param device gets a device without a description
+Failure TakeControl(std::unique_ptr<GvcpChannel> camera, ObjectPtr<ArvDevice>& device);
 
 } // namespace OPX::KltAPI
 

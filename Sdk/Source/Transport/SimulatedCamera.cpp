@@ -12,19 +12,16 @@ namespace OPX::KltAPI
 namespace
 {
 
-KltErrorType Connect(const DescriptionFile& file, Connection& connection)
+Failure Connect(const DescriptionFile& file, Connection& connection)
 {
     if (!file.IsUnchanged())
         return KltErrorNotFound;
-    connection.xml = file.Content().xml;
-    connection.copies = file.Content().copies;
     connection.device = NewMemoryDevice();
     connection.patience = std::chrono::seconds(4); // Memory is quick: only a hostile description takes longer.
     connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
     connection.isThere = [file] { return file.IsUnchanged(); };
-    connection.nodeMap = NewNodeMap(connection.device.get(), connection.xml);
-    if (!connection.nodeMap)
-        return KltErrorOther;
+    if (Failure failure = connection.Use(file.Content()))
+        return failure;
     ApplyStartValues(connection.nodeMap.get(), file.Path());
     return KltErrorSuccess;
 }
@@ -58,7 +55,7 @@ std::string DescriptionFile::Id() const
 
 CameraRecord RecordOf(const DescriptionFile& file)
 {
-    return {file.Id(), file.Content().modelName, WithoutControls(file.Path().stem().string()), "simulated",
+    return {file.Id(), file.Content()->modelName, WithoutControls(file.Path().stem().string()), "simulated",
         file.Path().string(), [file](Connection& connection) { return Connect(file, connection); }};
 }
 
