@@ -2,7 +2,8 @@
 
 #include "Camera/Session.h"
 #include "Safety/SafeDescription.h"
-#include "Transport/MemoryDevice.h"
+#include "Transport/RegisterDevice.h"
+#include "Transport/SparseMemory.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -80,8 +81,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const auto session = std::make_shared<Session>(
         [&description](Connection& connection)
         {
-            connection.device = NewMemoryDevice();
-            connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
+            auto memory = std::make_unique<SparseMemory>();
+            connection.takeUnknown = [known = memory.get()] { return known->TakeUnknown(); };
+            connection.device = NewRegisterDevice(std::move(memory), DeviceKind::Plain);
             return connection.Use(description);
         },
         "Fuzz");

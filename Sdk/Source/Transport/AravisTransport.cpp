@@ -5,8 +5,9 @@
 #include "Document/Texts.h"
 #include "Nodes/NodeMap.h"
 #include "Safety/SafeDescription.h"
+#include "Transport/GvcpCamera.h"
 #include "Transport/GvcpDescription.h"
-#include "Transport/GvcpDevice.h"
+#include "Transport/RegisterDevice.h"
 #include "Transport/UsbPermissions.h"
 
 #include <arv.h>
@@ -39,15 +40,16 @@ std::string Text(const char* text)
 
 Failure ConnectGige(const std::string& address, Connection& connection)
 {
-    auto camera = std::make_unique<GvcpChannel>(address, connection.deadline);
+    auto camera = std::make_unique<GvcpCamera>(address, connection.deadline);
     // Before the description is read, which takes much longer.
-    if (Failure failure = CheckUnused(*camera))
+    if (Failure failure = camera->CheckUnused())
         return failure;
     const auto description = std::make_shared<SafeDescription>();
     if (Failure failure = FetchDescription(*camera, *description))
         return failure;
-    if (Failure failure = TakeControl(std::move(camera), connection.device))
+    if (Failure failure = camera->TakeControl())
         return failure;
+    connection.device = NewRegisterDevice(std::move(camera), DeviceKind::GigEVision);
     return connection.Use(description);
 }
 

@@ -1,7 +1,7 @@
 #ifndef GVCPCHANNEL_H
 #define GVCPCHANNEL_H
 
-#include "Base/Failure.h"
+#include "Transport/RegisterAccess.h"
 
 #include <atomic>
 #include <chrono>
@@ -20,7 +20,7 @@ namespace OPX::KltAPI
 ///
 /// What gets lost in the network is asked for again. A call fails with a timeout when the camera has been silent for
 /// three seconds, and at the deadline in any case. One thread at a time, except for Touch().
-class GvcpChannel
+class GvcpChannel : public RegisterAccess
 {
 public:
     typedef std::chrono::steady_clock Clock;
@@ -28,18 +28,15 @@ public:
 
     /// \param address the camera's address in the network; nothing answers if it is not an address
     GvcpChannel(const std::string& address, Deadline deadline);
-    ~GvcpChannel();
-
-    GvcpChannel(const GvcpChannel&) = delete;
-    GvcpChannel& operator=(const GvcpChannel&) = delete;
+    ~GvcpChannel() override;
 
     /// From now on, calls end at another deadline.
     void SetDeadline(Deadline deadline);
 
-    Failure ReadRegister(std::uint64_t address, std::uint32_t& value);
-    Failure WriteRegister(std::uint64_t address, std::uint32_t value);
-    Failure ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer);
-    Failure WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer);
+    Failure ReadRegister(std::uint64_t address, std::uint32_t& value) override;
+    Failure WriteRegister(std::uint64_t address, std::uint32_t value) override;
+    Failure ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer) override;
+    Failure WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer) override;
 
     /// Reads a register without waiting for its value, so that the camera knows that somebody is there. Any thread.
     void Touch(std::uint32_t address);

@@ -1,8 +1,8 @@
 #include "Transport/SimulatedCamera.h"
 
 #include "Document/Texts.h"
-#include "Nodes/NodeMap.h"
-#include "Transport/MemoryDevice.h"
+#include "Transport/RegisterDevice.h"
+#include "Transport/SparseMemory.h"
 #include "Transport/StartValues.h"
 
 namespace fs = std::filesystem;
@@ -16,9 +16,10 @@ Failure Connect(const DescriptionFile& file, Connection& connection)
 {
     if (!file.IsUnchanged())
         return KltErrorNotFound;
-    connection.device = NewMemoryDevice();
+    auto memory = std::make_unique<SparseMemory>();
+    connection.takeUnknown = [known = memory.get()] { return known->TakeUnknown(); };
+    connection.device = NewRegisterDevice(std::move(memory), DeviceKind::Plain);
     connection.patience = std::chrono::seconds(4); // Memory is quick: only a hostile description takes longer.
-    connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
     connection.isThere = [file] { return file.IsUnchanged(); };
     if (Failure failure = connection.Use(file.Content()))
         return failure;
