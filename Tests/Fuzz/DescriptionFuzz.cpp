@@ -1,9 +1,9 @@
 // Whatever a description contains, it is refused or read: nothing crashes, hangs or eats up the memory.
 
 #include "Camera/Session.h"
-#include "Nodes/NodeMap.h"
 #include "Safety/SafeDescription.h"
-#include "Transport/MemoryDevice.h"
+#include "Transport/RegisterDevice.h"
+#include "Transport/SparseMemory.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -74,20 +74,19 @@ void UseAll(const FeaturePtrVector& features)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     g_log_set_default_handler(IgnoreLog, nullptr);
-    const SafeDescription description =
-        CheckDescription(std::string(reinterpret_cast<const char*>(data), size), "Fuzz");
-    if (description.problem)
+    const auto description = std::make_shared<const SafeDescription>(
+        CheckDescription(std::string(reinterpret_cast<const char*>(data), size), "Fuzz"));
+    if (description->problem)
         return 0;
     const auto session = std::make_shared<Session>(
         [&description](Connection& connection)
         {
-            connection.device = NewMemoryDevice();
-            connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
-            connection.xml = description.xml;
-            connection.copies = description.copies;
-            connection.description = NewDescription(connection.device.get(), connection.xml);
-            return connection.description ? KltErrorSuccess : KltErrorOther;
-        });
+            auto memory = std::make_unique<SparseMemory>();
+            connection.takeUnknown = [known = memory.get()] { return known->TakeUnknown(); };
+            connection.device = NewRegisterDevice(std::move(memory), DeviceKind::Plain);
+            return connection.Use(description);
+        },
+        "Fuzz");
     FeaturePtrVector features;
     if (session->Open() == KltErrorSuccess && session->GetFeatures(features) == KltErrorSuccess)
         UseAll(features);

@@ -324,9 +324,9 @@ TEST_F(Simulated, EveryNodeOnTheWayToAValueCounts)
     OpenCopyOf("Chains");
     Expect({"ReadOnly = 1: -6", "Locked = 1: -6", "Locked: 4294967295", "Away = 1: -6", "Away: code -6", "Mode = 1: 0",
         "Mode = 2: -6", "Mode = 3: -11", "Copied = 5: 0", "First: 5", "Second: 5", "Gain = 99.9: 0", "Gain = 0.75: -11",
-        "Unlimited = 0.3: 0", "Text: code -14", "Text = a: -14", "Label = abcd: 0", "Label: abcd", "Label = abcde: -11",
-        "Chunk: code -6", "Chunk = 1: -6", "Event: code -6", "ExtendedNode: 5", "AllBits = 4294967296: 0",
-        "AllBits: 4294967296"});
+        "Unlimited = 0.3: 0", "Unlimited = 1e300: -14", "First: 0", "Text: code -14", "Text = a: -14",
+        "Label = abcd: 0", "Label: abcd", "Label = abcde: -11", "Chunk: code -6", "Chunk = 1: -6", "Event: code -6",
+        "ExtendedNode: 5", "AllBits = 4294967296: 0", "AllBits: 4294967296"});
 }
 
 TEST_F(Simulated, ACameraWhoseFileGoesDoesNotAnswer)

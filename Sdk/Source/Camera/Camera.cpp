@@ -1,8 +1,7 @@
 #include "KoltaCPP/Camera.h"
 
 #include "Base/TwoCalls.h"
-#include "Camera/CameraImpl.h"
-#include "Camera/FeatureImpl.h"
+#include "Camera/Impls.h"
 
 #include <algorithm>
 
@@ -12,7 +11,7 @@ namespace OPX::KltAPI
 CameraPtr NewCamera(const CameraRecord& record)
 {
     return CameraPtr(new Camera(new FeatureContainer::Impl{record.name, record.serialNumber, record.transport,
-        record.address, std::make_shared<Session>(record.connect)}));
+        record.address, std::make_shared<Session>(record.connect, record.id)}));
 }
 
 FeatureContainer::FeatureContainer(Impl* impl) : m_impl(impl)

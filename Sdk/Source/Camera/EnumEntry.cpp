@@ -1,7 +1,7 @@
 #include "KoltaCPP/EnumEntry.h"
 
 #include "Base/TwoCalls.h"
-#include "Camera/EnumEntryImpl.h"
+#include "Camera/Impls.h"
 
 namespace OPX::KltAPI
 {

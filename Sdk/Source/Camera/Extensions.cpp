@@ -2,7 +2,7 @@
 
 #include "Base/Report.h"
 #include "Base/TwoCalls.h"
-#include "Camera/CameraImpl.h"
+#include "Camera/Impls.h"
 #include "Document/Texts.h"
 #include "Transport/SimulatedCamera.h"
 

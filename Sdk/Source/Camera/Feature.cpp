@@ -1,10 +1,7 @@
 #include "KoltaCPP/Feature.h"
 
-#include "Base/ErrorCodes.h"
-#include "Base/GlibPtr.h"
 #include "Base/TwoCalls.h"
-#include "Camera/FeatureImpl.h"
-#include "Camera/Session.h"
+#include "Camera/Impls.h"
 #include "Nodes/NodeValues.h"
 
 #include <algorithm>
@@ -14,43 +11,50 @@ namespace OPX::KltAPI
 namespace
 {
 
-/// Checks type and access, then calls \a access with the node.
+/// Checks type and access, then calls \a access with the node. \return its code
 template <class Access>
 KltErrorType Use(const Feature::Impl& feature, bool rightType, KltFeatureFlagsType wanted, Access access)
 {
     if (!rightType)
         return KltErrorWrongType;
     return feature.session->Use(feature.data.nodeName,
-        [&](ArvGcFeatureNode* node, const Connection& connection)
+        [&](ArvGcFeatureNode* node, const Connection& connection) -> Failure
         {
             if ((feature.data.flags & wanted) == 0 || feature.data.isDelivered)
-                return static_cast<KltErrorType>(KltErrorInvalidAccess);
-            const KltErrorType result = CheckState(node, wanted == KltFeatureFlagsWrite, connection.takeUnknown);
-            return result == KltErrorSuccess ? access(node, connection) : result;
+                return KltErrorInvalidAccess;
+            if (Failure failure = CheckState(node, wanted == KltFeatureFlagsWrite, connection.takeUnknown))
+                return failure;
+            return access(node, connection);
         });
 }
 
-/// Reads through a call of Aravis; \a value is set only if that succeeds.
-template <class Read, class Value>
-KltErrorType Deliver(Read read, Value& value)
+/// Reads a number; \a take gets it if that succeeds.
+template <class Take>
+KltErrorType GetNumber(const Feature::Impl& feature, bool rightType, Take take)
 {
-    CallError error;
-    const Value delivered = read(error.Out());
-    if (error.Get() == nullptr)
-        value = delivered;
-    return CodeOf(error.Get());
+    return Use(feature, rightType, KltFeatureFlagsRead,
+        [&](ArvGcFeatureNode* node, const Connection&)
+        {
+            Number number;
+            Failure failure = Perform([&](GError** error) { number = ReadNumber(ARV_GC_NODE(node), error); });
+            if (!failure)
+                take(number);
+            return failure;
+        });
 }
 
-template <class Write>
-KltErrorType Perform(Write write)
+/// Writes a number that is in the node's range, and its copies.
+Failure SetNumber(ArvGcFeatureNode* node, const Connection& connection, const Number& value)
 {
-    CallError error;
-    write(error.Out());
-    return CodeOf(error.Get());
+    if (Failure failure = CheckRange(ARV_GC_NODE(node), value))
+        return failure;
+    if (Failure failure = Perform([&](GError** error) { WriteNumber(ARV_GC_NODE(node), value, error); }))
+        return failure;
+    return WriteCopies(node, value, connection.description->copies);
 }
 
 /// Whether the camera has this entry, and has it now.
-KltErrorType CheckEntry(
+Failure CheckEntry(
     ArvGcEnumeration* enumeration, const FeatureData& data, KltInt64_t value, const TakeUnknown& takeUnknown)
 {
     const bool isEntry = std::any_of(data.entries.begin(), data.entries.end(),
@@ -60,9 +64,9 @@ KltErrorType CheckEntry(
             entry.GetValue(entryValue);
             return entryValue == value;
         });
-    KltErrorType result = KltErrorInvalidValue;
+    Failure result = KltErrorInvalidValue;
     const GSList* entry = isEntry ? arv_gc_enumeration_get_entries(enumeration) : nullptr;
-    for (; entry != nullptr && result != KltErrorSuccess; entry = entry->next)
+    for (; entry != nullptr && result; entry = entry->next)
     {
         CallError error;
         if (arv_gc_enum_entry_get_value(ARV_GC_ENUM_ENTRY(entry->data), error.Out()) == value && error.Get() == nullptr)
@@ -113,42 +117,26 @@ KltErrorType Feature::GetEntries(EnumEntry* entries, unsigned int& count)
 
 KltErrorType Feature::GetValue(KltInt64_t& value) const
 {
-    const bool isEnum = m_impl->data.dataType == KltFeatureDataEnum;
-    return Use(*m_impl, isEnum || m_impl->data.dataType == KltFeatureDataInt, KltFeatureFlagsRead,
-        [&](ArvGcFeatureNode* node, const Connection&)
-        {
-            return Deliver(
-                [&](GError** error) -> KltInt64_t
-                {
-                    return isEnum ? arv_gc_enumeration_get_int_value(ARV_GC_ENUMERATION(node), error)
-                                  : arv_gc_integer_get_value(ARV_GC_INTEGER(node), error);
-                },
-                value);
-        });
+    const bool rightType = m_impl->data.dataType == KltFeatureDataEnum || m_impl->data.dataType == KltFeatureDataInt;
+    return GetNumber(*m_impl, rightType, [&](const Number& number) { value = number.AsInteger(); });
 }
 
 KltErrorType Feature::GetValue(double& value) const
 {
-    return Use(*m_impl, m_impl->data.dataType == KltFeatureDataFloat, KltFeatureFlagsRead,
-        [&](ArvGcFeatureNode* node, const Connection&)
-        { return Deliver([&](GError** error) { return arv_gc_float_get_value(ARV_GC_FLOAT(node), error); }, value); });
+    return GetNumber(
+        *m_impl, m_impl->data.dataType == KltFeatureDataFloat, [&](const Number& number) { value = number.AsReal(); });
+}
+
+KltErrorType Feature::GetValue(bool& value) const
+{
+    return GetNumber(*m_impl, m_impl->data.dataType == KltFeatureDataBool,
+        [&](const Number& number) { value = number.AsInteger() != 0; });
 }
 
 KltErrorType Feature::GetValue(std::string& value) const
 {
     return Use(*m_impl, m_impl->data.dataType == KltFeatureDataString, KltFeatureFlagsRead,
         [&](ArvGcFeatureNode* node, const Connection&) { return ReadText(ARV_GC_STRING(node), value); });
-}
-
-KltErrorType Feature::GetValue(bool& value) const
-{
-    return Use(*m_impl, m_impl->data.dataType == KltFeatureDataBool, KltFeatureFlagsRead,
-        [&](ArvGcFeatureNode* node, const Connection&)
-        {
-            return Deliver([&](GError** error) -> bool
-                { return arv_gc_boolean_get_value(ARV_GC_BOOLEAN(node), error) != FALSE; },
-                value);
-        });
 }
 
 KltErrorType Feature::GetValue(UcharVector& value) const
@@ -163,17 +151,10 @@ KltErrorType Feature::SetValue(KltInt64_t value)
     return Use(*m_impl, isEnum || m_impl->data.dataType == KltFeatureDataInt, KltFeatureFlagsWrite,
         [&](ArvGcFeatureNode* node, const Connection& connection)
         {
-            KltErrorType result = KltErrorSuccess;
-            if (!isEnum)
-                result = WriteInteger(ARV_GC_INTEGER(node), value);
-            else
-                result = CheckEntry(ARV_GC_ENUMERATION(node), m_impl->data, value, connection.takeUnknown);
-            if (isEnum && result == KltErrorSuccess)
-                result = Perform(
-                    [&](GError** error) { arv_gc_enumeration_set_int_value(ARV_GC_ENUMERATION(node), value, error); });
-            return result == KltErrorSuccess
-                       ? WriteCopies(node, Number(static_cast<std::int64_t>(value)), connection.copies)
-                       : result;
+            Failure failure;
+            if (isEnum)
+                failure = CheckEntry(ARV_GC_ENUMERATION(node), m_impl->data, value, connection.takeUnknown);
+            return failure ? failure : SetNumber(node, connection, Number(static_cast<std::int64_t>(value)));
         });
 }
 
@@ -181,10 +162,7 @@ KltErrorType Feature::SetValue(double value)
 {
     return Use(*m_impl, m_impl->data.dataType == KltFeatureDataFloat, KltFeatureFlagsWrite,
         [&](ArvGcFeatureNode* node, const Connection& connection)
-        {
-            const KltErrorType result = WriteFloat(ARV_GC_FLOAT(node), value);
-            return result == KltErrorSuccess ? WriteCopies(node, Number(value), connection.copies) : result;
-        });
+        { return SetNumber(node, connection, Number(value)); });
 }
 
 KltErrorType Feature::SetValue(const char* value)

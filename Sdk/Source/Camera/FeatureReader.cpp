@@ -1,10 +1,8 @@
 #include "Camera/FeatureReader.h"
 
-#include "Base/ErrorCodes.h"
-#include "Base/GlibPtr.h"
-#include "Camera/EnumEntryImpl.h"
-#include "Camera/Session.h"
+#include "Camera/Impls.h"
 #include "Document/Texts.h"
+#include "Nodes/NodeValues.h"
 
 #include <algorithm>
 
@@ -15,26 +13,6 @@ namespace
 
 /// Cameras have three or four levels of categories.
 const int MaximumDepth = 32;
-
-/// The kinds of nodes overlap: an enumeration can also be read as an integer, for example. The first that fits counts.
-KltFeatureDataType DataTypeOf(ArvGcFeatureNode* node)
-{
-    if (ARV_IS_GC_ENUMERATION(node))
-        return KltFeatureDataEnum;
-    if (ARV_IS_GC_BOOLEAN(node))
-        return KltFeatureDataBool;
-    if (ARV_IS_GC_COMMAND(node))
-        return KltFeatureDataCommand;
-    if (ARV_IS_GC_FLOAT(node))
-        return KltFeatureDataFloat;
-    if (ARV_IS_GC_INTEGER(node))
-        return KltFeatureDataInt;
-    if (ARV_IS_GC_STRING(node))
-        return KltFeatureDataString;
-    if (ARV_IS_GC_REGISTER(node))
-        return KltFeatureDataRaw;
-    return KltFeatureDataUnknown;
-}
 
 std::string NameOf(ArvGcFeatureNode* node)
 {
@@ -66,12 +44,12 @@ FeatureReader::FeatureReader(const Connection& connection)
 {
 }
 
-KltErrorType FeatureReader::Read(std::vector<FeatureData>& features)
+Failure FeatureReader::Read(std::vector<FeatureData>& features)
 {
-    ReadCategory(arv_gc_get_node(m_connection.description.get(), "Root"), std::string(), 0);
-    if (m_result == KltErrorSuccess)
+    ReadCategory(arv_gc_get_node(m_connection.nodeMap.get(), "Root"), std::string(), 0);
+    if (!m_failure)
         features.swap(m_features);
-    return m_result;
+    return m_failure;
 }
 
 void FeatureReader::ReadCategory(ArvGcNode* category, const std::string& path, int depth)
@@ -80,7 +58,7 @@ void FeatureReader::ReadCategory(ArvGcNode* category, const std::string& path, i
         return;
     for (ArvGcFeatureNode* feature : FeaturesOf(category))
     {
-        if (m_result != KltErrorSuccess)
+        if (m_failure)
             return;
         // Links may lead back to where they came from, or to what is already in another category.
         if (!m_seen.insert(feature).second)
@@ -101,7 +79,7 @@ void FeatureReader::ReadFeature(ArvGcFeatureNode* node, const std::string& path)
     data.nodeName = NameOf(node);
     data.name = WithoutControls(data.nodeName);
     data.category = WithoutLineEnd(path);
-    data.dataType = DataTypeOf(node);
+    data.dataType = DataTypeOf(ARV_GC_NODE(node));
     data.flags = FlagsOf(chain);
     data.isDelivered = m_delivered.Contain(ARV_GC_NODE(node));
     if (data.dataType == KltFeatureDataEnum)
@@ -119,7 +97,7 @@ std::vector<EnumEntry> FeatureReader::ReadEntries(ArvGcEnumeration* enumeration)
             continue;
         CallError error;
         const gint64 value = arv_gc_enum_entry_get_value(ARV_GC_ENUM_ENTRY(node), error.Out());
-        Notice(error.Get());
+        Notice(error.Code());
         entries.push_back(EnumEntry(new EnumEntry::Impl{WithoutControls(NameOf(node)), value}));
     }
     // Aravis has them in reverse order.
@@ -129,18 +107,17 @@ std::vector<EnumEntry> FeatureReader::ReadEntries(ArvGcEnumeration* enumeration)
 
 bool FeatureReader::IsImplemented(const NodeChain& chain)
 {
-    if (m_result != KltErrorSuccess)
+    if (m_failure)
         return false;
-    CallError error;
-    const bool implemented = OPX::KltAPI::IsImplemented(chain, m_connection.takeUnknown, error.Out());
-    Notice(error.Get());
+    bool implemented = true;
+    Notice(AskImplemented(chain, m_connection.takeUnknown, implemented));
     return implemented;
 }
 
-void FeatureReader::Notice(const GError* error)
+void FeatureReader::Notice(const Failure& failure)
 {
-    if (CodeOf(error) == KltErrorTimeout || std::chrono::steady_clock::now() > m_deadline)
-        m_result = KltErrorTimeout;
+    if (failure.code == KltErrorTimeout || std::chrono::steady_clock::now() > m_deadline)
+        m_failure = KltErrorTimeout;
 }
 
 } // namespace OPX::KltAPI

@@ -1,7 +1,8 @@
 #include "Camera/Session.h"
 
-#include "Camera/FeatureImpl.h"
+#include "Base/Report.h"
 #include "Camera/FeatureReader.h"
+#include "Camera/Impls.h"
 
 #include <utility>
 
@@ -19,26 +20,26 @@ const std::chrono::seconds CallLimit(9);
 Session::Call::Call(Session& session)
     : m_session(session),
       m_deadline(Connection::Clock::now() + CallLimit),
-      m_hasTurn(session.m_turns.Take(m_deadline))
+      m_hasLock(session.m_mutex.LockUntil(m_deadline))
 {
-    if (m_hasTurn)
+    if (m_hasLock)
         *session.m_connection.deadline = m_deadline;
 }
 
 Session::Call::~Call()
 {
-    if (m_hasTurn)
-        m_session.m_turns.Give();
+    if (m_hasLock)
+        m_session.m_mutex.Unlock();
 }
 
 KltErrorType Session::Call::Refusal() const
 {
-    if (!m_hasTurn)
+    if (!m_hasLock)
         return KltErrorTimeout;
-    return m_session.m_connection.description ? KltErrorSuccess : KltErrorDeviceNotOpen;
+    return m_session.m_connection.nodeMap ? KltErrorSuccess : KltErrorDeviceNotOpen;
 }
 
-Session::Session(Connector connect) : m_connect(std::move(connect))
+Session::Session(Connector connect, std::string camera) : m_connect(std::move(connect)), m_camera(std::move(camera))
 {
 }
 
@@ -46,13 +47,15 @@ KltErrorType Session::Open()
 {
     const Call call(*this);
     if (call.Refusal() != KltErrorDeviceNotOpen)
-        return call.HasTurn() ? KltErrorInvalidAccess : KltErrorTimeout;
+        return call.HasLock() ? KltErrorInvalidAccess : KltErrorTimeout;
     Connection connection;
     *connection.deadline = call.Deadline();
-    const KltErrorType result = m_connect(connection);
-    if (result == KltErrorSuccess)
+    const Failure failure = m_connect(connection);
+    if (failure.reason)
+        Report("The description of " + m_camera + " cannot be used: " + failure.reason.InOneLine());
+    if (!failure)
         m_connection = std::move(connection);
-    return result;
+    return failure.code;
 }
 
 KltErrorType Session::Close()
@@ -96,7 +99,7 @@ KltErrorType Session::GetDescription(std::string& xml)
 {
     const Call call(*this);
     if (call.Refusal() == KltErrorSuccess)
-        xml = m_connection.xml;
+        xml = m_connection.description->xml;
     return call.Refusal();
 }
 
@@ -107,9 +110,8 @@ KltErrorType Session::EnsureListed(const Call& call)
     if (!IsThere())
         return KltErrorTimeout;
     std::vector<FeatureData> read;
-    const KltErrorType result = FeatureReader(m_connection).Read(read);
-    if (result != KltErrorSuccess)
-        return result;
+    if (const Failure failure = FeatureReader(m_connection).Read(read))
+        return failure.code;
     for (FeatureData& data : read)
     {
         m_indices.emplace(data.name, m_features.size());

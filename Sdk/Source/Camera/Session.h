@@ -1,16 +1,10 @@
 #ifndef SESSION_H
 #define SESSION_H
 
-#include "Base/GlibPtr.h"
-#include "Base/Turns.h"
+#include "Base/TimedMutex.h"
 #include "KoltaCPP/Feature.h"
-#include "Nodes/NodeState.h"
-#include "Safety/SafeDescription.h"
+#include "Transport/Connection.h"
 
-#include <arv.h>
-
-#include <chrono>
-#include <functional>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -18,43 +12,18 @@
 namespace OPX::KltAPI
 {
 
-/// An open connection to a camera. The description goes first.
-struct Connection
-{
-    typedef std::chrono::steady_clock Clock;
-
-    /// When the call that is under way has to end. Moved on by every call; the device looks at it.
-    std::shared_ptr<Clock::time_point> deadline = std::make_shared<Clock::time_point>();
-
-    ObjectPtr<ArvDevice> device;
-    ObjectPtr<ArvGc> description;
-    std::string xml; ///< What the description was made from.
-
-    /// How long the listing of all features may take.
-    std::chrono::seconds patience{10};
-
-    TakeUnknown takeUnknown; ///< For simulated cameras.
-
-    /// Whether the camera is still there. Empty for cameras that do not answer when they are gone.
-    std::function<bool()> isThere;
-
-    ValueCopies copies;
-};
-
-/// Connects to one camera.
-typedef std::function<KltErrorType(Connection& connection)> Connector;
-
 /// What a camera and its features share: the connection, while there is one, and the lock around it. Aravis allows one
 /// thread at a time per device.
 ///
-/// No call takes longer than ten seconds, whatever the camera and other threads do; it fails with -12 then. Aravis' USB
-/// devices do not know the deadline: they can take longer over one access to a register.
+/// No call takes longer than ten seconds, whatever the camera and other threads do; it fails with KltErrorTimeout then.
+/// Aravis' USB devices do not know the deadline: they can take longer over one access to a register.
 ///
 /// Lives as long as the camera or one of its features; opened again, it serves the earlier features, too.
 class Session : public std::enable_shared_from_this<Session>
 {
 public:
-    explicit Session(Connector connect);
+    /// \param camera its id, for messages
+    Session(Connector connect, std::string camera);
 
     KltErrorType Open();
     KltErrorType Close();
@@ -64,10 +33,10 @@ public:
 
     KltErrorType GetDescription(std::string& xml);
 
-    /// The feature of this name; -3 if there is none.
+    /// The feature of this name; KltErrorNotFound if there is none.
     KltErrorType GetFeature(const std::string& name, FeaturePtr& feature);
 
-    /// Calls \a access with the node of this name, which it must not keep, and the connection; returns its result.
+    /// Calls \a access with the node of this name, which it must not keep, and the connection; returns its code.
     template <class Access>
     KltErrorType Use(const std::string& nodeName, Access access)
     {
@@ -76,10 +45,10 @@ public:
             return call.Refusal();
         if (!IsThere())
             return KltErrorTimeout;
-        ArvGcNode* node = arv_gc_get_node(m_connection.description.get(), nodeName.c_str());
+        ArvGcNode* node = arv_gc_get_node(m_connection.nodeMap.get(), nodeName.c_str());
         if (!ARV_IS_GC_FEATURE_NODE(node))
             return KltErrorNotFound;
-        return access(ARV_GC_FEATURE_NODE(node), static_cast<const Connection&>(m_connection));
+        return access(ARV_GC_FEATURE_NODE(node), static_cast<const Connection&>(m_connection)).code;
     }
 
 private:
@@ -92,23 +61,24 @@ private:
         Call(const Call&) = delete;
         Call& operator=(const Call&) = delete;
 
-        bool HasTurn() const { return m_hasTurn; }
+        bool HasLock() const { return m_hasLock; }
         Connection::Clock::time_point Deadline() const { return m_deadline; }
 
-        /// Why the camera cannot be used: -12 others take too long, -5 it is closed; or 0.
+        /// Why the camera cannot be used: KltErrorTimeout others take too long, KltErrorDeviceNotOpen; or success.
         KltErrorType Refusal() const;
 
     private:
         Session& m_session;
         const Connection::Clock::time_point m_deadline;
-        const bool m_hasTurn;
+        const bool m_hasLock;
     };
 
     bool IsThere() const { return !m_connection.isThere || m_connection.isThere(); }
     KltErrorType EnsureListed(const Call& call);
 
     const Connector m_connect;
-    Turns m_turns; ///< Around what follows.
+    const std::string m_camera;
+    TimedMutex m_mutex; ///< Around what follows.
     Connection m_connection;
     bool m_listed = false;
     FeaturePtrVector m_features;

@@ -1,23 +1,23 @@
 #include "Nodes/NodeMap.h"
 
-#include "Base/ErrorCodes.h"
-#include "Base/ParserLock.h"
+#include "Base/Failure.h"
 #include "Document/Texts.h"
 #include "Formula/Formula.h"
 #include "Nodes/NodeLinks.h"
+#include "Nodes/NodeValues.h"
 
 #include <cmath>
 #include <limits>
 #include <map>
-#include <mutex>
 #include <unordered_map>
+#include <utility>
 
 namespace OPX::KltAPI
 {
 namespace
 {
 
-std::string TextOf(ArvGcPropertyNode* property)
+std::string ContentOf(ArvGcPropertyNode* property)
 {
     CallError error;
     const char* text = arv_gc_property_node_get_string(property, error.Out());
@@ -30,22 +30,6 @@ std::string NameOf(ArvGcPropertyNode* property)
     return name == nullptr ? std::string() : name;
 }
 
-/// Ends a formula because a node in it could not be read.
-class NodeError
-{
-public:
-    explicit NodeError(const GError* error) : m_error(g_error_copy(error)) {}
-    NodeError(KltErrorType code, const char* text) : m_error(g_error_new_literal(OwnErrorDomain(), code, text)) {}
-    NodeError(const NodeError& other) : m_error(g_error_copy(other.m_error)) {}
-    ~NodeError() { g_error_free(m_error); }
-    NodeError& operator=(const NodeError&) = delete;
-
-    void Report(GError** error) const { g_propagate_error(error, g_error_copy(m_error)); }
-
-private:
-    GError* m_error;
-};
-
 /// Calls \a call with room for an error, and throws that.
 template <class Call>
 auto Checked(Call call)
@@ -53,46 +37,13 @@ auto Checked(Call call)
     CallError error;
     const auto result = call(error.Out());
     if (error.Get() != nullptr)
-        throw NodeError(error.Get());
+        throw CallError(std::move(error));
     return result;
-}
-
-Number ToNumber(gint64 integer)
-{
-    return Number(static_cast<std::int64_t>(integer));
 }
 
 Number ValueOf(ArvGcNode* node)
 {
-    if (ARV_IS_GC_ENUMERATION(node))
-        return ToNumber(
-            Checked([&](GError** error) { return arv_gc_enumeration_get_int_value(ARV_GC_ENUMERATION(node), error); }));
-    if (ARV_IS_GC_INTEGER(node))
-        return ToNumber(Checked([&](GError** error) { return arv_gc_integer_get_value(ARV_GC_INTEGER(node), error); }));
-    if (ARV_IS_GC_FLOAT(node))
-        return Number(Checked([&](GError** error) { return arv_gc_float_get_value(ARV_GC_FLOAT(node), error); }));
-    if (ARV_IS_GC_BOOLEAN(node))
-        return ToNumber(Checked([&](GError** error) { return arv_gc_boolean_get_value(ARV_GC_BOOLEAN(node), error); }));
-    throw NodeError(KltErrorNotFound, "A formula needs a node that is not there");
-}
-
-Number LimitOf(ArvGcNode* node, bool maximum)
-{
-    if (ARV_IS_GC_INTEGER(node))
-        return ToNumber(Checked(
-            [&](GError** error)
-            {
-                return maximum ? arv_gc_integer_get_max(ARV_GC_INTEGER(node), error)
-                               : arv_gc_integer_get_min(ARV_GC_INTEGER(node), error);
-            }));
-    if (ARV_IS_GC_FLOAT(node))
-        return Number(Checked(
-            [&](GError** error)
-            {
-                return maximum ? arv_gc_float_get_max(ARV_GC_FLOAT(node), error)
-                               : arv_gc_float_get_min(ARV_GC_FLOAT(node), error);
-            }));
-    throw NodeError(KltErrorNotFound, "A converter needs a node that is not there");
+    return Checked([node](GError** error) { return ReadNumber(node, error); });
 }
 
 /// The formulas of one node, ready to be evaluated.
@@ -126,10 +77,10 @@ private:
         if (type == ARV_GC_PROPERTY_NODE_TYPE_P_VARIABLE)
             m_variables[NameOf(property)] = property;
         else if (type == ARV_GC_PROPERTY_NODE_TYPE_EXPRESSION || type == ARV_GC_PROPERTY_NODE_TYPE_CONSTANT)
-            m_expressions[NameOf(property)] = TextOf(property); // A constant like -1 is a formula, too.
+            m_expressions[NameOf(property)] = ContentOf(property); // A constant like -1 is a formula, too.
         else if (type == ARV_GC_PROPERTY_NODE_TYPE_FORMULA || type == ARV_GC_PROPERTY_NODE_TYPE_FORMULA_TO ||
                  type == ARV_GC_PROPERTY_NODE_TYPE_FORMULA_FROM)
-            m_texts[type] = TextOf(property);
+            m_texts[type] = ContentOf(property);
     }
 
     const Formula& FormulaOf(ArvGcPropertyNodeType type, const std::string& given)
@@ -163,25 +114,19 @@ GQuark OwnKey()
     return g_quark_from_static_string("kolta-own-formulas");
 }
 
-/// Null for nodes of descriptions that others use.
+/// Null for nodes of node maps that others made.
 NodeFormulas* FormulasOf(gpointer node)
 {
     auto* const known = static_cast<NodeFormulas*>(g_object_get_qdata(G_OBJECT(node), FormulasKey()));
     if (known != nullptr)
         return known;
-    ArvGc* description = arv_gc_node_get_genicam(ARV_GC_NODE(node));
-    if (description == nullptr || g_object_get_qdata(G_OBJECT(description), OwnKey()) == nullptr)
+    ArvGc* nodeMap = arv_gc_node_get_genicam(ARV_GC_NODE(node));
+    if (nodeMap == nullptr || g_object_get_qdata(G_OBJECT(nodeMap), OwnKey()) == nullptr)
         return nullptr;
     auto* const formulas = new NodeFormulas(ARV_GC_NODE(node));
     g_object_set_qdata_full(G_OBJECT(node), FormulasKey(), formulas,
         [](gpointer formulasOfNode) { delete static_cast<NodeFormulas*>(formulasOfNode); });
     return formulas;
-}
-
-KltErrorType CodeOf(const FormulaError& error)
-{
-    const bool isTooLarge = error.What() == FormulaError::Overflow || error.What() == FormulaError::NotWhole;
-    return isTooLarge ? KltErrorResources : KltErrorOther;
 }
 
 /// Evaluates something. Nothing is thrown through Aravis, which is written in C.
@@ -192,17 +137,21 @@ Result Guarded(Result fallback, GError** error, Work work)
     {
         return work();
     }
-    catch (const NodeError& failure)
+    catch (CallError& failure)
     {
-        failure.Report(error);
+        failure.MoveTo(error);
+    }
+    catch (const Failure& failure)
+    {
+        PassOn(failure, error);
     }
     catch (const FormulaError& failure)
     {
-        g_set_error_literal(error, OwnErrorDomain(), CodeOf(failure), failure.what());
+        PassOn({CodeOf(failure), {failure.what()}}, error);
     }
     catch (const std::exception& failure)
     {
-        g_set_error_literal(error, OwnErrorDomain(), KltErrorResources, failure.what());
+        PassOn({KltErrorResources, {failure.what()}}, error);
     }
     return fallback;
 }
@@ -217,7 +166,7 @@ Number ReadFormula(gpointer node, NodeFormulas& formulas)
 void Require(bool sound)
 {
     if (!sound)
-        throw NodeError(KltErrorInvalidValue, "A converted value is out of range");
+        throw Failure(KltErrorInvalidValue, {"A converted value is out of range"});
 }
 
 /// What a converter makes of \a value is rounded to the nearest integer: 0.29 * 100 is less than 29.
@@ -229,39 +178,30 @@ gint64 Nearest(const Number& value)
     return std::llround(value.AsReal());
 }
 
+Number LimitOf(ArvGcNode* node, bool maximum)
+{
+    return Checked([=](GError** error) { return ReadLimit(node, maximum, error); });
+}
+
 /// Whether \a value is within a limit of the node, if it has one.
 bool IsWithin(ArvGcNode* node, const Number& value, bool maximum)
 {
-    try
-    {
-        const double limit = LimitOf(node, maximum).AsReal();
-        return maximum ? value.AsReal() <= limit : value.AsReal() >= limit;
-    }
-    catch (const NodeError&)
-    {
-        return true;
-    }
+    CallError error;
+    const double limit = ReadLimit(node, maximum, error.Out()).AsReal();
+    return error.Get() != nullptr || (maximum ? value.AsReal() <= limit : value.AsReal() >= limit);
 }
 
 void WriteConverted(NodeFormulas& formulas, const Number& value)
 {
-    const Number converted = formulas.Evaluate(ARV_GC_PROPERTY_NODE_TYPE_FORMULA_TO, {"FROM", value});
+    Number converted = formulas.Evaluate(ARV_GC_PROPERTY_NODE_TYPE_FORMULA_TO, {"FROM", value});
     ArvGcNode* node = formulas.Value();
     Require(!std::isnan(converted.AsReal()));
+    if (!ARV_IS_GC_INTEGER(node) && !ARV_IS_GC_FLOAT(node))
+        throw Failure(KltErrorNotFound, {"A converter needs a node that is not there"});
     if (ARV_IS_GC_INTEGER(node))
-    {
-        const gint64 integer = Nearest(converted);
-        Require(IsWithin(node, ToNumber(integer), false) && IsWithin(node, ToNumber(integer), true));
-        Checked([&](GError** error) { return arv_gc_integer_set_value(ARV_GC_INTEGER(node), integer, error), true; });
-    }
-    else if (ARV_IS_GC_FLOAT(node))
-    {
-        Require(IsWithin(node, converted, false) && IsWithin(node, converted, true));
-        Checked([&](GError** error)
-            { return arv_gc_float_set_value(ARV_GC_FLOAT(node), converted.AsReal(), error), true; });
-    }
-    else
-        throw NodeError(KltErrorNotFound, "A converter needs a node that is not there");
+        converted = Number(Nearest(converted));
+    Require(IsWithin(node, converted, false) && IsWithin(node, converted, true));
+    Checked([&](GError** error) { return WriteNumber(node, converted, error), true; });
 }
 
 /// The limit of what a converter yields. If it cannot be evaluated, there is none.
@@ -314,7 +254,7 @@ void SetInteger(ArvGcInteger* node, gint64 value, GError** error)
     if (formulas == nullptr)
         Original(node).set_value(node, value, error);
     else
-        Guarded(0, error, [&] { return WriteConverted(*formulas, ToNumber(value)), 0; });
+        Guarded(0, error, [&] { return WriteConverted(*formulas, Number(value)), 0; });
 }
 
 gint64 GetIntegerLimit(ArvGcInteger* node, bool maximum, GError** error)
@@ -416,15 +356,21 @@ void InstallAll()
 
 } // namespace
 
-ObjectPtr<ArvGc> NewDescription(ArvDevice* device, const std::string& xml)
+std::mutex& ParserLock()
+{
+    static std::mutex mutex;
+    return mutex;
+}
+
+ObjectPtr<ArvGc> NewNodeMap(ArvDevice* device, const std::string& xml)
 {
     static std::once_flag installed;
     std::call_once(installed, InstallAll);
     const std::lock_guard<std::mutex> lock(ParserLock());
-    ObjectPtr<ArvGc> description(arv_gc_new(device, xml.data(), xml.size()));
-    if (description)
-        g_object_set_qdata(G_OBJECT(description.get()), OwnKey(), description.get());
-    return description;
+    ObjectPtr<ArvGc> nodeMap(arv_gc_new(device, xml.data(), xml.size()));
+    if (nodeMap)
+        g_object_set_qdata(G_OBJECT(nodeMap.get()), OwnKey(), nodeMap.get());
+    return nodeMap;
 }
 
 } // namespace OPX::KltAPI

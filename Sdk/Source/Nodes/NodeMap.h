@@ -5,18 +5,22 @@
 
 #include <arv.h>
 
+#include <mutex>
 #include <string>
 
 namespace OPX::KltAPI
 {
 
-/// Has Aravis parse a description that was checked; null if it cannot. Its formulas are evaluated by `Formula`, not by
-/// Aravis' own evaluator. Any thread.
-/// \param device what the registers are read from and written to; outlives the description
+/// Held while Aravis parses a description, whoever has it do so: its parser keeps static state.
+std::mutex& ParserLock();
+
+/// Has Aravis make the node map of a description that was checked; null if it cannot. Its formulas are evaluated by
+/// `Formula`, not by Aravis' own evaluator. Any thread.
+/// \param device what the registers are read from and written to; outlives the node map
 ///
 /// This is done where Aravis' nodes call each other, in the interfaces of the four kinds of nodes with formulas, and
-/// not in the text of the description, which users see. Nodes of other descriptions in the process are left to Aravis.
-ObjectPtr<ArvGc> NewDescription(ArvDevice* device, const std::string& xml);
+/// not in the text of the description, which users see. Other node maps in the process are left to Aravis.
+ObjectPtr<ArvGc> NewNodeMap(ArvDevice* device, const std::string& xml);
 
 } // namespace OPX::KltAPI
 

@@ -1,8 +1,5 @@
 #include "Nodes/NodeState.h"
 
-#include "Base/ErrorCodes.h"
-#include "Base/GlibPtr.h"
-
 namespace OPX::KltAPI
 {
 namespace
@@ -46,38 +43,39 @@ KltFeatureFlagsType FlagsOf(const NodeChain& chain)
     return flags;
 }
 
-bool IsImplemented(const NodeChain& chain, const TakeUnknown& takeUnknown, GError** error)
+Failure AskImplemented(const NodeChain& chain, const TakeUnknown& takeUnknown, bool& implemented)
 {
+    implemented = true;
     for (ArvGcFeatureNode* each : chain)
     {
-        CallError failure;
-        const bool implemented =
-            Known([&] { return arv_gc_feature_node_is_implemented(each, failure.Out()); }, true, takeUnknown);
-        if (failure.Get() != nullptr)
+        CallError error;
+        const bool answer =
+            Known([&] { return arv_gc_feature_node_is_implemented(each, error.Out()); }, true, takeUnknown);
+        if (error.Get() != nullptr)
+            return error.Code();
+        if (!answer)
         {
-            g_propagate_error(error, g_error_copy(failure.Get()));
-            return true;
+            implemented = false;
+            break;
         }
-        if (!implemented)
-            return false;
     }
-    return true;
+    return KltErrorSuccess;
 }
 
-KltErrorType CheckState(ArvGcFeatureNode* node, bool write, const TakeUnknown& takeUnknown)
+Failure CheckState(ArvGcFeatureNode* node, bool write, const TakeUnknown& takeUnknown)
 {
     CallError error;
     const NodeChain chain = ValueChain(node);
-    bool usable = IsImplemented(chain, takeUnknown, error.Out());
-    if (error.Get() != nullptr)
-        return CodeOf(error.Get());
+    bool usable = true;
+    if (Failure failure = AskImplemented(chain, takeUnknown, usable))
+        return failure;
     for (ArvGcFeatureNode* each : chain)
     {
         usable = usable && arv_gc_feature_node_is_available(each, error.Out()) != FALSE;
         if (error.Get() == nullptr && write)
             usable = usable && arv_gc_feature_node_is_locked(each, error.Out()) == FALSE;
         if (error.Get() != nullptr)
-            return CodeOf(error.Get());
+            return error.Code();
     }
     return usable ? KltErrorSuccess : KltErrorInvalidAccess;
 }

@@ -1,6 +1,7 @@
 #ifndef NODESTATE_H
 #define NODESTATE_H
 
+#include "Base/Failure.h"
 #include "KoltaCPP/KoltaTypes.h"
 #include "Nodes/NodeLinks.h"
 
@@ -21,13 +22,12 @@ typedef std::function<bool()> TakeUnknown;
 /// \param chain the node and those that its value comes through
 KltFeatureFlagsType FlagsOf(const NodeChain& chain);
 
-/// Whether the camera has this node and all that its value comes through. Only a clear no counts: not an error, and not
-/// an answer that depends on registers with unknown content.
-/// \param error the first one, if any
-bool IsImplemented(const NodeChain& chain, const TakeUnknown& takeUnknown, GError** error);
+/// Whether the camera has this node and all that its value comes through. Only a clear no counts: not a failure, and
+/// not an answer that depends on registers with unknown content.
+Failure AskImplemented(const NodeChain& chain, const TakeUnknown& takeUnknown, bool& implemented);
 
-/// Whether the node can be used in the camera's present state. \return -6 if not
-KltErrorType CheckState(ArvGcFeatureNode* node, bool write, const TakeUnknown& takeUnknown);
+/// Whether the node can be used in the camera's present state. \return KltErrorInvalidAccess if not
+Failure CheckState(ArvGcFeatureNode* node, bool write, const TakeUnknown& takeUnknown);
 
 /// Finds the nodes whose values come with images and events, and not from the camera's registers.
 class DeliveredNodes

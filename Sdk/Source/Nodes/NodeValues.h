@@ -2,9 +2,10 @@
 #define NODEVALUES_H
 
 /// \file
-/// Values of nodes, whatever their access, with the SDK's codes: -11 for what is out of range, off the increment or of
+/// Values of nodes, whatever their access: KltErrorInvalidValue is for what is out of range, off the increment or of
 /// the wrong length.
 
+#include "Base/Failure.h"
 #include "Formula/Formula.h"
 #include "KoltaCPP/KoltaTypes.h"
 #include "Safety/SafeDescription.h"
@@ -16,29 +17,43 @@
 namespace OPX::KltAPI
 {
 
+/// The type that a node has as a feature. The kinds of nodes overlap: an enumeration can also be read as an integer,
+/// for example. The first that fits counts.
+KltFeatureDataType DataTypeOf(ArvGcNode* node);
+
+/// The SDK's code for a formula without a value.
+KltErrorType CodeOf(const FormulaError& error);
+
+/// The value of an integer, a float, an enumeration or a boolean.
+Number ReadNumber(ArvGcNode* node, GError** error);
+
+/// A limit of an integer or a float.
+Number ReadLimit(ArvGcNode* node, bool maximum, GError** error);
+
+/// Sets the value of an integer, a float, an enumeration or a boolean; does nothing to other nodes.
+void WriteNumber(ArvGcNode* node, const Number& value, GError** error);
+
+/// Whether an integer or a float may get this value. If it is within the limits, but not a whole number of increments
+/// above the minimum, the failure has a reason.
+Failure CheckRange(ArvGcNode* node, const Number& value);
+
 /// Whether the node's value can be fetched: that no register on the way to it is unreasonably long. The length can come
 /// from another register and be anything. Aravis fetches a register as a whole, and the process ends if there is not
 /// enough memory. For a register without a byte it returns uninitialised memory.
-/// \return -11 for such a register, -14 for one that is too long
-KltErrorType CheckLength(ArvGcFeatureNode* node);
+/// \return KltErrorInvalidValue for such a register, KltErrorResources for one that is too long
+Failure CheckLength(ArvGcFeatureNode* node);
 
-/// The length of a register. \return -14 if it is unreasonable
-KltErrorType LengthOf(ArvGcRegister* node, guint64& length);
+/// \return KltErrorResources if the length is unreasonable
+Failure ReadLength(ArvGcRegister* node, guint64& length);
 
-/// \param offIncrement set if the value is within the limits, but not a whole number of increments above the minimum
-KltErrorType CheckRange(ArvGcInteger* node, KltInt64_t value, bool* offIncrement = nullptr);
-KltErrorType CheckRange(ArvGcFloat* node, double value, bool* offIncrement = nullptr);
+Failure ReadText(ArvGcString* node, std::string& value);
+Failure ReadBytes(ArvGcRegister* node, UcharVector& value);
+Failure WriteText(ArvGcString* node, const char* value);
+Failure WriteBytes(ArvGcRegister* node, const UcharVector& value);
 
-KltErrorType ReadText(ArvGcString* node, std::string& value);
-KltErrorType ReadBytes(ArvGcRegister* node, UcharVector& value);
-
-KltErrorType WriteInteger(ArvGcInteger* node, KltInt64_t value);
-KltErrorType WriteFloat(ArvGcFloat* node, double value);
-KltErrorType WriteText(ArvGcString* node, const char* value);
-KltErrorType WriteBytes(ArvGcRegister* node, const UcharVector& value);
-
-/// Writes \a value, which was written to \a node, to the copies of the node and of those behind it.
-KltErrorType WriteCopies(ArvGcFeatureNode* node, const Number& value, const ValueCopies& copies);
+/// Writes \a value, which was written to \a node, to the copies of the node and of those behind it. Links that lead
+/// nowhere are ignored.
+Failure WriteCopies(ArvGcFeatureNode* node, const Number& value, const ValueCopies& copies);
 
 } // namespace OPX::KltAPI
 

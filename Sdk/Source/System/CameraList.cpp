@@ -1,6 +1,6 @@
 #include "System/CameraList.h"
 
-#include "Camera/CameraImpl.h"
+#include "Camera/Impls.h"
 
 #include <set>
 

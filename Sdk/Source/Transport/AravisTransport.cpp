@@ -1,13 +1,13 @@
 #include "Transport/AravisTransport.h"
 
-#include "Base/ErrorCodes.h"
-#include "Base/ParserLock.h"
+#include "Base/Failure.h"
 #include "Base/Report.h"
 #include "Document/Texts.h"
 #include "Nodes/NodeMap.h"
 #include "Safety/SafeDescription.h"
+#include "Transport/GvcpCamera.h"
 #include "Transport/GvcpDescription.h"
-#include "Transport/GvcpDevice.h"
+#include "Transport/RegisterDevice.h"
 #include "Transport/UsbPermissions.h"
 
 #include <arv.h>
@@ -38,58 +38,38 @@ std::string Text(const char* text)
     return text == nullptr ? std::string() : WithoutControls(text);
 }
 
-/// What is evaluated is made from the text that was checked, and from no other.
-KltErrorType UseDescription(Connection& connection, const std::string& deviceId, const SafeDescription& checked)
+Failure ConnectGige(const std::string& address, Connection& connection)
 {
-    if (checked.problem)
-    {
-        Report("The description of " + deviceId + " cannot be used: " + checked.problem.InOneLine());
-        return KltErrorOther;
-    }
-    connection.xml = checked.xml;
-    connection.copies = checked.copies;
-    connection.description = NewDescription(connection.device.get(), connection.xml);
-    return connection.description ? KltErrorSuccess : KltErrorOther;
-}
-
-KltErrorType ConnectGige(const std::string& deviceId, const std::string& address, Connection& connection)
-{
-    auto camera = std::make_unique<GvcpChannel>(address, connection.deadline);
-    CallError error;
+    auto camera = std::make_unique<GvcpCamera>(address, connection.deadline);
     // Before the description is read, which takes much longer.
-    if (IsInUse(*camera, error.Out()))
-        return KltErrorInvalidAccess;
-    if (error.Get() != nullptr)
-        return CodeOf(error.Get());
-    SafeDescription checked;
-    const KltErrorType result = FetchDescription(*camera, checked);
-    if (result == KltErrorSuccess)
-        connection.device = NewGvcpDevice(std::move(camera), error.Out());
-    if (error.Get() != nullptr)
-        return CodeOf(error.Get());
-    return result == KltErrorTimeout ? result : UseDescription(connection, deviceId, checked);
+    if (Failure failure = camera->CheckUnused())
+        return failure;
+    const auto description = std::make_shared<SafeDescription>();
+    if (Failure failure = FetchDescription(*camera, *description))
+        return failure;
+    if (Failure failure = camera->TakeControl())
+        return failure;
+    connection.device = NewRegisterDevice(std::move(camera), DeviceKind::GigEVision);
+    return connection.Use(description);
 }
 
-KltErrorType OpenUsb3(const std::string& deviceId, Connection& connection)
+Failure OpenUsb3(const std::string& deviceId, Connection& connection)
 {
     const std::lock_guard<std::mutex> lock(ParserLock());
     CallError error;
     connection.device.reset(arv_open_device(deviceId.c_str(), error.Out()));
-    if (connection.device)
-        return KltErrorSuccess;
-    return error.Get() == nullptr ? static_cast<KltErrorType>(KltErrorNotFound) : CodeOf(error.Get());
+    return connection.device || error.Get() != nullptr ? error.Code() : static_cast<KltErrorType>(KltErrorNotFound);
 }
 
 /// By then Aravis has parsed the description, but nothing has been evaluated.
-KltErrorType ConnectUsb3(const std::string& deviceId, Connection& connection)
+Failure ConnectUsb3(const std::string& deviceId, Connection& connection)
 {
-    const KltErrorType result = OpenUsb3(deviceId, connection);
-    if (result != KltErrorSuccess)
-        return result;
+    if (Failure failure = OpenUsb3(deviceId, connection))
+        return failure;
     std::size_t size = 0;
     const char* xml = arv_device_get_genicam_xml(connection.device.get(), &size);
-    const std::string content = xml == nullptr ? std::string() : std::string(xml, size);
-    return UseDescription(connection, deviceId, CheckDescription(content, std::string()));
+    std::string content = xml == nullptr ? std::string() : std::string(xml, size);
+    return connection.Use(std::make_shared<const SafeDescription>(CheckDescription(std::move(content), std::string())));
 }
 
 CameraRecord RecordOf(unsigned int index)
@@ -178,8 +158,8 @@ Connector AravisTransport::GigeConnector(const CameraRecord& record) const
     {
         // Cameras can get another address, and can be missed by a scan.
         const std::string address = addresses->Of(id);
-        const KltErrorType result = ConnectGige(id, address.empty() ? first : address, connection);
-        return result == KltErrorTimeout && addresses->Of(id).empty() ? KltErrorNotFound : result;
+        Failure failure = ConnectGige(address.empty() ? first : address, connection);
+        return failure.code == KltErrorTimeout && addresses->Of(id).empty() ? KltErrorNotFound : failure;
     };
 }
 

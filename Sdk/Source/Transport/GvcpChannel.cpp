@@ -1,7 +1,5 @@
 #include "Transport/GvcpChannel.h"
 
-#include <arv.h>
-
 #include <algorithm>
 #include <arpa/inet.h>
 #include <poll.h>
@@ -36,14 +34,14 @@ const milliseconds LongestPause(500);
 const std::uint16_t NotImplemented = 0x8001;
 
 /// For the states from NotImplemented on.
-const ArvDeviceError Refusals[] = {
-    ARV_DEVICE_ERROR_PROTOCOL_ERROR_NOT_IMPLEMENTED,
-    ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_PARAMETER,
-    ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS,
-    ARV_DEVICE_ERROR_PROTOCOL_ERROR_WRITE_PROTECT,
-    ARV_DEVICE_ERROR_PROTOCOL_ERROR_BAD_ALIGNMENT,
-    ARV_DEVICE_ERROR_PROTOCOL_ERROR_ACCESS_DENIED,
-    ARV_DEVICE_ERROR_PROTOCOL_ERROR_BUSY,
+const KltErrorType Refusals[] = {
+    KltErrorNotImplemented,
+    KltErrorBadParameter,  // The parameter is invalid,
+    KltErrorInternalFault, // the address is,
+    KltErrorInvalidAccess, // it cannot be written,
+    KltErrorInternalFault, // it is not aligned;
+    KltErrorInvalidAccess, // the access is denied,
+    KltErrorInvalidAccess, // or the camera is busy.
 };
 
 void Append(std::vector<std::uint8_t>& bytes, std::uint32_t value, int size)
@@ -76,14 +74,11 @@ int Connected(const std::string& address)
     return -1;
 }
 
-/// Whether \a size bytes from \a address on are within the 32 bits that the protocol has for addresses.
-bool InReach(std::uint64_t address, std::uint32_t size, GError** error)
+/// \a size bytes from \a address on have to be within the 32 bits that the protocol has for addresses.
+Failure CheckReach(std::uint64_t address, std::uint32_t size)
 {
     const std::uint64_t end = std::uint64_t(1) << 32;
-    if (address < end && size <= end - address)
-        return true;
-    g_set_error_literal(error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS, "beyond 32 bits");
-    return false;
+    return address < end && size <= end - address ? KltErrorSuccess : KltErrorInternalFault;
 }
 
 } // namespace
@@ -168,7 +163,7 @@ void GvcpChannel::ForgetLateAnswers()
         ForgetLate(answer);
 }
 
-bool GvcpChannel::Ask(std::uint16_t command, const Bytes& question, std::size_t size, Bytes& answer, GError** error)
+Failure GvcpChannel::Ask(std::uint16_t command, const Bytes& question, std::size_t size, Bytes& answer)
 {
     Reply reply;
     const Bytes packet = PacketOf(command, question);
@@ -176,20 +171,15 @@ bool GvcpChannel::Ask(std::uint16_t command, const Bytes& question, std::size_t 
     const bool answered = Converse(packet, size, reply);
     m_questionBefore = Word(packet.data() + 6);
     if (!answered)
-    {
-        g_set_error_literal(error, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_TIMEOUT, "the camera does not answer");
-        return false;
-    }
+        return KltErrorTimeout;
     if (reply.status != 0)
     {
         const std::size_t refusal = reply.status - std::size_t(NotImplemented);
-        const bool known = reply.status >= NotImplemented && refusal < G_N_ELEMENTS(Refusals);
-        g_set_error(error, ARV_DEVICE_ERROR, known ? Refusals[refusal] : ARV_DEVICE_ERROR_PROTOCOL_ERROR,
-            "the camera refuses with 0x%04x", reply.status);
-        return false;
+        const bool known = reply.status >= NotImplemented && refusal < std::size(Refusals);
+        return known ? Refusals[refusal] : static_cast<KltErrorType>(KltErrorInternalFault);
     }
     answer.swap(reply.payload);
-    return true;
+    return KltErrorSuccess;
 }
 
 bool GvcpChannel::Converse(const Bytes& packet, std::size_t size, Reply& reply)
@@ -238,32 +228,32 @@ bool GvcpChannel::Await(const Bytes& packet, std::size_t size, Clock::time_point
     return false;
 }
 
-bool GvcpChannel::ReadRegister(std::uint64_t address, std::uint32_t& value, GError** error)
+Failure GvcpChannel::ReadRegister(std::uint64_t address, std::uint32_t& value)
 {
     Bytes bytes;
-    if (!InReach(address, 4, error))
-        return false;
+    if (const Failure failure = CheckReach(address, 4))
+        return failure;
     Append(bytes, static_cast<std::uint32_t>(address), 4);
-    const bool done = Ask(ReadRegisterCommand, bytes, 4, bytes, error);
-    if (done)
-        value = LongWord(bytes.data());
-    return done;
+    if (const Failure failure = Ask(ReadRegisterCommand, bytes, 4, bytes))
+        return failure;
+    value = LongWord(bytes.data());
+    return KltErrorSuccess;
 }
 
-bool GvcpChannel::WriteRegister(std::uint64_t address, std::uint32_t value, GError** error)
+Failure GvcpChannel::WriteRegister(std::uint64_t address, std::uint32_t value)
 {
     Bytes bytes;
-    if (!InReach(address, 4, error))
-        return false;
+    if (const Failure failure = CheckReach(address, 4))
+        return failure;
     Append(bytes, static_cast<std::uint32_t>(address), 4);
     Append(bytes, value, 4);
-    return Ask(WriteRegisterCommand, bytes, 0, bytes, error);
+    return Ask(WriteRegisterCommand, bytes, 0, bytes);
 }
 
-bool GvcpChannel::ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer, GError** error)
+Failure GvcpChannel::ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer)
 {
-    if (!InReach(address, size, error))
-        return false;
+    if (const Failure failure = CheckReach(address, size))
+        return failure;
     const std::uint64_t end = address + size;
     // Cameras read whole words.
     for (std::uint64_t begin = address & ~std::uint64_t(3); begin < end; begin += BlockSize)
@@ -273,46 +263,40 @@ bool GvcpChannel::ReadMemory(std::uint64_t address, std::uint32_t size, std::uin
         Bytes answer;
         Append(question, static_cast<std::uint32_t>(begin), 4);
         Append(question, static_cast<std::uint32_t>(words), 4);
-        if (!Ask(ReadMemoryCommand, question, 4 + words, answer, error))
-            return false;
+        if (const Failure failure = Ask(ReadMemoryCommand, question, 4 + words, answer))
+            return failure;
         const std::uint64_t from = std::max(begin, address);
         const std::uint64_t to = std::min(begin + words, end);
         std::copy_n(answer.data() + 4 + (from - begin), to - from, buffer + (from - address));
     }
-    return true;
+    return KltErrorSuccess;
 }
 
-bool GvcpChannel::WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer, GError** error)
+Failure GvcpChannel::WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer)
 {
-    if (!InReach(address, size, error))
-        return false;
+    if (const Failure failure = CheckReach(address, size))
+        return failure;
     for (std::uint32_t done = 0; done < size; done += BlockSize)
     {
         Bytes bytes;
         Append(bytes, static_cast<std::uint32_t>(address + done), 4);
         bytes.insert(bytes.end(), buffer + done, buffer + std::min(done + BlockSize, size));
-        GError* refusal = nullptr;
-        if (Ask(WriteMemoryCommand, bytes, 0, bytes, &refusal))
-            continue;
-        if (g_error_matches(refusal, ARV_DEVICE_ERROR, ARV_DEVICE_ERROR_PROTOCOL_ERROR_NOT_IMPLEMENTED) && done == 0 &&
-            size % 4 == 0)
-        {
-            g_error_free(refusal);
-            return WriteWords(address, size, buffer, error);
-        }
-        g_propagate_error(error, refusal);
-        return false;
+        const Failure failure = Ask(WriteMemoryCommand, bytes, 0, bytes);
+        if (failure.code == KltErrorNotImplemented && done == 0 && size % 4 == 0)
+            return WriteWords(address, size, buffer);
+        if (failure)
+            return failure;
     }
-    return true;
+    return KltErrorSuccess;
 }
 
 /// For cameras that can write only registers.
-bool GvcpChannel::WriteWords(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer, GError** error)
+Failure GvcpChannel::WriteWords(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer)
 {
     for (std::uint32_t done = 0; done < size; done += 4)
-        if (!WriteRegister(address + done, LongWord(buffer + done), error))
-            return false;
-    return true;
+        if (const Failure failure = WriteRegister(address + done, LongWord(buffer + done)))
+            return failure;
+    return KltErrorSuccess;
 }
 
 } // namespace OPX::KltAPI

@@ -1,7 +1,7 @@
 #ifndef GVCPCHANNEL_H
 #define GVCPCHANNEL_H
 
-#include <glib.h>
+#include "Transport/RegisterAccess.h"
 
 #include <atomic>
 #include <chrono>
@@ -19,9 +19,8 @@ namespace OPX::KltAPI
 /// at it, and waits for as long as the camera asks it to.
 ///
 /// What gets lost in the network is asked for again. A call fails with a timeout when the camera has been silent for
-/// three seconds, and at the deadline in any case. It returns whether it succeeded; errors are ARV_DEVICE_ERRORs. One
-/// thread at a time, except for Touch().
-class GvcpChannel
+/// three seconds, and at the deadline in any case. One thread at a time, except for Touch().
+class GvcpChannel : public RegisterAccess
 {
 public:
     typedef std::chrono::steady_clock Clock;
@@ -29,18 +28,15 @@ public:
 
     /// \param address the camera's address in the network; nothing answers if it is not an address
     GvcpChannel(const std::string& address, Deadline deadline);
-    ~GvcpChannel();
-
-    GvcpChannel(const GvcpChannel&) = delete;
-    GvcpChannel& operator=(const GvcpChannel&) = delete;
+    ~GvcpChannel() override;
 
     /// From now on, calls end at another deadline.
     void SetDeadline(Deadline deadline);
 
-    bool ReadRegister(std::uint64_t address, std::uint32_t& value, GError** error);
-    bool WriteRegister(std::uint64_t address, std::uint32_t value, GError** error);
-    bool ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer, GError** error);
-    bool WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer, GError** error);
+    Failure ReadRegister(std::uint64_t address, std::uint32_t& value) override;
+    Failure WriteRegister(std::uint64_t address, std::uint32_t value) override;
+    Failure ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer) override;
+    Failure WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer) override;
 
     /// Reads a register without waiting for its value, so that the camera knows that somebody is there. Any thread.
     void Touch(std::uint32_t address);
@@ -57,10 +53,10 @@ private:
     void ForgetLateAnswers();
 
     /// Asks and waits for an answer of at least \a size bytes.
-    bool Ask(std::uint16_t command, const Bytes& question, std::size_t size, Bytes& answer, GError** error);
+    Failure Ask(std::uint16_t command, const Bytes& question, std::size_t size, Bytes& answer);
     bool Converse(const Bytes& packet, std::size_t size, Reply& reply);
     bool Await(const Bytes& packet, std::size_t size, Clock::time_point until, Reply& reply);
-    bool WriteWords(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer, GError** error);
+    Failure WriteWords(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer);
 
     Deadline m_deadline;
     const int m_socket;

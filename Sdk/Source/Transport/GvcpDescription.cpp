@@ -1,13 +1,12 @@
 #include "Transport/GvcpDescription.h"
 
-#include "Base/ErrorCodes.h"
-#include "Base/GlibPtr.h"
 #include "Document/DocumentLimits.h"
 #include "Document/Unzip.h"
 
 #include <cstring>
 #include <regex>
 #include <string>
+#include <utility>
 
 namespace OPX::KltAPI
 {
@@ -38,59 +37,51 @@ bool FindPlace(const std::string& address, Place& place)
     return true;
 }
 
-KltErrorType Read(GvcpChannel& camera, std::uint64_t address, std::string& content)
+Failure ReadText(GvcpChannel& camera, std::uint64_t address, std::string& text)
 {
-    CallError error;
-    camera.ReadMemory(
-        address, static_cast<std::uint32_t>(content.size()), reinterpret_cast<std::uint8_t*>(&content[0]), error.Out());
-    return CodeOf(error.Get());
+    const Failure failure =
+        camera.ReadMemory(address, static_cast<std::uint32_t>(text.size()), reinterpret_cast<std::uint8_t*>(&text[0]));
+    if (!failure || failure.code == KltErrorTimeout)
+        return failure;
+    return {KltErrorOther, {"the camera does not let us read it"}};
 }
 
-/// What the camera delivers at \a place.
-KltErrorType ReadContent(GvcpChannel& camera, const Place& place, SafeDescription& description)
+/// Reads the description whose address is in this register.
+Failure FetchFrom(GvcpChannel& camera, std::uint32_t addressRegister, SafeDescription& description)
 {
+    std::string address(AddressSize, '\0');
+    if (Failure failure = ReadText(camera, addressRegister, address))
+        return failure;
+    address.resize(std::strlen(address.c_str()));
+    Place place{};
+    if (!FindPlace(address, place))
+        return {KltErrorOther, {"it is not in the camera"}};
     if (place.size > MaximumDocumentSize)
-    {
-        description.problem.text = "it is too large";
-        return KltErrorSuccess;
-    }
+        return {KltErrorOther, {"it is too large"}};
     std::string content(place.size, '\0');
-    const KltErrorType result = Read(camera, place.address, content);
+    if (Failure failure = ReadText(camera, place.address, content))
+        return failure;
     // The size can be that of the memory around it. An archive may end with zeros.
     if (!IsZip(content))
         content.erase(content.find_last_not_of('\0') + 1);
-    if (result == KltErrorSuccess)
-        description = CheckDescription(content, std::string());
-    return result;
+    description = CheckDescription(std::move(content), std::string());
+    return description.problem ? Failure(KltErrorOther, description.problem) : Failure();
 }
 
 } // namespace
 
-KltErrorType FetchDescription(GvcpChannel& camera, SafeDescription& description)
+Failure FetchDescription(GvcpChannel& camera, SafeDescription& description)
 {
-    SafeDescription first;
+    Failure first;
     for (const std::uint32_t addressRegister : AddressRegisters)
     {
-        description = SafeDescription();
-        std::string address(AddressSize, '\0');
-        KltErrorType result = Read(camera, addressRegister, address);
-        address.resize(std::strlen(address.c_str()));
-        Place place{};
-        if (result == KltErrorSuccess && !FindPlace(address, place))
-            description.problem.text = "it is not in the camera";
-        else if (result == KltErrorSuccess)
-            result = ReadContent(camera, place, description);
-        if (result == KltErrorTimeout)
-            return result;
-        if (result != KltErrorSuccess)
-            description.problem.text = "the camera does not let us read it";
-        if (!description.problem)
-            return KltErrorSuccess;
-        if (!first.problem)
-            first = description;
+        Failure failure = FetchFrom(camera, addressRegister, description);
+        if (!failure || failure.code == KltErrorTimeout)
+            return failure;
+        if (!first)
+            first = std::move(failure);
     }
-    description = first;
-    return KltErrorOther;
+    return first;
 }
 
 } // namespace OPX::KltAPI

@@ -1,7 +1,7 @@
 #ifndef GVCPDESCRIPTION_H
 #define GVCPDESCRIPTION_H
 
-#include "KoltaCPP/KoltaTypes.h"
+#include "Base/Failure.h"
 #include "Safety/SafeDescription.h"
 #include "Transport/GvcpChannel.h"
 
@@ -10,8 +10,9 @@ namespace OPX::KltAPI
 
 /// Reads the camera's description and checks it. Two registers say where it is; only what is in the camera itself is
 /// read, no files or servers that it refers to.
-/// \return -12 the camera does not answer, -13 there is no description that can be used: the problem says why
-KltErrorType FetchDescription(GvcpChannel& camera, SafeDescription& description);
+/// \return KltErrorTimeout if the camera does not answer; KltErrorOther, with the reason, if there is no description
+/// that can be used
+Failure FetchDescription(GvcpChannel& camera, SafeDescription& description);
 
 } // namespace OPX::KltAPI
 

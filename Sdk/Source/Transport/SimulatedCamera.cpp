@@ -1,8 +1,8 @@
 #include "Transport/SimulatedCamera.h"
 
 #include "Document/Texts.h"
-#include "Nodes/NodeMap.h"
-#include "Transport/MemoryDevice.h"
+#include "Transport/RegisterDevice.h"
+#include "Transport/SparseMemory.h"
 #include "Transport/StartValues.h"
 
 #include <utility>
@@ -14,22 +14,20 @@ namespace OPX::KltAPI
 namespace
 {
 
-KltErrorType Connect(const SafeDescription& description, const fs::path& file, Connection& connection)
+Failure Connect(const std::shared_ptr<const SafeDescription>& description, const fs::path& file, Connection& connection)
 {
-    connection.xml = description.xml;
-    connection.copies = description.copies;
-    connection.device = NewMemoryDevice();
+    auto memory = std::make_unique<SparseMemory>();
+    connection.takeUnknown = [known = memory.get()] { return known->TakeUnknown(); };
+    connection.device = NewRegisterDevice(std::move(memory), DeviceKind::Plain);
     connection.patience = std::chrono::seconds(4); // Memory is quick: only a hostile description takes longer.
-    connection.takeUnknown = [device = connection.device.get()] { return TakeUnknownOf(device); };
-    connection.description = NewDescription(connection.device.get(), connection.xml);
-    if (!connection.description)
-        return KltErrorOther;
+    if (Failure failure = connection.Use(description))
+        return failure;
     if (!file.empty())
-        ApplyStartValues(connection.description.get(), file);
+        ApplyStartValues(connection.nodeMap.get(), file);
     return KltErrorSuccess;
 }
 
-KltErrorType Connect(const DescriptionFile& file, Connection& connection)
+Failure Connect(const DescriptionFile& file, Connection& connection)
 {
     if (!file.IsUnchanged())
         return KltErrorNotFound;
@@ -66,7 +64,7 @@ std::string DescriptionFile::Id() const
 
 CameraRecord RecordOf(const DescriptionFile& file)
 {
-    return {file.Id(), file.Content().modelName, WithoutControls(file.Path().stem().string()), "simulated",
+    return {file.Id(), file.Content()->modelName, WithoutControls(file.Path().stem().string()), "simulated",
         file.Path().string(), [file](Connection& connection) { return Connect(file, connection); }};
 }
 
@@ -76,7 +74,7 @@ CameraRecord RecordOf(SafeDescription description, const fs::path& file)
     const std::string serialNumber = file.empty() ? name : WithoutControls(file.stem().string());
     const auto shared = std::make_shared<const SafeDescription>(std::move(description));
     return {file.string(), name, serialNumber, "simulated", file.string(),
-        [shared, file](Connection& connection) { return Connect(*shared, file, connection); }};
+        [shared, file](Connection& connection) { return Connect(shared, file, connection); }};
 }
 
 } // namespace OPX::KltAPI

@@ -30,7 +30,7 @@ public:
     /// Identifies this file with this content.
     std::string Id() const;
 
-    const SafeDescription& Content() const { return *m_content; }
+    const std::shared_ptr<const SafeDescription>& Content() const { return m_content; }
 
 private:
     struct State

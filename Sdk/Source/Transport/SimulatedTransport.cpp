@@ -85,9 +85,9 @@ std::vector<CameraRecord> SimulatedTransport::Scan()
         if (file == nullptr)
             continue;
         known.emplace(path, *file);
-        if (!file->description.IsUsable())
+        if (!file->content.IsUsable())
             continue;
-        records.push_back(RecordOf(file->description));
+        records.push_back(RecordOf(file->content));
         records.back().serialNumber = Unique(records.back().serialNumber, taken);
     }
     m_known.swap(known);
@@ -132,7 +132,7 @@ const SimulatedTransport::KnownFile* SimulatedTransport::Examine(const fs::path&
     if (!fs::exists(fs::symlink_status(path, error)) && !fs::is_directory(path.parent_path(), error))
         return nullptr; // Gone in the meantime.
     auto known = m_known.find(path);
-    if (known != m_known.end() && known->second.description.IsUnchanged())
+    if (known != m_known.end() && known->second.content.IsUnchanged())
     {
         ReportProblem(known->second);
         return &known->second;
@@ -147,8 +147,8 @@ const SimulatedTransport::KnownFile* SimulatedTransport::Examine(const fs::path&
 
 void SimulatedTransport::ReportProblem(KnownFile& file)
 {
-    if (!file.reported && !file.description.IsUsable())
-        Report(file.description.Path().string() + ": " + file.description.Problem().InOneLine());
+    if (!file.reported && !file.content.IsUsable())
+        Report(file.content.Path().string() + ": " + file.content.Problem().InOneLine());
     file.reported = true;
 }
 

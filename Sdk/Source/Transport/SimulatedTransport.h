@@ -26,7 +26,7 @@ private:
     /// What is known of a file, as long as it does not change.
     struct KnownFile
     {
-        DescriptionFile description;
+        DescriptionFile content;
         bool reported = false; ///< Whether its problem has been reported.
     };
 

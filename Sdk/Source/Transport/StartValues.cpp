@@ -1,6 +1,6 @@
 #include "Transport/StartValues.h"
 
-#include "Base/GlibPtr.h"
+#include "Base/Failure.h"
 #include "Base/Report.h"
 #include "Document/Texts.h"
 #include "Nodes/NodeValues.h"
@@ -8,68 +8,65 @@
 #include <fstream>
 #include <sstream>
 #include <string>
-#include <vector>
 
 namespace OPX::KltAPI
 {
 namespace
 {
 
-/// The value of a raw feature: all of its bytes, in hexadecimal digits.
-std::string ApplyBytes(ArvGcRegister* node, const std::string& value)
+Failure Wrong(const std::string& text)
 {
-    std::vector<unsigned char> bytes;
+    return {KltErrorInvalidValue, {text}};
+}
+
+/// The value of a raw feature: all of its bytes, in hexadecimal digits.
+Failure ApplyBytes(ArvGcRegister* node, const std::string& value)
+{
+    UcharVector bytes;
     std::istringstream stream(value);
     for (std::string byte; stream >> byte;)
     {
         char* end = nullptr;
         bytes.push_back(static_cast<unsigned char>(g_ascii_strtoull(byte.c_str(), &end, 16)));
         if (byte.size() > 2 || *end != '\0')
-            return "'" + byte + "' is not a byte";
+            return Wrong("'" + byte + "' is not a byte");
     }
-    CallError error;
     guint64 length = 0;
-    if (LengthOf(node, length) != KltErrorSuccess || bytes.empty() || bytes.size() != length)
-        return std::to_string(bytes.size()) + " bytes given, " + std::to_string(length) + " expected";
+    if (ReadLength(node, length) || bytes.empty() || bytes.size() != length)
+        return Wrong(std::to_string(bytes.size()) + " bytes given, " + std::to_string(length) + " expected");
+    CallError error;
     arv_gc_register_set(node, bytes.data(), length, error.Out());
-    return error.Get() == nullptr ? std::string() : error.Get()->message;
+    return error.Get() == nullptr ? Failure() : Wrong(error.Get()->message);
 }
 
-bool IsOffIncrement(ArvGcNode* node, const std::string& value)
-{
-    bool isOff = false;
-    if (ARV_IS_GC_INTEGER(node) && !ARV_IS_GC_ENUMERATION(node))
-        CheckRange(ARV_GC_INTEGER(node), g_ascii_strtoll(value.c_str(), nullptr, 0), &isOff);
-    else if (ARV_IS_GC_FLOAT(node))
-        CheckRange(ARV_GC_FLOAT(node), g_ascii_strtod(value.c_str(), nullptr), &isOff);
-    return isOff;
-}
-
-/// \return what is wrong with the line, empty if it was applied
-std::string Apply(ArvGc* description, const std::string& line)
+Failure Apply(ArvGc* nodeMap, const std::string& line)
 {
     const std::size_t equals = line.find('=');
     if (equals == std::string::npos)
-        return "there is no '='";
+        return Wrong("there is no '='");
     const std::string name = Trimmed(line.substr(0, equals));
-    ArvGcNode* node = arv_gc_get_node(description, name.c_str());
+    ArvGcNode* node = arv_gc_get_node(nodeMap, name.c_str());
     if (!ARV_IS_GC_FEATURE_NODE(node))
-        return "there is no feature '" + name + "'";
-    if (CheckLength(ARV_GC_FEATURE_NODE(node)) != KltErrorSuccess)
-        return "the length of '" + name + "' is out of bounds";
+        return Wrong("there is no feature '" + name + "'");
+    if (CheckLength(ARV_GC_FEATURE_NODE(node)))
+        return Wrong("the length of '" + name + "' is out of bounds");
     const std::string value = Trimmed(line.substr(equals + 1));
-    if (IsOffIncrement(node, value))
-        return "'" + value + "' is not a whole number of increments above the minimum";
-    CallError error;
-    if (ARV_IS_GC_REGISTER(node) && !ARV_IS_GC_INTEGER(node) && !ARV_IS_GC_FLOAT(node) && !ARV_IS_GC_STRING(node))
+    const KltFeatureDataType type = DataTypeOf(node);
+    if (type == KltFeatureDataRaw)
         return ApplyBytes(ARV_GC_REGISTER(node), value);
+    const Failure failure = CheckRange(node,
+        type == KltFeatureDataFloat ? Number(g_ascii_strtod(value.c_str(), nullptr))
+                                    : Number(static_cast<std::int64_t>(g_ascii_strtoll(value.c_str(), nullptr, 0))));
+    if (failure.reason)
+        return Wrong("'" + value + "' " + failure.reason.text);
+    CallError error;
     arv_gc_feature_node_set_value_from_string(ARV_GC_FEATURE_NODE(node), value.c_str(), error.Out());
-    return error.Get() == nullptr ? std::string() : error.Get()->message;
+    return error.Get() == nullptr ? Failure() : Wrong(error.Get()->message);
 }
 
 } // namespace
 
-void ApplyStartValues(ArvGc* description, const std::filesystem::path& descriptionFile)
+void ApplyStartValues(ArvGc* nodeMap, const std::filesystem::path& descriptionFile)
 {
     const std::filesystem::path path = std::filesystem::path(descriptionFile).replace_extension(".values");
     std::error_code none;
@@ -77,21 +74,21 @@ void ApplyStartValues(ArvGc* description, const std::filesystem::path& descripti
         return;
     std::ifstream file(path);
     // Even what can never be written in the camera itself may be set here.
-    const ArvAccessCheckPolicy policy = arv_gc_get_access_check_policy(description);
-    const ArvRangeCheckPolicy ranges = arv_gc_get_range_check_policy(description);
-    arv_gc_set_access_check_policy(description, ARV_ACCESS_CHECK_POLICY_DISABLE);
-    arv_gc_set_range_check_policy(description, ARV_RANGE_CHECK_POLICY_ENABLE);
+    const ArvAccessCheckPolicy policy = arv_gc_get_access_check_policy(nodeMap);
+    const ArvRangeCheckPolicy ranges = arv_gc_get_range_check_policy(nodeMap);
+    arv_gc_set_access_check_policy(nodeMap, ARV_ACCESS_CHECK_POLICY_DISABLE);
+    arv_gc_set_range_check_policy(nodeMap, ARV_RANGE_CHECK_POLICY_ENABLE);
     int number = 0;
     for (std::string line; std::getline(file, line);)
     {
         ++number;
         line = Trimmed(line);
-        const std::string problem = line.empty() || line[0] == '#' ? std::string() : Apply(description, line);
-        if (!problem.empty())
-            Report(path.string() + ":" + std::to_string(number) + ": " + problem);
+        const Failure failure = line.empty() || line[0] == '#' ? Failure() : Apply(nodeMap, line);
+        if (failure)
+            Report(path.string() + ":" + std::to_string(number) + ": " + failure.reason.text);
     }
-    arv_gc_set_access_check_policy(description, policy);
-    arv_gc_set_range_check_policy(description, ranges);
+    arv_gc_set_access_check_policy(nodeMap, policy);
+    arv_gc_set_range_check_policy(nodeMap, ranges);
 }
 
 } // namespace OPX::KltAPI

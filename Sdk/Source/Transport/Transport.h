@@ -1,7 +1,7 @@
 #ifndef TRANSPORT_H
 #define TRANSPORT_H
 
-#include "Camera/Session.h"
+#include "Transport/Connection.h"
 
 #include <memory>
 #include <string>

@@ -1,4 +1,4 @@
-#include "Base/ErrorCodes.h"
+#include "Base/Failure.h"
 
 #include <arv.h>
 
@@ -34,7 +34,7 @@ const Row DeviceErrors[] = {
     {ARV_DEVICE_ERROR_PROTOCOL_ERROR_BUSY, KltErrorInvalidAccess},
 };
 
-const Row DescriptionErrors[] = {
+const Row NodeErrors[] = {
     {ARV_GC_ERROR_EMPTY_ENUMERATION, KltErrorInvalidValue},
     {ARV_GC_ERROR_OUT_OF_RANGE, KltErrorInvalidValue},
     {ARV_GC_ERROR_NODE_NOT_FOUND, KltErrorNotFound},
@@ -59,16 +59,23 @@ GQuark OwnErrorDomain()
     return g_quark_from_static_string("kolta-error");
 }
 
-KltErrorType CodeOf(const GError* error)
+bool PassOn(const Failure& failure, GError** error)
 {
-    if (error == nullptr)
+    if (failure)
+        g_set_error_literal(error, OwnErrorDomain(), failure.code, failure.reason.text.c_str());
+    return !failure;
+}
+
+KltErrorType CallError::Code() const
+{
+    if (m_error == nullptr)
         return KltErrorSuccess;
-    if (error->domain == ARV_DEVICE_ERROR)
-        return Find(DeviceErrors, error->code);
-    if (error->domain == ARV_GC_ERROR)
-        return Find(DescriptionErrors, error->code);
-    if (error->domain == OwnErrorDomain())
-        return error->code;
+    if (m_error->domain == ARV_DEVICE_ERROR)
+        return Find(DeviceErrors, m_error->code);
+    if (m_error->domain == ARV_GC_ERROR)
+        return Find(NodeErrors, m_error->code);
+    if (m_error->domain == OwnErrorDomain())
+        return m_error->code;
     return KltErrorOther;
 }
 

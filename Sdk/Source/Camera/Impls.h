@@ -1,8 +1,14 @@
-#ifndef CAMERAIMPL_H
-#define CAMERAIMPL_H
+#ifndef IMPLS_H
+#define IMPLS_H
 
+/// \file
+/// What is behind the handles that users hold.
+
+#include "Camera/FeatureReader.h"
 #include "Camera/Session.h"
 #include "KoltaCPP/Camera.h"
+#include "KoltaCPP/EnumEntry.h"
+#include "KoltaCPP/Feature.h"
 #include "Transport/Transport.h"
 
 #include <memory>
@@ -10,6 +16,18 @@
 
 namespace OPX::KltAPI
 {
+
+struct EnumEntry::Impl
+{
+    std::string name;
+    KltInt64_t value;
+};
+
+struct Feature::Impl
+{
+    FeatureData data;
+    std::shared_ptr<Session> session;
+};
 
 struct FeatureContainer::Impl
 {
