@@ -1,11 +1,9 @@
 # Kolta::QtCore: the Qt that everything is built with, chosen in this place only.
 # Kolta::Qt: the same with widgets. Kolta::QtTest: with Qt's test library, too.
-add_library(KoltaQtCore INTERFACE)
-add_library(Kolta::QtCore ALIAS KoltaQtCore)
-add_library(KoltaQt INTERFACE)
-add_library(Kolta::Qt ALIAS KoltaQt)
-add_library(KoltaQtTest INTERFACE)
-add_library(Kolta::QtTest ALIAS KoltaQtTest)
+foreach(qt IN ITEMS QtCore Qt QtTest)
+    add_library(Kolta${qt} INTERFACE)
+    add_library(Kolta::${qt} ALIAS Kolta${qt})
+endforeach()
 
 set(KOLTA_QT_FOUND "")
 foreach(major IN ITEMS 6 5)

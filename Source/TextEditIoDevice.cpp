@@ -17,7 +17,7 @@ bool StartsParagraph(QChar character)
     return code == '\n' || code == '\r' || code == 0x2029 || code == 0xfdd0 || code == 0xfdd1;
 }
 
-/// The same text as one paragraph.
+/// \a text as one paragraph.
 QString InOneParagraph(QString text)
 {
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));

@@ -1,9 +1,10 @@
 #include "Base/CameraChoice.h"
 
-#include <algorithm>
-#include <cctype>
+#include "Document/Texts.h"
+
 #include <filesystem>
 
+using OPX::KltAPI::HasExtension;
 namespace fs = std::filesystem;
 
 namespace
@@ -22,11 +23,8 @@ bool IsFile(const std::string& path)
 CameraChoice CameraChoice::FromText(const std::string& text)
 {
     CameraChoice choice;
-    std::string extension = fs::path(text).extension();
-    std::transform(extension.begin(), extension.end(), extension.begin(),
-        [](unsigned char letter) { return std::tolower(letter); });
-    if (text == "-" || extension == ".xml" || extension == ".zip" || text.find('/') != std::string::npos ||
-        IsFile(text))
+    if (text == "-" || HasExtension(text, ".xml") || HasExtension(text, ".zip") ||
+        text.find('/') != std::string::npos || IsFile(text))
         choice.descriptionFile = text;
     else
         choice.serialNumber = text;

@@ -233,8 +233,7 @@ private slots:
         for (int i = 0; i < 600; ++i)
         {
             m_writer.options = CppOptions::Defaults();
-            m_writer.options.SetClassName(
-                Below(20) == 0 ? CppNames::Clean(NarrowName()) : "K" + QString::number(i));
+            m_writer.options.SetClassName(Below(20) == 0 ? CppNames::Clean(NarrowName()) : "K" + QString::number(i));
             m_writer.options.headerFileName = "K.h";
             for (QString CppOptions::*option : {&CppOptions::getterPrefix, &CppOptions::getterSuffix,
                      &CppOptions::setterPrefix, &CppOptions::setterSuffix})
