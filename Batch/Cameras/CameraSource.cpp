@@ -102,6 +102,7 @@ std::string RegularFile(const std::string& file)
 /// Looks at this file and at nothing else.
 CameraPtr Simulate(const std::string& file)
 {
+    RequireDescriptions();
     const CameraPtr camera = SimulatedCamera(RegularFile(file));
     if (!camera)
         throw CommandError(ExitCamera, "The description '" + file + "' cannot be used.");
@@ -248,6 +249,7 @@ std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choice
 
 std::string ReadDescription(const CameraChoice& choice)
 {
+    RequireDescriptions();
     std::string description;
     WithOpenCamera(choice, CameraOfFile(choice),
         [&description](const CameraPtr& camera) { return GetDescription(*camera, description); });
@@ -256,6 +258,7 @@ std::string ReadDescription(const CameraChoice& choice)
 
 CameraNodes ReadNodes(const CameraChoice& choice)
 {
+    RequireDescriptions();
     CameraNodes nodes;
     WithOpenCamera(choice, CameraOfFile(choice),
         [&](const CameraPtr& camera)

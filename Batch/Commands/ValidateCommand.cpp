@@ -78,6 +78,8 @@ void WarnOfMistakes(const std::vector<CameraFeatures>& cameras)
 {
     for (const CameraFeatures& camera : cameras)
     {
+        if (camera.description->tag.empty()) // There is none.
+            continue;
         const std::size_t count = FindMistakes(*camera.description, !camera.features.empty()).size();
         if (count > 0)
             TellWarning("The description of '" + camera.label + "' has " +
