@@ -13,8 +13,10 @@ set(KOLTA_INSTALL_DATA ${CMAKE_INSTALL_DATADIR}/KoltaClassGenerator)
 # the SDK beside it comes before the one that is installed with ours.
 function(kolta_install_program target)
     file(RELATIVE_PATH libraries ${CMAKE_INSTALL_FULL_LIBEXECDIR}/KoltaClassGenerator ${CMAKE_INSTALL_FULL_LIBDIR})
+    # CMake itself leaves out an SDK's folder that lies in the sources.
+    set(paths "$ORIGIN" "$ORIGIN/${libraries}" ${KOLTA_SDK_FOLDER})
     # One path for both: CMake would fill up the build's with colons, behind which the current folder is searched.
-    set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN;$ORIGIN/${libraries}" BUILD_WITH_INSTALL_RPATH ON
+    set_target_properties(${target} PROPERTIES INSTALL_RPATH "${paths}" BUILD_WITH_INSTALL_RPATH ON
         INSTALL_RPATH_USE_LINK_PATH ON)
     install(TARGETS ${target} ${ARGN} RUNTIME DESTINATION ${KOLTA_INSTALL_FOLDER} COMPONENT Tool)
     kolta_install_link(${CMAKE_INSTALL_BINDIR}/${target} ${KOLTA_INSTALL_FOLDER}/${target})

@@ -1,7 +1,7 @@
 # Packages from the components: cpack makes Debian packages and an archive, rpmbuild those of other systems.
 get_target_property(type KoltaCPP::KoltaCPP TYPE)
-if(type STREQUAL "STATIC_LIBRARY" AND NOT KOLTA_USE_INSTALLED_SDK)
-    message(STATUS "No packages: they are made for the shared library only.")
+if(KOLTA_SDK_ROOT OR (type STREQUAL "STATIC_LIBRARY" AND NOT KOLTA_USE_INSTALLED_SDK))
+    message(STATUS "No packages: they are made for the shared library only, and need one that is packaged, too.")
     # Perhaps of the same build before it was changed.
     file(REMOVE ${PROJECT_BINARY_DIR}/CPackConfig.cmake)
     return()

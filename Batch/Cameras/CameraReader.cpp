@@ -108,6 +108,7 @@ std::shared_ptr<const Document> ReadDescription(const CameraChoice& choice, Prob
         problem = input->checked.problem;
         return std::shared_ptr<const Document>(input, &input->document);
     }
+    RequireDescriptions();
     std::shared_ptr<const Document> document;
     WithOpenCamera(choice.serialNumber,
         [&document](Camera& camera)

@@ -1,6 +1,9 @@
 #include "Cameras/SdkExtensions.h"
 
+#include "Base/ExitCodes.h"
 #include "SdkReads.h"
+
+#if __has_include(<KoltaCPP/Extensions.h>)
 
 #include <KoltaCPP/Extensions.h>
 
@@ -17,6 +20,10 @@ std::string Read(const Camera& camera, KltErrorType (*getter)(const Camera&, cha
 }
 
 } // namespace
+
+void RequireDescriptions()
+{
+}
 
 CameraPtr SimulatedCamera(const std::string& xml, const std::string& modelName, const std::string& path)
 {
@@ -39,3 +46,36 @@ std::string AddressOf(const Camera& camera)
 {
     return Read(camera, &GetAddress);
 }
+
+#else
+
+using namespace OPX::KltAPI;
+
+void RequireDescriptions()
+{
+    throw CommandError(ExitCamera,
+        "The camera SDK that kolta-classgen was built with cannot do this: it has no operations for descriptions.");
+}
+
+CameraPtr SimulatedCamera(const std::string&, const std::string&, const std::string&)
+{
+    RequireDescriptions();
+    return CameraPtr();
+}
+
+std::string DescriptionOf(const Camera&)
+{
+    return std::string();
+}
+
+std::string TransportOf(const Camera&)
+{
+    return std::string();
+}
+
+std::string AddressOf(const Camera&)
+{
+    return std::string();
+}
+
+#endif

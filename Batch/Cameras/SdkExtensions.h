@@ -2,11 +2,14 @@
 #define SDKEXTENSIONS_H
 
 /// \file
-/// What only our own SDK has, and the front end uses nowhere else.
+/// What only our own SDK has. The front end uses it nowhere else, and is built without it for an SDK that lacks it.
 
 #include <KoltaCPP/Camera.h>
 
 #include <string>
+
+/// Throws CommandError if the SDK has nothing to do with descriptions.
+void RequireDescriptions();
 
 /// The camera that is simulated from a description that was checked.
 /// \param path the file that it comes from; empty if there is none

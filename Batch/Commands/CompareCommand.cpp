@@ -4,6 +4,7 @@
 #include "Cameras/CameraReader.h"
 #include "Cameras/FeatureChanges.h"
 #include "Cameras/FeatureTable.h"
+#include "Cameras/SdkExtensions.h"
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -70,6 +71,8 @@ void PrintAsJson(const std::vector<FeatureChange>& changes, int breaking, int co
 
 ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after, bool json)
 {
+    // Without them there are no limits to compare.
+    RequireDescriptions();
     // Never released, since the program ends soon.
     static const auto& cameras = *new std::vector<CameraFeatures>(ReadFeatures({before, after}));
     auto old = std::async(std::launch::async, [] { return RowsOf(cameras.front()); });

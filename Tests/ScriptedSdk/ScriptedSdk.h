@@ -9,7 +9,8 @@
 #include <utility>
 #include <vector>
 
-/// An SDK whose cameras are plain data and whose calls fail when a test says so. Implements the same headers.
+/// An SDK whose cameras are plain data and whose calls fail when a test says so. Implements the same headers, but for
+/// Extensions.h.
 namespace ScriptedSdk
 {
 
