@@ -66,6 +66,7 @@ CameraFeatures Read(const CameraChoice& choice)
         WithOpenCamera(choice.serialNumber, use);
     else
     {
+        RequireDescriptions();
         const auto input = std::make_shared<const InputDescription>(choice.descriptionFile);
         if (input->checked.problem)
             throw CannotBeUsed(choice, input->checked.problem);

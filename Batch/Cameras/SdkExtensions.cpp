@@ -59,7 +59,6 @@ void RequireDescriptions()
 
 CameraPtr SimulatedCamera(const std::string&, const std::string&, const std::string&)
 {
-    RequireDescriptions();
     return CameraPtr();
 }
 
