@@ -106,12 +106,14 @@ private:
 
 GQuark FormulasKey()
 {
-    return g_quark_from_static_string("kolta-formulas");
+    static const GQuark key = g_quark_from_static_string("kolta-formulas");
+    return key;
 }
 
 GQuark OwnKey()
 {
-    return g_quark_from_static_string("kolta-own-formulas");
+    static const GQuark key = g_quark_from_static_string("kolta-own-formulas");
+    return key;
 }
 
 /// Null for nodes of node maps that others made.
