@@ -110,7 +110,7 @@ KltErrorType Session::EnsureListed(const Call& call)
     if (!IsThere())
         return KltErrorTimeout;
     std::vector<FeatureData> read;
-    if (const Failure failure = FeatureReader(m_connection).Read(read))
+    if (Failure failure = FeatureReader(m_connection).Read(read))
         return failure.code;
     for (FeatureData& data : read)
     {

@@ -106,12 +106,14 @@ private:
 
 GQuark FormulasKey()
 {
-    return g_quark_from_static_string("kolta-formulas");
+    static const GQuark key = g_quark_from_static_string("kolta-formulas");
+    return key;
 }
 
 GQuark OwnKey()
 {
-    return g_quark_from_static_string("kolta-own-formulas");
+    static const GQuark key = g_quark_from_static_string("kolta-own-formulas");
+    return key;
 }
 
 /// Null for nodes of node maps that others made.
@@ -257,24 +259,15 @@ void SetInteger(ArvGcInteger* node, gint64 value, GError** error)
         Guarded(0, error, [&] { return WriteConverted(*formulas, Number(value)), 0; });
 }
 
-gint64 GetIntegerLimit(ArvGcInteger* node, bool maximum, GError** error)
+template <bool Maximum>
+gint64 GetIntegerLimit(ArvGcInteger* node, GError** error)
 {
     NodeFormulas* formulas = FormulasOf(node);
     if (formulas == nullptr)
-        return maximum ? Original(node).get_max(node, error) : Original(node).get_min(node, error);
-    const gint64 none = maximum ? G_MAXINT64 : G_MININT64;
-    const double limit = ConvertedLimit(*formulas, maximum, static_cast<double>(none));
+        return Maximum ? Original(node).get_max(node, error) : Original(node).get_min(node, error);
+    const gint64 none = Maximum ? G_MAXINT64 : G_MININT64;
+    const double limit = ConvertedLimit(*formulas, Maximum, static_cast<double>(none));
     return std::fabs(limit) < 9.2e18 ? static_cast<gint64>(limit) : (limit < 0 ? G_MININT64 : G_MAXINT64);
-}
-
-gint64 GetIntegerMinimum(ArvGcInteger* node, GError** error)
-{
-    return GetIntegerLimit(node, false, error);
-}
-
-gint64 GetIntegerMaximum(ArvGcInteger* node, GError** error)
-{
-    return GetIntegerLimit(node, true, error);
 }
 
 gint64 GetIntegerIncrement(ArvGcInteger* node, GError** error)
@@ -299,22 +292,13 @@ void SetReal(ArvGcFloat* node, double value, GError** error)
         Guarded(0, error, [&] { return WriteConverted(*formulas, Number(value)), 0; });
 }
 
-double GetRealLimit(ArvGcFloat* node, bool maximum, GError** error)
+template <bool Maximum>
+double GetRealLimit(ArvGcFloat* node, GError** error)
 {
     NodeFormulas* formulas = FormulasOf(node);
     if (formulas == nullptr)
-        return maximum ? Original(node).get_max(node, error) : Original(node).get_min(node, error);
-    return ConvertedLimit(*formulas, maximum, maximum ? G_MAXDOUBLE : -G_MAXDOUBLE);
-}
-
-double GetRealMinimum(ArvGcFloat* node, GError** error)
-{
-    return GetRealLimit(node, false, error);
-}
-
-double GetRealMaximum(ArvGcFloat* node, GError** error)
-{
-    return GetRealLimit(node, true, error);
+        return Maximum ? Original(node).get_max(node, error) : Original(node).get_min(node, error);
+    return ConvertedLimit(*formulas, Maximum, Maximum ? G_MAXDOUBLE : -G_MAXDOUBLE);
 }
 
 void Install(ArvGcIntegerInterface& functions, bool converts)
@@ -324,8 +308,8 @@ void Install(ArvGcIntegerInterface& functions, bool converts)
     if (!converts)
         return;
     functions.set_value = SetInteger;
-    functions.get_min = GetIntegerMinimum;
-    functions.get_max = GetIntegerMaximum;
+    functions.get_min = GetIntegerLimit<false>;
+    functions.get_max = GetIntegerLimit<true>;
     functions.get_inc = GetIntegerIncrement;
 }
 
@@ -336,8 +320,8 @@ void Install(ArvGcFloatInterface& functions, bool converts)
     if (!converts)
         return;
     functions.set_value = SetReal;
-    functions.get_min = GetRealMinimum;
-    functions.get_max = GetRealMaximum;
+    functions.get_min = GetRealLimit<false>;
+    functions.get_max = GetRealLimit<true>;
 }
 
 void InstallAll()

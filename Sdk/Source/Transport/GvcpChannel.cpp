@@ -231,10 +231,10 @@ bool GvcpChannel::Await(const Bytes& packet, std::size_t size, Clock::time_point
 Failure GvcpChannel::ReadRegister(std::uint64_t address, std::uint32_t& value)
 {
     Bytes bytes;
-    if (const Failure failure = CheckReach(address, 4))
+    if (Failure failure = CheckReach(address, 4))
         return failure;
     Append(bytes, static_cast<std::uint32_t>(address), 4);
-    if (const Failure failure = Ask(ReadRegisterCommand, bytes, 4, bytes))
+    if (Failure failure = Ask(ReadRegisterCommand, bytes, 4, bytes))
         return failure;
     value = LongWord(bytes.data());
     return KltErrorSuccess;
@@ -243,7 +243,7 @@ Failure GvcpChannel::ReadRegister(std::uint64_t address, std::uint32_t& value)
 Failure GvcpChannel::WriteRegister(std::uint64_t address, std::uint32_t value)
 {
     Bytes bytes;
-    if (const Failure failure = CheckReach(address, 4))
+    if (Failure failure = CheckReach(address, 4))
         return failure;
     Append(bytes, static_cast<std::uint32_t>(address), 4);
     Append(bytes, value, 4);
@@ -252,7 +252,7 @@ Failure GvcpChannel::WriteRegister(std::uint64_t address, std::uint32_t value)
 
 Failure GvcpChannel::ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer)
 {
-    if (const Failure failure = CheckReach(address, size))
+    if (Failure failure = CheckReach(address, size))
         return failure;
     const std::uint64_t end = address + size;
     // Cameras read whole words.
@@ -263,7 +263,7 @@ Failure GvcpChannel::ReadMemory(std::uint64_t address, std::uint32_t size, std::
         Bytes answer;
         Append(question, static_cast<std::uint32_t>(begin), 4);
         Append(question, static_cast<std::uint32_t>(words), 4);
-        if (const Failure failure = Ask(ReadMemoryCommand, question, 4 + words, answer))
+        if (Failure failure = Ask(ReadMemoryCommand, question, 4 + words, answer))
             return failure;
         const std::uint64_t from = std::max(begin, address);
         const std::uint64_t to = std::min(begin + words, end);
@@ -274,14 +274,14 @@ Failure GvcpChannel::ReadMemory(std::uint64_t address, std::uint32_t size, std::
 
 Failure GvcpChannel::WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer)
 {
-    if (const Failure failure = CheckReach(address, size))
+    if (Failure failure = CheckReach(address, size))
         return failure;
     for (std::uint32_t done = 0; done < size; done += BlockSize)
     {
         Bytes bytes;
         Append(bytes, static_cast<std::uint32_t>(address + done), 4);
         bytes.insert(bytes.end(), buffer + done, buffer + std::min(done + BlockSize, size));
-        const Failure failure = Ask(WriteMemoryCommand, bytes, 0, bytes);
+        Failure failure = Ask(WriteMemoryCommand, bytes, 0, bytes);
         if (failure.code == KltErrorNotImplemented && done == 0 && size % 4 == 0)
             return WriteWords(address, size, buffer);
         if (failure)
@@ -294,7 +294,7 @@ Failure GvcpChannel::WriteMemory(std::uint64_t address, std::uint32_t size, cons
 Failure GvcpChannel::WriteWords(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer)
 {
     for (std::uint32_t done = 0; done < size; done += 4)
-        if (const Failure failure = WriteRegister(address + done, LongWord(buffer + done)))
+        if (Failure failure = WriteRegister(address + done, LongWord(buffer + done)))
             return failure;
     return KltErrorSuccess;
 }

@@ -39,7 +39,7 @@ bool FindPlace(const std::string& address, Place& place)
 
 Failure ReadText(GvcpChannel& camera, std::uint64_t address, std::string& text)
 {
-    const Failure failure =
+    Failure failure =
         camera.ReadMemory(address, static_cast<std::uint32_t>(text.size()), reinterpret_cast<std::uint8_t*>(&text[0]));
     if (!failure || failure.code == KltErrorTimeout)
         return failure;

@@ -7,7 +7,8 @@ namespace
 
 GQuark RegistersKey()
 {
-    return g_quark_from_static_string("kolta-registers");
+    static const GQuark key = g_quark_from_static_string("kolta-registers");
+    return key;
 }
 
 RegisterAccess& RegistersOf(ArvDevice* device)
