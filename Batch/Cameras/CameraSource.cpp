@@ -103,7 +103,7 @@ std::string RegularFile(const std::string& file)
 CameraPtr Simulate(const std::string& file)
 {
     RequireDescriptions();
-    const CameraPtr camera = SimulatedCamera(RegularFile(file));
+    CameraPtr camera = SimulatedCamera(RegularFile(file));
     if (!camera)
         throw CommandError(ExitCamera, "The description '" + file + "' cannot be used.");
     return camera;
