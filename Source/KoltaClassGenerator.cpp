@@ -8,7 +8,6 @@
 #include "KoltaVersion.h"
 #include "QtCompat.h"
 #include "SdkReads.h"
-#include "SelectionKeeper.h"
 #include "TextEditBlock.h"
 #include "TextEditIoDevice.h"
 
@@ -63,7 +62,6 @@ void KoltaClassGenerator::BuildWindow()
 {
     m_generators.append(new CppClassGenerator);
     m_ui.setupUi(this);
-    new SelectionKeeper(m_ui.m_listBoxCameras);
     AddOptionsTabs();
 
     auto* device = new TextEditIoDevice(this, m_ui.m_messages);
@@ -279,8 +277,6 @@ void KoltaClassGenerator::OnRunClicked()
 
 void KoltaClassGenerator::UpdateCameraList()
 {
-    // A plain clear() would report the selected row as selected once more, and the camera would be read again.
-    m_ui.m_listBoxCameras->setCurrentRow(-1);
     m_ui.m_listBoxCameras->clear();
     const KltErrorType result = ReadList(m_system, &KoltaSystem::GetCameras, m_cameras);
     if (result != KltErrorSuccess)

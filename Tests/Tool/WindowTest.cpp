@@ -140,6 +140,25 @@ private:
         qApp->postEvent(window, new QKeyEvent(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier));
     }
 
+    /// Where the row is in the window; outside the rows for numbers that no row has.
+    QPoint Place(int row)
+    {
+        const QRect first = List()->visualItemRect(List()->item(0));
+        return List()->viewport()->mapTo(Window(), first.center() + QPoint(0, row * first.height()));
+    }
+
+    /// The row that is highlighted, is current and belongs to the camera that was read last; -2 if they differ.
+    int SelectedRow()
+    {
+        const QString name = Text("m_editClassName");
+        const int row = List()->currentRow();
+        if (row < 0)
+            return List()->selectedItems().isEmpty() ? -1 : -2;
+        const bool read =
+            name == QString::fromStdString(TheScript().cameras[static_cast<std::size_t>(row)].name) + "Camera";
+        return read && List()->selectedItems() == QList<QListWidgetItem*>({List()->item(row)}) ? row : -2;
+    }
+
     static bool Waits()
     {
         return QApplication::overrideCursor() != nullptr && QApplication::overrideCursor()->shape() == Qt::WaitCursor;
@@ -300,24 +319,53 @@ private slots:
         }
     }
 
-    void PressesThatMissChangeNothing()
+    /// Whatever the pointer does between press and release.
+    void ADragSelectsNoOtherRowThanItsPress()
     {
+        TheScript().cameras.push_back({"Three", "S3", {}});
         Open();
+        QWindow* window = Window()->windowHandle();
+        for (int before : {-1, 0, 1, 2})
+            for (int start : {0, 1, 2, 8})
+                for (int end : {-6, 0, 1, 2, 8, 30})
+                    for (Qt::KeyboardModifiers modifiers : {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier})
+                    {
+                        List()->setCurrentRow(before);
+                        TheScript().sessions.clear();
+                        const int selected = start < 3 ? start : before;
+                        QTest::mousePress(window, Qt::LeftButton, modifiers, Place(start));
+                        QCOMPARE(SelectedRow(), selected);
+                        for (int step = 0; step <= 4; ++step)
+                        {
+                            QTest::mouseMove(window, Place(start) + (Place(end) - Place(start)) * step / 4);
+                            QCOMPARE(SelectedRow(), selected);
+                        }
+                        QTest::mouseRelease(window, Qt::LeftButton, modifiers, Place(end));
+                        QCOMPARE(SelectedRow(), selected);
+                        QCOMPARE(TheScript().sessions.size(), std::size_t(selected == before ? 0 : 2));
+                    }
+    }
+
+    void NoKeyLeavesTheHighlightedRow()
+    {
+        TheScript().cameras.push_back({"Three", "S3", {}});
+        Open();
+        QCOMPARE(SelectedRow(), -1);
         QTest::keyClick(List(), Qt::Key_Up);
-        QCOMPARE(Text("m_editClassName"), QString("CamCamera"));
-        Edit("m_editClassName")->setText("Typed");
-        QWidget* rows = List()->viewport();
-        const QPoint selected = List()->visualItemRect(List()->item(0)).center();
-        const QPoint beside(selected.x(), rows->height() - 1);
-        QTest::mouseClick(rows, Qt::LeftButton, Qt::ControlModifier, selected);
-        QTest::mouseDClick(rows, Qt::LeftButton, Qt::ControlModifier, selected);
-        QTest::mouseClick(rows, Qt::LeftButton, Qt::NoModifier, beside);
-        QTest::mouseDClick(rows, Qt::LeftButton, Qt::NoModifier, beside);
-        QTest::keyClick(List(), Qt::Key_Space, Qt::ControlModifier);
-        QCOMPARE(List()->selectedItems().size(), 1);
-        QCOMPARE(Text("m_editClassName"), QString("Typed"));
-        QTest::mouseClick(rows, Qt::LeftButton, Qt::ControlModifier, List()->visualItemRect(List()->item(1)).center());
-        QCOMPARE(Text("m_editClassName"), QString("TwoCamera"));
+        QCOMPARE(SelectedRow(), 0);
+        const Qt::Key keys[] = {Qt::Key_Space, Qt::Key_Down, Qt::Key_End, Qt::Key_A, Qt::Key_PageUp, Qt::Key_T,
+            Qt::Key_Up, Qt::Key_PageDown, Qt::Key_Home, Qt::Key_Return, Qt::Key_Escape};
+        for (Qt::KeyboardModifiers modifiers : {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier})
+            for (Qt::Key key : keys)
+            {
+                QTest::keyClick(List(), key, modifiers);
+                QVERIFY2(SelectedRow() >= 0, qPrintable(QString::number(key)));
+            }
+        // As people do who hear the window.
+        List()->clearSelection();
+        QCOMPARE(SelectedRow(), -1);
+        List()->item(1)->setSelected(true);
+        QCOMPARE(SelectedRow(), 1);
     }
 
     void WorkIsShownAndCannotBeDisturbed()
