@@ -214,7 +214,7 @@ void KoltaClassGenerator::OnCameraSelected()
         UpdateControls();
         return;
     }
-    const BusyGuard busy(this);
+    const BusyGuard busy;
     const KltErrorType opened = camera->Open(KltAccessModeFull);
     if (opened != KltErrorSuccess)
     {
@@ -270,7 +270,7 @@ void KoltaClassGenerator::OnRunClicked()
     if (generator == nullptr)
         return;
     const QByteArray destinationFolder = m_ui.m_editDestinationFolder->text().toLocal8Bit();
-    const BusyGuard busy(this);
+    const BusyGuard busy;
     const TextEditBlock messages(*m_ui.m_messages);
     generator->Run(destinationFolder.constData(), m_ui.m_cbOverwriteFiles->isChecked(), m_featureInfos);
 }

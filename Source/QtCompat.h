@@ -4,8 +4,6 @@
 /// \file
 /// The differences between the versions of Qt, so that no other file has to know them.
 
-#include <QEvent>
-#include <QObject>
 #include <QTextStream>
 #include <QtGlobal>
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
@@ -42,19 +40,6 @@ inline void UseUtf8ForTranslations()
 {
 #if QT_VERSION < QT_VERSION_CHECK(5, 0, 0)
     QTextCodec::setCodecForTr(QTextCodec::codecForName("UTF-8"));
-#endif
-}
-
-/// Whether \a event of the user comes to \a receiver from its window, which had it before. Qt 4 has no object for a
-/// window besides its widgets.
-inline bool CameThroughWindow(const QObject& receiver, const QEvent& event)
-{
-#if QT_VERSION < QT_VERSION_CHECK(5, 0, 0)
-    Q_UNUSED(receiver);
-    Q_UNUSED(event);
-    return false;
-#else
-    return receiver.isWidgetType() && event.spontaneous();
 #endif
 }
 

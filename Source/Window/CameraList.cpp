@@ -1,9 +1,23 @@
 #include "CameraList.h"
 
+#include <QApplication>
+#include <QElapsedTimer>
 #include <QEvent>
 
 CameraList::CameraList(QWidget* parent) : QListWidget(parent)
 {
+}
+
+void CameraList::keyboardSearch(const QString& search)
+{
+    // A key that waited while the row before it was read does not come after a pause, which would begin a new search.
+    const int pause = QApplication::keyboardInputInterval();
+    QApplication::setKeyboardInputInterval(pause + m_lastSearch);
+    QElapsedTimer timer;
+    timer.start();
+    QListWidget::keyboardSearch(search);
+    m_lastSearch = static_cast<int>(timer.elapsed());
+    QApplication::setKeyboardInputInterval(pause);
 }
 
 QItemSelectionModel::SelectionFlags CameraList::selectionCommand(const QModelIndex& index, const QEvent* event) const

@@ -12,6 +12,9 @@ class CameraList : public QListWidget
 public:
     explicit CameraList(QWidget* parent = nullptr);
 
+    /// Selects the row that begins with what was typed last.
+    void keyboardSearch(const QString& search) override;
+
 protected:
     QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index, const QEvent* event) const override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
@@ -20,6 +23,8 @@ protected:
 
 private:
     void MakeSelectedCurrent();
+
+    int m_lastSearch = 0; ///< How many milliseconds it took.
 };
 
 #endif

@@ -129,15 +129,16 @@ private:
         return seen;
     }
 
-    /// A click on Refresh and a press of Down, which reach the window when the event loop runs again.
-    void PressSoon()
+    /// Keys, and then a click on Refresh, which reach the window when the event loop runs again.
+    void PressSoon(const QString& keys)
     {
         QWindow* window = Window()->windowHandle();
+        for (const QChar key : keys)
+            qApp->postEvent(window, new QKeyEvent(QEvent::KeyPress, key.toUpper().unicode(), Qt::NoModifier, key));
         const QPointF at = Refresh()->mapTo(Window(), Refresh()->rect().center());
         const QPointF onScreen = Window()->mapToGlobal(at.toPoint());
         for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
             qApp->postEvent(window, new QMouseEvent(type, at, at, onScreen, Qt::LeftButton, Qt::LeftButton, {}));
-        qApp->postEvent(window, new QKeyEvent(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier));
     }
 
     /// Where the row is in the window; outside the rows for numbers that no row has.
@@ -368,38 +369,47 @@ private slots:
         QCOMPARE(SelectedRow(), 1);
     }
 
-    void WorkIsShownAndCannotBeDisturbed()
+    void WorkIsShownAndWhatIsPressedMeanwhileComesAfterIt()
     {
+        TheScript().cameras.push_back({"Three", "S3", {MakeFeature("W", KltFeatureDataInt)}});
         Open();
         Destination()->setText(m_folder->path());
         Child<QTextEdit>("m_messages")->viewport()->installEventFilter(this);
+        const int pause = QApplication::keyboardInputInterval();
+        QApplication::setKeyboardInputInterval(100);
         bool waits = true;
+        QString keys = "hr";
         for (const char* call : {"Camera::Open", "FeatureContainer::GetFeatures", "Feature::GetFlags"})
             TheScript().meanwhile[call] = [&]
             {
                 waits = waits && Waits();
-                PressSoon();
+                if (!keys.isEmpty())
+                    PressSoon(keys);
+                keys.clear();
+                QTest::qSleep(101);
             };
-        List()->setCurrentRow(0);
-        QTest::qWait(50);
-        QSignalSpy laidOut(Child<QTextEdit>("m_messages")->document(), SIGNAL(contentsChanged()));
-        Run()->click();
-        QCOMPARE(laidOut.size(), 1);
-        QTest::qWait(50);
-        QVERIFY(waits && TheScript().calls["Feature::GetFlags"] > 0);
-        QCOMPARE(m_painted, QString("Reading features of camera 'Cam' ..."));
-        QCOMPARE(Said().filter("cameras found").size(), 1);
-        QCOMPARE(TheScript().sessions, std::vector<std::string>({"Open Cam", "Close Cam"}));
+        QTest::keyClick(List(), Qt::Key_T);
+        QVERIFY(!Waits());
+        QCOMPARE(m_painted, QString("Reading features of camera 'Two' ..."));
+        QTRY_COMPARE(List()->currentRow(), -1);
+        QApplication::setKeyboardInputInterval(pause);
+        QCOMPARE(
+            TheScript().sessions, std::vector<std::string>({"Open Two", "Close Two", "Open Three", "Close Three"}));
+        QCOMPARE(Said().last(), QString("3 cameras found."));
 
-        // Afterwards presses count again, even after a failure that nobody foresaw.
+        // What a program sends does not wait for anything.
+        keys = "t";
+        QTest::keyClick(List(), Qt::Key_Down);
+        QSignalSpy laidOut(Child<QTextEdit>("m_messages")->document(), SIGNAL(contentsChanged()));
+        QTest::mouseClick(Run(), Qt::LeftButton);
+        QCOMPARE(laidOut.size(), 1);
+        QVERIFY(waits && TheScript().calls["Feature::GetFlags"] > 0);
+        QCOMPARE(Said().last(), QString("... done."));
+
+        // Not even after a failure that nobody foresaw.
         TheScript().meanwhile = {{"Camera::Open", [] { throw std::bad_alloc(); }}};
         QVERIFY_EXCEPTION_THROWN(List()->setCurrentRow(1), std::bad_alloc);
         QVERIFY(!Waits());
-        TheScript().meanwhile.clear();
-        QTest::qWait(50);
-        PressSoon();
-        QTest::qWait(50);
-        QCOMPARE(Said().filter("cameras found").size(), 1);
     }
 
     /// For people who use a screen reader, or have no mouse.
