@@ -13,11 +13,15 @@
 
 #include <KoltaCPP/KoltaSystem.h>
 #include <QCoreApplication>
+#include <QDesktopServices>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QMenu>
 #include <QMessageBox>
 #include <QSettings>
 #include <QTextDocument>
+#include <QUrl>
 #include <QVariant>
 #include <QtDebug>
 
@@ -142,6 +146,7 @@ void KoltaClassGenerator::MakeConnections()
         SLOT(OnDestinationFolderTextChanged(QString)));
     connect(m_ui.m_twOptions, SIGNAL(currentChanged(int)), this, SLOT(OnOptionsTabChanged(int)));
     connect(m_ui.m_btnRun, SIGNAL(clicked()), this, SLOT(OnRunClicked()));
+    connect(m_ui.m_messages, SIGNAL(customContextMenuRequested(QPoint)), this, SLOT(OnMessagesMenuRequested(QPoint)));
     foreach (ClassGeneratorBase* generator, m_generators)
     {
         connect(generator, SIGNAL(LogMessage(QString)), this, SLOT(OnLogMessage(QString)));
@@ -214,6 +219,7 @@ void KoltaClassGenerator::OnCameraSelected()
         UpdateControls();
         return;
     }
+    StartMessages();
     const BusyGuard busy;
     const KltErrorType opened = camera->Open(KltAccessModeFull);
     if (opened != KltErrorSuccess)
@@ -270,9 +276,28 @@ void KoltaClassGenerator::OnRunClicked()
     if (generator == nullptr)
         return;
     const QByteArray destinationFolder = m_ui.m_editDestinationFolder->text().toLocal8Bit();
+    StartMessages();
     const BusyGuard busy;
     const TextEditBlock messages(*m_ui.m_messages);
     generator->Run(destinationFolder.constData(), m_ui.m_cbOverwriteFiles->isChecked(), m_featureInfos);
+}
+
+void KoltaClassGenerator::OnMessagesMenuRequested(const QPoint& position)
+{
+    QMenu* menu = m_ui.m_messages->createStandardContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addSeparator();
+    menu->addAction(tr("Clear"), m_ui.m_messages, SLOT(clear()));
+    menu->addAction(tr("Open Destination Folder"), this, SLOT(OnOpenDestinationFolder()))
+        ->setEnabled(QFileInfo(m_ui.m_editDestinationFolder->text()).isDir());
+    menu->popup(m_ui.m_messages->viewport()->mapToGlobal(position));
+}
+
+void KoltaClassGenerator::OnOpenDestinationFolder()
+{
+    // Relative to our own folder, as a run takes it; the desktop's program has another one.
+    const QFileInfo folder(m_ui.m_editDestinationFolder->text());
+    QDesktopServices::openUrl(QUrl::fromLocalFile(folder.absoluteFilePath()));
 }
 
 void KoltaClassGenerator::UpdateCameraList()
@@ -353,6 +378,12 @@ QString KoltaClassGenerator::MissingForRun() const
 ClassGeneratorBase* KoltaClassGenerator::CurrentGenerator() const
 {
     return m_generators.value(m_ui.m_twOptions->currentIndex(), nullptr);
+}
+
+/// What follows was started by the user, who wants to see it.
+void KoltaClassGenerator::StartMessages()
+{
+    static_cast<TextEditIoDevice*>(m_logStream.device())->StartGroup();
 }
 
 void KoltaClassGenerator::Log(const QString& message)

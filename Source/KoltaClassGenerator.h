@@ -50,6 +50,8 @@ private slots:
     void OnLogMessage(const QString& message);
     void OnLanguageOptionsChanged();
     void OnRunClicked();
+    void OnMessagesMenuRequested(const QPoint& position);
+    void OnOpenDestinationFolder();
 
 private:
     void BuildWindow();
@@ -67,6 +69,7 @@ private:
     void UpdateControls();
     QString MissingForRun() const;
     ClassGeneratorBase* CurrentGenerator() const;
+    void StartMessages();
     void Log(const QString& message);
 
     // Declared in the order in which they are made. The handles of cameras and features are released after the SDK

@@ -4,15 +4,20 @@
 #include "QtCompat.h"
 #include "TextEditBlock.h"
 #include "TextEditIoDevice.h"
+#include "Window/MessageEdit.h"
 
+#include <QClipboard>
 #include <QDir>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTextBlock>
+#include <QTextLayout>
 #include <QtTest>
 
+#include <algorithm>
+#include <cmath>
 #include <memory>
 
 namespace
@@ -27,6 +32,18 @@ QStringList Paragraphs(const QTextEdit& edit)
     for (QTextBlock block = edit.document()->begin(); block.isValid(); block = block.next())
         paragraphs.append(block.text());
     return paragraphs;
+}
+
+/// How well one colour is seen on the other, as the guidelines for accessibility of the web reckon it.
+double Contrast(const QColor& one, const QColor& other)
+{
+    const auto luminance = [](const QColor& color)
+    {
+        const auto linear = [](double part)
+        { return part <= 0.04 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF()) + 0.05;
+    };
+    return std::max(luminance(one), luminance(other)) / std::min(luminance(one), luminance(other));
 }
 
 } // namespace
@@ -75,7 +92,7 @@ private slots:
         FolderChooserWidget folder;
         QVERIFY(folder.m_lineEdit->styleSheet().isEmpty());
         const QString here = QCoreApplication::applicationDirPath();
-        const QString chosen = QFINDTESTDATA("WidgetsTest.cpp");
+        const QString chosen = QStringLiteral(TEMPLATES "/CppTemplate.h");
         file.m_lineEdit->setText(here);
         QCOMPARE(Browse(file.m_lineEdit, file.m_browseButton, chosen),
             "Select Template File|" + here + "|Headers (*.h *.hpp);;All files (*)|" + here + '|' + chosen);
@@ -138,6 +155,40 @@ private slots:
         device.writeData("c", 1);
         QCOMPARE(edit.verticalScrollBar()->value(), 7);
         QCOMPARE(edit.verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    }
+
+    /// Only on the screen: the text and what is copied stay plain.
+    void ErrorsAndTheBeginningOfWorkCanBeSeen()
+    {
+        MessageEdit edit;
+        TextEditIoDevice device(nullptr, &edit);
+        const QByteArrayList errors = {"Error 'No' while reading header template file!", "Error: header file",
+            "Unable to open camera! Reason: ", "Unknown feature type None detected!"};
+        const QByteArrayList messages = errors + QByteArrayList({"Info: 'Error'", "<b>... done.</b>"});
+        for (const QByteArray& message : messages)
+        {
+            if (message == errors.at(1))
+                device.StartGroup();
+            device.writeData(message.constData(), message.size());
+        }
+        for (const QColor& base : {QColor(Qt::white), QColor(45, 45, 45)})
+        {
+            QPalette palette = edit.palette();
+            palette.setColor(QPalette::Base, base);
+            edit.setPalette(palette);
+            for (QTextBlock block = edit.document()->begin(); block.isValid(); block = block.next())
+            {
+                const auto formats = block.layout()->formats();
+                QCOMPARE(formats.size(), errors.contains(block.text().toUtf8()) ? 1 : 0);
+                QVERIFY(formats.isEmpty() || Contrast(formats.at(0).format.foreground().color(), base) > 4.5);
+                QCOMPARE(block.blockFormat().topMargin() > 0, block.text().toUtf8() == errors.at(1));
+                QVERIFY(!block.charFormat().hasProperty(QTextFormat::ForegroundBrush));
+            }
+        }
+        edit.selectAll();
+        edit.copy();
+        QCOMPARE(QApplication::clipboard()->mimeData()->formats(), QStringList("text/plain"));
+        QCOMPARE(QApplication::clipboard()->text(), QString::fromUtf8(messages.join('\n')));
     }
 
     void TheDeviceReportsSuccessWhateverHappens()

@@ -7,10 +7,13 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QCheckBox>
+#include <QContextMenuEvent>
+#include <QDesktopServices>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
+#include <QScrollBar>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTextDocumentFragment>
@@ -174,7 +177,11 @@ private:
     }
 
     QString m_painted;
+    QUrl m_opened;
     std::unique_ptr<QTemporaryDir> m_folder;
+
+public slots:
+    void OnUrl(const QUrl& url) { m_opened = url; }
 
 private slots:
     void init()
@@ -410,6 +417,67 @@ private slots:
         TheScript().meanwhile = {{"Camera::Open", [] { throw std::bad_alloc(); }}};
         QVERIFY_EXCEPTION_THROWN(List()->setCurrentRow(1), std::bad_alloc);
         QVERIFY(!Waits());
+    }
+
+    void TheMessagesShowWhatTheUserStarted()
+    {
+        const auto fill = [this]
+        {
+            for (int i = 0; i < 40; ++i)
+                ScriptedSdk::Notify(UpdateTriggerCameraArrived);
+            QCoreApplication::processEvents();
+        };
+        Open();
+        Destination()->setText(m_folder->path());
+        Child<QCheckBox>("m_cbOverwriteFiles")->setChecked(true);
+        QScrollBar* bar = Child<QTextEdit>("m_messages")->verticalScrollBar();
+        fill();
+        bar->setValue(7);
+        fill();
+        QCOMPARE(bar->value(), 7);
+        TheScript().Fail("Camera::Open", -6);
+        for (int i = 0; i < 3; ++i)
+        {
+            bar->setValue(7);
+            i < 2 ? List()->setCurrentRow(i) : Run()->click();
+            QCOMPARE(bar->value(), bar->maximum());
+            TheScript().faults.clear();
+        }
+        Run()->click();
+        QStringList groups;
+        for (QTextBlock block = Child<QTextEdit>("m_messages")->document()->begin(); block.isValid();
+             block = block.next())
+            if (block.blockFormat().topMargin() > 0)
+                groups.append(block.text().left(20));
+        QCOMPARE(groups, QStringList({"Unable to open camer", "Reading features of ", "Processing header te",
+                             "Processing header te"}));
+    }
+
+    void TheMessagesMenuClearsAndOpensTheFolder()
+    {
+        Open();
+        QWidget* rows = Child<QTextEdit>("m_messages")->viewport();
+        QDesktopServices::setUrlHandler("file", this, "OnUrl");
+        for (const QString& folder : {QString("none"), m_folder->path()})
+        {
+            Destination()->setText(folder);
+            QContextMenuEvent asked(QContextMenuEvent::Mouse, QPoint(5, 5), rows->mapToGlobal(QPoint(5, 5)));
+            QCoreApplication::sendEvent(rows, &asked);
+            QWidget* menu = QApplication::activePopupWidget();
+            QVERIFY(menu != nullptr);
+            QStringList texts;
+            for (QAction* action : menu->actions())
+            {
+                texts.append(action->text().remove('&').section('\t', 0, 0));
+                if (texts.last() == "Clear" || texts.last() == "Open Destination Folder")
+                    action->trigger();
+            }
+            QCOMPARE(texts.join("|"), QString("Copy||Select All||Clear|Open Destination Folder"));
+            menu->close();
+            QVERIFY(Said().isEmpty());
+            QCOMPARE(m_opened, folder == "none" ? QUrl() : QUrl::fromLocalFile(m_folder->path()));
+        }
+        QDesktopServices::unsetUrlHandler("file");
     }
 
     /// For people who use a screen reader, or have no mouse.
