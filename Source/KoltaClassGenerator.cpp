@@ -10,6 +10,7 @@
 #include "SdkReads.h"
 #include "TextEditBlock.h"
 #include "TextEditIoDevice.h"
+#include "Window/PlainText.h"
 
 #include <KoltaCPP/KoltaSystem.h>
 #include <QCoreApplication>
@@ -20,7 +21,6 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QSettings>
-#include <QTextDocument>
 #include <QUrl>
 #include <QVariant>
 #include <QtDebug>
@@ -328,7 +328,7 @@ void KoltaClassGenerator::AddCameraRow(const Camera& camera)
     m_ui.m_listBoxCameras->addItem(row);
     // Two cameras of one model differ at the end of the row, which may be out of sight.
     m_ui.m_listBoxCameras->item(m_ui.m_listBoxCameras->count() - 1)
-        ->setToolTip(Qt::mightBeRichText(row) ? Qt::convertFromPlainText(row) : row);
+        ->setToolTip(AsPlainText(row));
 }
 
 bool KoltaClassGenerator::ReadFeatures(const CameraPtr& camera, const std::string& name)
@@ -353,26 +353,32 @@ void KoltaClassGenerator::UpdateControls()
     const QString missing = MissingForRun();
     m_ui.m_btnRun->setEnabled(missing.isEmpty());
     m_ui.m_btnRun->setToolTip(missing);
+    m_ui.m_editDestinationFolder->setToolTip(MissingDestination());
 }
 
 /// The first condition that is not met, as a sentence for the user; empty if a run may start.
 QString KoltaClassGenerator::MissingForRun() const
 {
-    const QString destinationFolder = m_ui.m_editDestinationFolder->text();
-    const bool destinationExists = QFile::exists(destinationFolder);
+    const QString missingDestination = MissingDestination();
     const ClassGeneratorBase* generator = CurrentGenerator();
     const bool optionsValid = generator != nullptr && generator->OptionsValid();
     if (m_ui.m_listBoxCameras->selectedItems().isEmpty())
         return tr("Select a camera.");
-    if (destinationFolder.isEmpty())
-        return tr("Choose a destination folder.");
+    if (!missingDestination.isEmpty())
+        return missingDestination;
     if (m_featureInfos.Categories().empty())
         return tr("The camera has no features.");
-    if (!destinationExists)
-        return tr("The destination folder does not exist.");
     if (!optionsValid)
         return generator != nullptr ? generator->MissingOption() : tr("Choose a programming language.");
     return QString();
+}
+
+QString KoltaClassGenerator::MissingDestination() const
+{
+    const QString folder = m_ui.m_editDestinationFolder->text();
+    if (folder.isEmpty())
+        return tr("Choose a destination folder.");
+    return QFile::exists(folder) ? QString() : tr("The destination folder does not exist.");
 }
 
 ClassGeneratorBase* KoltaClassGenerator::CurrentGenerator() const

@@ -68,6 +68,7 @@ private:
     bool ReadFeatures(const OPX::KltAPI::CameraPtr& camera, const std::string& name);
     void UpdateControls();
     QString MissingForRun() const;
+    QString MissingDestination() const;
     ClassGeneratorBase* CurrentGenerator() const;
     void StartMessages();
     void Log(const QString& message);

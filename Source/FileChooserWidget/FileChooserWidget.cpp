@@ -1,11 +1,11 @@
 #include "FileChooserWidget.h"
 
 #include "PathColor.h"
+#include "Window/PathEdit.h"
 
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QIcon>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QStringList>
 
@@ -27,7 +27,7 @@ QString DialogFilter(const QString& filter)
 FileChooserWidget::FileChooserWidget(QWidget* parent)
     : QWidget(parent),
       m_layout(new QHBoxLayout(this)),
-      m_lineEdit(new QLineEdit(this)),
+      m_lineEdit(new PathEdit(this)),
       m_browseButton(new QPushButton(this)),
       m_caption(QLatin1String("Select File"))
 {

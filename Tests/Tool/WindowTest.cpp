@@ -7,12 +7,15 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QCheckBox>
+#include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDesktopServices>
+#include <QDropEvent>
 #include <QFormLayout>
 #include <QGridLayout>
 #include <QLabel>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QScrollBar>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -96,6 +99,55 @@ QString Tree(const QObject& object, int depth)
                 !child->objectName().startsWith("qt_")))
             text += Tree(*child, depth + 1);
     return text;
+}
+
+/// A copy, since the clipboard keeps what it is given.
+QMimeData* Copied(const QMimeData& given)
+{
+    auto* copied = new QMimeData;
+    for (const QString& format : given.formats())
+        copied->setData(format, given.data(format));
+    return copied;
+}
+
+void Drop(QLineEdit& edit, const QMimeData& given)
+{
+    const QPoint at(edit.width() - 5, 5);
+    QDragEnterEvent enter(at, Qt::CopyAction, &given, Qt::LeftButton, Qt::NoModifier);
+    QDragMoveEvent move(at, Qt::CopyAction, &given, Qt::LeftButton, Qt::NoModifier);
+    QDropEvent drop(at, Qt::CopyAction, &given, Qt::LeftButton, Qt::NoModifier);
+    for (QDropEvent* event : {static_cast<QDropEvent*>(&enter), static_cast<QDropEvent*>(&move), &drop})
+    {
+        event->setAccepted(false);
+        QCoreApplication::sendEvent(&edit, event);
+        QVERIFY(event->isAccepted());
+    }
+}
+
+void PasteByKey(QLineEdit& edit, const QMimeData& given)
+{
+    QApplication::clipboard()->setMimeData(Copied(given));
+    QTest::keySequence(&edit, QKeySequence::Paste);
+}
+
+void PasteByMenu(QLineEdit& edit, const QMimeData& given)
+{
+    QApplication::clipboard()->setMimeData(Copied(given));
+    QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(5, 5), edit.mapToGlobal(QPoint(5, 5)));
+    QCoreApplication::sendEvent(&edit, &asked);
+    QWidget* menu = QApplication::activePopupWidget();
+    QVERIFY(menu != nullptr);
+    for (QAction* action : menu->actions())
+        if (action->text().remove('&').startsWith("Paste"))
+            action->trigger();
+    menu->close();
+}
+
+void PasteByMouse(QLineEdit& edit, const QMimeData& given)
+{
+    if (QApplication::clipboard()->supportsSelection())
+        QApplication::clipboard()->setMimeData(Copied(given), QClipboard::Selection);
+    QTest::mouseClick(&edit, Qt::MiddleButton, Qt::NoModifier, QPoint(edit.width() - 5, 5));
 }
 
 } // namespace
@@ -296,6 +348,43 @@ private slots:
             QVERIFY(Run()->isEnabled() == (row == 0));
         }
         QCOMPARE(Run()->toolTip(), QString("The camera has no features."));
+    }
+
+    void PathsAreTakenAsPeopleGiveThem()
+    {
+        const struct
+        {
+            const char* urls;
+            const char* text;
+            QString path;
+        } rows[] = {{"file:///tmp/a%20b", "", "/tmp/a b"}, {"file://localhost/tmp", "/other", "/tmp"},
+            {"", "file:///tmp/c%3F\r\n", "/tmp/c?"}, {"", "/tmp/d \n\n", "<>/tmp/d "},
+            {"", "~/e", "<>" + QDir::homePath() + "/e"}, {"", "~e/~/", "<>~e/~/"},
+            {"file:///tmp\nfile:///", "two", "<>two"}, {"https://h/p", "page", "<>page"},
+            {"file://server/p", "share", "<>share"}};
+        Open();
+        const QList<void (*)(QLineEdit&, const QMimeData&)> ways = {Drop, PasteByKey, PasteByMenu, PasteByMouse};
+        for (QLineEdit* edit :
+            {Destination(), Edit("m_headerTemplateFileChooser"), Edit("m_sourceTemplateFileChooser")})
+            for (const auto& row : rows)
+                for (const auto& way : ways)
+                {
+                    QMimeData given;
+                    if (*row.urls != '\0')
+                        given.setUrls(QUrl::fromStringList(QString(row.urls).split('\n')));
+                    if (*row.text != '\0')
+                        given.setText(row.text);
+                    edit->setText("<>");
+                    way(*edit, given);
+                    const bool possible = way != PasteByMouse || QApplication::clipboard()->supportsSelection();
+                    QCOMPARE(edit->text(), possible ? row.path : QString("<>"));
+                }
+        Destination()->clear();
+        QTest::keyClicks(Destination(), "~/file:///");
+        QCOMPARE(Destination()->text(), QString("~/file:///"));
+        QCOMPARE(Destination()->toolTip(), QString("The destination folder does not exist."));
+        Destination()->setText(m_folder->path());
+        QVERIFY(Destination()->toolTip().isEmpty() && Destination()->styleSheet().isEmpty());
     }
 
     void ARefreshReadsNothingAndKeepsWhatWasTyped()
