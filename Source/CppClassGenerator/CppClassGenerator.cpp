@@ -54,6 +54,10 @@ void CppClassGenerator::SetupUi(QWidget* parent)
     m_sourceTemplateFileChooser = m_ui.m_sourceTemplateFileChooser;
     m_sourceTemplateFileChooser->m_caption = tr("Select Template File");
     m_sourceTemplateFileChooser->m_filter = tr("C++ source files (*.cpp);;All files (*.*)");
+    // The stored paths may lead to a program that has been removed since.
+    const CppOptions defaults = CppOptions::Defaults();
+    m_headerTemplateFileChooser->SetDefault(defaults.headerTemplate, tr("Default Template"));
+    m_sourceTemplateFileChooser->SetDefault(defaults.sourceTemplate, tr("Default Template"));
     m_ui.m_lblHeaderTemplateFile->setBuddy(m_headerTemplateFileChooser->m_lineEdit);
     m_ui.m_lblSourceTemplateFile->setBuddy(m_sourceTemplateFileChooser->m_lineEdit);
     // A buddy gives its name only to what lies beside it.

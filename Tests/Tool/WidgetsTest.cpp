@@ -7,6 +7,7 @@
 #include "Window/MessageEdit.h"
 
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QDir>
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -96,6 +97,27 @@ private slots:
         file.m_lineEdit->setText(here);
         QCOMPARE(Browse(file.m_lineEdit, file.m_browseButton, chosen),
             "Select Template File|" + here + "|Headers (*.h *.hpp);;All files (*)|" + here + '|' + chosen);
+
+        file.SetDefault(chosen, QStringLiteral("Back"));
+        file.m_lineEdit->setText(QStringLiteral("/nothing/there"));
+        QCOMPARE(file.m_lineEdit->toolTip(), "The file does not exist.\nThe default is " + chosen);
+        AnswerNext<QFileDialog>(
+            [&](QFileDialog& dialog)
+            {
+                QCOMPARE(dialog.sidebarUrls().last(), QUrl::fromLocalFile(QStringLiteral(TEMPLATES)));
+                dialog.reject();
+            });
+        file.m_browseButton->click();
+        QVERIFY(!QFileDialog().sidebarUrls().contains(QUrl::fromLocalFile(QStringLiteral(TEMPLATES))));
+        QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
+        QCoreApplication::sendEvent(file.m_lineEdit, &asked);
+        QAction* back = QApplication::activePopupWidget()->actions().last();
+        QCOMPARE(back->text(), QStringLiteral("Back"));
+        back->trigger();
+        QApplication::activePopupWidget()->close();
+        QCOMPARE(file.m_lineEdit->text(), chosen);
+        QVERIFY(file.m_lineEdit->toolTip().isEmpty());
+
         folder.m_lineEdit->setText(QDir::tempPath());
         QVERIFY(Browse(folder.m_lineEdit, folder.m_browseButton, here).startsWith("Select File|" + QDir::tempPath()));
         QCOMPARE(folder.m_lineEdit->text(), here);

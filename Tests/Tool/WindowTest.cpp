@@ -62,7 +62,8 @@ QString Described(const QObject& object)
     QString text = QString(object.metaObject()->className()) + ' ' + object.objectName();
     for (const char* name : Properties)
     {
-        const QString value = object.property(name).toString();
+        const QString value =
+            object.property(name).toString().replace(QCoreApplication::applicationDirPath(), "BIN").replace('\n', ' ');
         if (!value.isEmpty() && value != "false")
             text += QString(", %1 '%2'").arg(name, value);
     }
