@@ -18,9 +18,11 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLayout>
 #include <QMenu>
 #include <QMessageBox>
 #include <QSettings>
+#include <QStyle>
 #include <QUrl>
 #include <QVariant>
 #include <QtDebug>
@@ -67,6 +69,7 @@ void KoltaClassGenerator::BuildWindow()
     m_generators.append(new CppClassGenerator);
     m_ui.setupUi(this);
     AddOptionsTabs();
+    MakeRoom();
 
     auto* device = new TextEditIoDevice(this, m_ui.m_messages);
     device->open(QIODevice::WriteOnly | QIODevice::Text);
@@ -88,6 +91,42 @@ void KoltaClassGenerator::AddOptionsTabs()
     // The pages came last; Run and the messages come after them.
     setTabOrder(previousInFocusChain(), m_ui.m_btnRun);
     setTabOrder(m_ui.m_btnRun, m_ui.m_messages);
+}
+
+/// Where the style needs more height than the form has, the window opens as high as it wants to be, but not higher than
+/// the screen.
+void KoltaClassGenerator::MakeRoom()
+{
+    const int screen = ScreenSize().height() - style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    if (NeededHeight() > screen)
+        SaveHeight();
+    resize(width(), qMin(NeededHeight() > height() ? sizeHint().height() : height(), screen));
+}
+
+/// What is enough for everything but many messages.
+int KoltaClassGenerator::NeededHeight() const
+{
+    return sizeHint().height() - m_ui.m_messages->sizeHint().height() + m_ui.m_messages->minimumSizeHint().height();
+}
+
+/// So that nothing lies below the edge of a low screen.
+void KoltaClassGenerator::SaveHeight()
+{
+    m_ui.statusBar->hide();
+    foreach (const ClassGeneratorBase* generator, m_generators)
+    {
+        QLayout* page = generator->Widget()->layout();
+        const QMargins margins = page->contentsMargins();
+        page->setContentsMargins(margins.left(), 1, margins.right(), 1);
+        // Forms and grids have this property.
+        page->setProperty("verticalSpacing", 1);
+        foreach (QLayout* part, page->findChildren<QLayout*>())
+            part->setProperty("verticalSpacing", 1);
+        page->activate();
+    }
+    // What is not visible yet does not hear of it by itself.
+    m_ui.m_twOptions->updateGeometry();
+    m_ui.gridLayout_2->activate();
 }
 
 void KoltaClassGenerator::SetIdentity()
@@ -327,8 +366,7 @@ void KoltaClassGenerator::AddCameraRow(const Camera& camera)
     const QString row = QString::fromUtf8((name + " (" + serialNumber + ")").c_str());
     m_ui.m_listBoxCameras->addItem(row);
     // Two cameras of one model differ at the end of the row, which may be out of sight.
-    m_ui.m_listBoxCameras->item(m_ui.m_listBoxCameras->count() - 1)
-        ->setToolTip(AsPlainText(row));
+    m_ui.m_listBoxCameras->item(m_ui.m_listBoxCameras->count() - 1)->setToolTip(AsPlainText(row));
 }
 
 bool KoltaClassGenerator::ReadFeatures(const CameraPtr& camera, const std::string& name)

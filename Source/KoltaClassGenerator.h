@@ -56,6 +56,9 @@ private slots:
 private:
     void BuildWindow();
     void AddOptionsTabs();
+    void MakeRoom();
+    int NeededHeight() const;
+    void SaveHeight();
     static void SetIdentity();
     void StartSession();
     void StartSdk();

@@ -4,10 +4,19 @@
 /// \file
 /// The differences between the versions of Qt, so that no other file has to know them.
 
+#include <QSize>
 #include <QTextStream>
 #include <QtGlobal>
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 #include <QTextCodec>
+#endif
+#ifdef QT_GUI_LIB
+#if QT_VERSION < QT_VERSION_CHECK(5, 0, 0)
+#include <QDesktopWidget>
+#else
+#include <QGuiApplication>
+#include <QScreen>
+#endif
 #endif
 
 #if QT_VERSION < QT_VERSION_CHECK(5, 14, 0)
@@ -42,5 +51,17 @@ inline void UseUtf8ForTranslations()
     QTextCodec::setCodecForTr(QTextCodec::codecForName("UTF-8"));
 #endif
 }
+
+#ifdef QT_GUI_LIB
+/// How large a window can be on the screen where windows open.
+inline QSize ScreenSize()
+{
+#if QT_VERSION < QT_VERSION_CHECK(5, 0, 0)
+    return QDesktopWidget().availableGeometry().size();
+#else
+    return QGuiApplication::primaryScreen()->availableSize();
+#endif
+}
+#endif
 
 #endif

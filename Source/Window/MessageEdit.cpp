@@ -35,6 +35,12 @@ MessageEdit::MessageEdit(QWidget* parent) : QTextEdit(parent), m_colors(new Mess
 {
 }
 
+QSize MessageEdit::minimumSizeHint() const
+{
+    const int frame = 2 * (frameWidth() + static_cast<int>(document()->documentMargin()));
+    return QSize(QTextEdit::minimumSizeHint().width(), fontMetrics().lineSpacing() + frame);
+}
+
 QMimeData* MessageEdit::createMimeDataFromSelection() const
 {
     auto* copied = new QMimeData;

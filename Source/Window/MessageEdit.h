@@ -12,6 +12,9 @@ class MessageEdit : public QTextEdit
 public:
     explicit MessageEdit(QWidget* parent = nullptr);
 
+    /// A line: on a low screen it makes room for everything else.
+    QSize minimumSizeHint() const override;
+
 protected:
     QMimeData* createMimeDataFromSelection() const override;
     void changeEvent(QEvent* event) override;
