@@ -22,6 +22,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QSettings>
+#include <QShortcut>
 #include <QStyle>
 #include <QUrl>
 #include <QVariant>
@@ -36,6 +37,13 @@ namespace
 
 const char DestinationFolderKey[] = "DestinationFolder";
 const char OverwriteFilesKey[] = "OverwriteFiles";
+const char RunKey[] = "Ctrl+Return";
+
+/// Behind what a key does, the key.
+QString WithKey(const char* key)
+{
+    return QLatin1String(" (") + QKeySequence(QLatin1String(key)).toString(QKeySequence::NativeText) + QLatin1Char(')');
+}
 
 } // namespace
 
@@ -91,6 +99,7 @@ void KoltaClassGenerator::AddOptionsTabs()
     // The pages came last; Run and the messages come after them.
     setTabOrder(previousInFocusChain(), m_ui.m_btnRun);
     setTabOrder(m_ui.m_btnRun, m_ui.m_messages);
+    m_ui.m_listBoxCameras->setFocus();
 }
 
 /// Where the style needs more height than the form has, the window opens as high as it wants to be, but not higher than
@@ -186,6 +195,8 @@ void KoltaClassGenerator::MakeConnections()
     connect(m_ui.m_twOptions, SIGNAL(currentChanged(int)), this, SLOT(OnOptionsTabChanged(int)));
     connect(m_ui.m_btnRun, SIGNAL(clicked()), this, SLOT(OnRunClicked()));
     connect(m_ui.m_messages, SIGNAL(customContextMenuRequested(QPoint)), this, SLOT(OnMessagesMenuRequested(QPoint)));
+    connect(new QShortcut(QKeySequence(QLatin1String(RunKey)), this), SIGNAL(activated()), this, SLOT(OnRunShortcut()));
+    connect(new QShortcut(QKeySequence(Qt::Key_F5), this), SIGNAL(activated()), m_ui.m_btnRefresh, SLOT(click()));
     foreach (ClassGeneratorBase* generator, m_generators)
     {
         connect(generator, SIGNAL(LogMessage(QString)), this, SLOT(OnLogMessage(QString)));
@@ -339,6 +350,16 @@ void KoltaClassGenerator::OnOpenDestinationFolder()
     QDesktopServices::openUrl(QUrl::fromLocalFile(folder.absoluteFilePath()));
 }
 
+void KoltaClassGenerator::OnRunShortcut()
+{
+    // As for a click, what is being typed is finished first.
+    QWidget* typed = focusWidget();
+    m_ui.m_btnRun->setFocus();
+    m_ui.m_btnRun->click();
+    if (typed != nullptr)
+        typed->setFocus();
+}
+
 void KoltaClassGenerator::UpdateCameraList()
 {
     m_ui.m_listBoxCameras->clear();
@@ -390,7 +411,7 @@ void KoltaClassGenerator::UpdateControls()
 {
     const QString missing = MissingForRun();
     m_ui.m_btnRun->setEnabled(missing.isEmpty());
-    m_ui.m_btnRun->setToolTip(missing);
+    m_ui.m_btnRun->setToolTip(missing.isEmpty() ? tr("Write the class") + WithKey(RunKey) : missing);
     m_ui.m_editDestinationFolder->setToolTip(MissingDestination());
 }
 

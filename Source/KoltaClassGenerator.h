@@ -52,6 +52,7 @@ private slots:
     void OnRunClicked();
     void OnMessagesMenuRequested(const QPoint& position);
     void OnOpenDestinationFolder();
+    void OnRunShortcut();
 
 private:
     void BuildWindow();

@@ -297,7 +297,6 @@ private slots:
         QCOMPARE(Text("m_editClassName"), QString("TwoCamera"));
         QVERIFY(!Run()->isEnabled());
         Press(Qt::Key_Tab);
-        TabTo("m_editDestinationFolder");
         QTest::keyClicks(QApplication::focusWidget(), m_folder->path());
         QVERIFY(Run()->isEnabled());
         QStringList order;
@@ -316,7 +315,7 @@ private slots:
         QVERIFY(QFile::exists(m_folder->filePath("TwoCamera.h")) && QFile::exists(m_folder->filePath("TwoCamera.cpp")));
         Press(Qt::Key_Space);
         QVERIFY(Said().at(2).endsWith("already exists and should not be overwritten!"));
-        TabTo("m_listBoxCameras");
+        TabTo("m_messages");
         Press(Qt::Key_Tab);
         QCOMPARE(QApplication::focusWidget()->objectName(), QString("m_btnRefresh"));
         TabTo("m_cbOverwriteFiles");
@@ -324,6 +323,21 @@ private slots:
         TabTo("m_btnRun");
         Press(Qt::Key_Space);
         QCOMPARE(Said().size(), 12);
+
+        // From everywhere, and what was typed counts.
+        for (const char* name : {"m_editClassName", "m_listBoxCameras", "m_messages"})
+        {
+            TabTo(name);
+            if (QApplication::focusWidget() == Edit("m_editClassName"))
+                QTest::keyClicks(QApplication::focusWidget(), "My Camera");
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return, Qt::ControlModifier);
+            QCOMPARE(QApplication::focusWidget()->objectName(), QString(name));
+            QVERIFY(Said().contains("Creating header file '" + m_folder->filePath("My_Camera.h") + "' ..."));
+        }
+        Press(Qt::Key_F5);
+        QCOMPARE(Said(), QStringList("2 cameras found."));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return, Qt::ControlModifier);
+        QVERIFY(Said().isEmpty());
     }
 
     void RunFollowsItsConditions()
@@ -332,7 +346,8 @@ private slots:
         Destination()->setText(QCoreApplication::applicationFilePath());
         QCOMPARE(Run()->toolTip(), QString("Select a camera."));
         List()->setCurrentRow(0);
-        QVERIFY(Run()->isEnabled() && Run()->toolTip().isEmpty());
+        QVERIFY(Run()->isEnabled());
+        QCOMPARE(Run()->toolTip(), QString("Write the class (Ctrl+Return)"));
         // What is checked first is spoiled last.
         const struct
         {
@@ -491,8 +506,6 @@ private slots:
         Open();
         Destination()->setText(m_folder->path());
         Child<QTextEdit>("m_messages")->viewport()->installEventFilter(this);
-        const int pause = QApplication::keyboardInputInterval();
-        QApplication::setKeyboardInputInterval(100);
         bool waits = true;
         QString keys = "hr";
         for (const char* call : {"Camera::Open", "FeatureContainer::GetFeatures", "Feature::GetFlags"})
@@ -501,14 +514,14 @@ private slots:
                 waits = waits && Waits();
                 if (!keys.isEmpty())
                     PressSoon(keys);
+                // For longer than people pause between two keys.
+                QTest::qSleep(keys.isEmpty() ? 0 : QApplication::keyboardInputInterval() + 1);
                 keys.clear();
-                QTest::qSleep(101);
             };
         QTest::keyClick(List(), Qt::Key_T);
         QVERIFY(!Waits());
         QCOMPARE(m_painted, QString("Reading features of camera 'Two' ..."));
         QTRY_COMPARE(List()->currentRow(), -1);
-        QApplication::setKeyboardInputInterval(pause);
         QCOMPARE(
             TheScript().sessions, std::vector<std::string>({"Open Two", "Close Two", "Open Three", "Close Three"}));
         QCOMPARE(Said().last(), QString("3 cameras found."));
@@ -700,17 +713,21 @@ private slots:
         const QString box = "Box: 3|Error|Cannot start Kolta!\nReason: No transport layers were found.|Exit\n";
         const QList<QPair<QString, int>> ends = {{"SCRIPTED_FAILURE=KoltaSystem::Startup", 0},
             {"SCRIPTED_FAILURE=KoltaSystem::RegisterCameraListObserver", 0}, {"SCRIPTED_SESSION_END=now", 0},
-            {"NONE=", SIGTERM}, {"NONE=", SIGHUP}};
+            {"NONE=", SIGTERM}, {"NONE=", SIGHUP}, {"NONE=", SIGINT}};
         for (const auto& end : ends)
         {
             init();
             QProcess program;
             program.setEnvironment(QProcess::systemEnvironment() << end.first << "XDG_CONFIG_HOME=" + m_folder->path());
-            program.start(SCRIPTED_TOOL, QStringList());
+            // Somebody may have it ignore one of them.
+            program.start(
+                "env", {end.second == SIGTERM ? "--ignore-signal=INT" : "--default-signal=INT", SCRIPTED_TOOL});
             program.setReadChannel(QProcess::StandardError);
             // Until the window is created.
             while (end.second != 0 && !program.readAllStandardError().contains("Options"))
                 QVERIFY(program.waitForReadyRead());
+            if (end.second == SIGTERM)
+                QVERIFY(::kill(static_cast<pid_t>(program.processId()), SIGINT) == 0 && !program.waitForFinished(200));
             if (end.second != 0)
                 ::kill(static_cast<pid_t>(program.processId()), end.second);
             QVERIFY(program.waitForFinished(20000));
