@@ -6,6 +6,7 @@
 #include "TextEditIoDevice.h"
 #include "Window/MessageEdit.h"
 
+#include <QAction>
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QDir>

@@ -6,6 +6,7 @@
 
 #include <QAbstractButton>
 #include <QAccessible>
+#include <QAction>
 #include <QCheckBox>
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -267,19 +268,19 @@ private slots:
     void TheWindowOpensWithRoomForItsFieldsButNotBelowTheScreen()
     {
         const QFont usual = QApplication::font();
-        for (int points : {6, 9, 12})
+        for (int points : {6, 9, 11})
         {
             QFont font = usual;
             font.setPointSize(points);
             QApplication::setFont(font);
             Open();
-            QApplication::setFont(usual);
             const int screen = Window()->screen()->availableSize().height();
             const int wanted = points == 6 ? 482 : Window()->sizeHint().height();
             QVERIFY(Window()->height() == wanted || (wanted > screen - 50 && Window()->height() <= screen));
             for (const char* name : {"m_editClassName", "m_editGetterPrefix", "m_sourceTemplateFileChooser"})
-                QVERIFY(Edit(name)->height() >= Edit(name)->sizeHint().height() || (points == 12 && screen < 500));
+                QVERIFY(Edit(name)->height() >= Edit(name)->sizeHint().height() || screen < 500);
             Close();
+            QApplication::setFont(usual);
         }
     }
 
@@ -512,11 +513,12 @@ private slots:
             TheScript().meanwhile[call] = [&]
             {
                 waits = waits && Waits();
-                if (!keys.isEmpty())
-                    PressSoon(keys);
-                // For longer than people pause between two keys.
-                QTest::qSleep(keys.isEmpty() ? 0 : QApplication::keyboardInputInterval() + 1);
+                if (keys.isEmpty())
+                    return;
+                PressSoon(keys);
                 keys.clear();
+                // For longer than people pause between two keys.
+                QTest::qSleep(QApplication::keyboardInputInterval() + 1);
             };
         QTest::keyClick(List(), Qt::Key_T);
         QVERIFY(!Waits());
@@ -591,7 +593,7 @@ private slots:
             for (QAction* action : menu->actions())
             {
                 texts.append(action->text().remove('&').section('\t', 0, 0));
-                if (texts.last() == "Clear" || texts.last() == "Open Destination Folder")
+                if (action->isEnabled() && (texts.last() == "Clear" || texts.last() == "Open Destination Folder"))
                     action->trigger();
             }
             QCOMPARE(texts.join("|"), QString("Copy||Select All||Clear|Open Destination Folder"));
