@@ -9,16 +9,22 @@
 #include "SdkReads.h"
 #include "TextEditIoDevice.h"
 #include "Window/BusyGuard.h"
-#include "Window/SelectionKeeper.h"
+#include "Window/PlainText.h"
 #include "Window/TextEditBlock.h"
 
 #include <KoltaCPP/KoltaSystem.h>
 #include <QCoreApplication>
+#include <QDesktopServices>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QLayout>
+#include <QMenu>
 #include <QMessageBox>
 #include <QSettings>
-#include <QTextDocument>
+#include <QShortcut>
+#include <QStyle>
+#include <QUrl>
 #include <QVariant>
 #include <QtDebug>
 
@@ -31,6 +37,13 @@ namespace
 
 const char DestinationFolderKey[] = "DestinationFolder";
 const char OverwriteFilesKey[] = "OverwriteFiles";
+const char RunKey[] = "Ctrl+Return";
+
+/// Behind what a key does, the key.
+QString WithKey(const char* key)
+{
+    return QLatin1String(" (") + QKeySequence(QLatin1String(key)).toString(QKeySequence::NativeText) + QLatin1Char(')');
+}
 
 } // namespace
 
@@ -63,8 +76,8 @@ void KoltaClassGenerator::BuildWindow()
 {
     m_generators.append(new CppClassGenerator);
     m_ui.setupUi(this);
-    new SelectionKeeper(m_ui.m_listBoxCameras);
     AddOptionsTabs();
+    MakeRoom();
 
     auto* device = new TextEditIoDevice(this, m_ui.m_messages);
     device->open(QIODevice::WriteOnly | QIODevice::Text);
@@ -86,6 +99,43 @@ void KoltaClassGenerator::AddOptionsTabs()
     // The pages came last; Run and the messages come after them.
     setTabOrder(previousInFocusChain(), m_ui.m_btnRun);
     setTabOrder(m_ui.m_btnRun, m_ui.m_messages);
+    m_ui.m_listBoxCameras->setFocus();
+}
+
+/// Where the style needs more height than the form has, the window opens as high as it wants to be, but not higher than
+/// the screen.
+void KoltaClassGenerator::MakeRoom()
+{
+    const int screen = ScreenSize().height() - style()->pixelMetric(QStyle::PM_TitleBarHeight);
+    if (NeededHeight() > screen)
+        SaveHeight();
+    resize(width(), qMin(NeededHeight() > height() ? sizeHint().height() : height(), screen));
+}
+
+/// What is enough for everything but many messages.
+int KoltaClassGenerator::NeededHeight() const
+{
+    return sizeHint().height() - m_ui.m_messages->sizeHint().height() + m_ui.m_messages->minimumSizeHint().height();
+}
+
+/// So that nothing lies below the edge of a low screen.
+void KoltaClassGenerator::SaveHeight()
+{
+    m_ui.statusBar->hide();
+    foreach (const ClassGeneratorBase* generator, m_generators)
+    {
+        QLayout* page = generator->Widget()->layout();
+        const QMargins margins = page->contentsMargins();
+        page->setContentsMargins(margins.left(), 1, margins.right(), 1);
+        // Forms and grids have this property.
+        page->setProperty("verticalSpacing", 1);
+        foreach (QLayout* part, page->findChildren<QLayout*>())
+            part->setProperty("verticalSpacing", 1);
+        page->activate();
+    }
+    // What is not visible yet does not hear of it by itself.
+    m_ui.m_twOptions->updateGeometry();
+    m_ui.gridLayout_2->activate();
 }
 
 void KoltaClassGenerator::SetIdentity()
@@ -144,6 +194,9 @@ void KoltaClassGenerator::MakeConnections()
         SLOT(OnDestinationFolderTextChanged(QString)));
     connect(m_ui.m_twOptions, SIGNAL(currentChanged(int)), this, SLOT(OnOptionsTabChanged(int)));
     connect(m_ui.m_btnRun, SIGNAL(clicked()), this, SLOT(OnRunClicked()));
+    connect(m_ui.m_messages, SIGNAL(customContextMenuRequested(QPoint)), this, SLOT(OnMessagesMenuRequested(QPoint)));
+    connect(new QShortcut(QKeySequence(QLatin1String(RunKey)), this), SIGNAL(activated()), this, SLOT(OnRunShortcut()));
+    connect(new QShortcut(QKeySequence(Qt::Key_F5), this), SIGNAL(activated()), m_ui.m_btnRefresh, SLOT(click()));
     foreach (ClassGeneratorBase* generator, m_generators)
     {
         connect(generator, SIGNAL(LogMessage(QString)), this, SLOT(OnLogMessage(QString)));
@@ -216,7 +269,8 @@ void KoltaClassGenerator::OnCameraSelected()
         UpdateControls();
         return;
     }
-    const BusyGuard busy(this);
+    StartMessages();
+    const BusyGuard busy;
     const KltErrorType opened = camera->Open(KltAccessModeFull);
     if (opened != KltErrorSuccess)
     {
@@ -272,15 +326,42 @@ void KoltaClassGenerator::OnRunClicked()
     if (generator == nullptr)
         return;
     const QByteArray destinationFolder = m_ui.m_editDestinationFolder->text().toLocal8Bit();
-    const BusyGuard busy(this);
+    StartMessages();
+    const BusyGuard busy;
     const TextEditBlock messages(*m_ui.m_messages);
     generator->Run(destinationFolder.constData(), m_ui.m_cbOverwriteFiles->isChecked(), m_featureInfos);
 }
 
+void KoltaClassGenerator::OnMessagesMenuRequested(const QPoint& position)
+{
+    QMenu* menu = m_ui.m_messages->createStandardContextMenu();
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addSeparator();
+    menu->addAction(tr("Clear"), m_ui.m_messages, SLOT(clear()));
+    menu->addAction(tr("Open Destination Folder"), this, SLOT(OnOpenDestinationFolder()))
+        ->setEnabled(QFileInfo(m_ui.m_editDestinationFolder->text()).isDir());
+    menu->popup(m_ui.m_messages->viewport()->mapToGlobal(position));
+}
+
+void KoltaClassGenerator::OnOpenDestinationFolder()
+{
+    // Relative to our own folder, as a run takes it; the desktop's program has another one.
+    const QFileInfo folder(m_ui.m_editDestinationFolder->text());
+    QDesktopServices::openUrl(QUrl::fromLocalFile(folder.absoluteFilePath()));
+}
+
+void KoltaClassGenerator::OnRunShortcut()
+{
+    // As for a click, what is being typed is finished first.
+    QWidget* typed = focusWidget();
+    m_ui.m_btnRun->setFocus();
+    m_ui.m_btnRun->click();
+    if (typed != nullptr)
+        typed->setFocus();
+}
+
 void KoltaClassGenerator::UpdateCameraList()
 {
-    // A plain clear() would report the selected row as selected once more, and the camera would be read again.
-    m_ui.m_listBoxCameras->setCurrentRow(-1);
     m_ui.m_listBoxCameras->clear();
     const KltErrorType result = ReadList(m_system, &KoltaSystem::GetCameras, m_cameras);
     if (result != KltErrorSuccess)
@@ -306,8 +387,7 @@ void KoltaClassGenerator::AddCameraRow(const Camera& camera)
     const QString row = QString::fromUtf8((name + " (" + serialNumber + ")").c_str());
     m_ui.m_listBoxCameras->addItem(row);
     // Two cameras of one model differ at the end of the row, which may be out of sight.
-    m_ui.m_listBoxCameras->item(m_ui.m_listBoxCameras->count() - 1)
-        ->setToolTip(Qt::mightBeRichText(row) ? Qt::convertFromPlainText(row) : row);
+    m_ui.m_listBoxCameras->item(m_ui.m_listBoxCameras->count() - 1)->setToolTip(AsPlainText(row));
 }
 
 bool KoltaClassGenerator::ReadFeatures(const CameraPtr& camera, const std::string& name)
@@ -331,32 +411,44 @@ void KoltaClassGenerator::UpdateControls()
 {
     const QString missing = MissingForRun();
     m_ui.m_btnRun->setEnabled(missing.isEmpty());
-    m_ui.m_btnRun->setToolTip(missing);
+    m_ui.m_btnRun->setToolTip(missing.isEmpty() ? tr("Write the class") + WithKey(RunKey) : missing);
+    m_ui.m_editDestinationFolder->setToolTip(MissingDestination());
 }
 
 /// The first condition that is not met, as a sentence for the user; empty if a run may start.
 QString KoltaClassGenerator::MissingForRun() const
 {
-    const QString destinationFolder = m_ui.m_editDestinationFolder->text();
-    const bool destinationExists = QFile::exists(destinationFolder);
+    const QString missingDestination = MissingDestination();
     const ClassGeneratorBase* generator = CurrentGenerator();
     const bool optionsValid = generator != nullptr && generator->OptionsValid();
     if (m_ui.m_listBoxCameras->selectedItems().isEmpty())
         return tr("Select a camera.");
-    if (destinationFolder.isEmpty())
-        return tr("Choose a destination folder.");
+    if (!missingDestination.isEmpty())
+        return missingDestination;
     if (m_featureInfos.Categories().empty())
         return tr("The camera has no features.");
-    if (!destinationExists)
-        return tr("The destination folder does not exist.");
     if (!optionsValid)
         return generator != nullptr ? generator->MissingOption() : tr("Choose a programming language.");
     return QString();
 }
 
+QString KoltaClassGenerator::MissingDestination() const
+{
+    const QString folder = m_ui.m_editDestinationFolder->text();
+    if (folder.isEmpty())
+        return tr("Choose a destination folder.");
+    return QFile::exists(folder) ? QString() : tr("The destination folder does not exist.");
+}
+
 ClassGeneratorBase* KoltaClassGenerator::CurrentGenerator() const
 {
     return m_generators.value(m_ui.m_twOptions->currentIndex(), nullptr);
+}
+
+/// What follows was started by the user, who wants to see it.
+void KoltaClassGenerator::StartMessages()
+{
+    static_cast<TextEditIoDevice*>(m_logStream.device())->StartGroup();
 }
 
 void KoltaClassGenerator::Log(const QString& message)

@@ -50,10 +50,16 @@ private slots:
     void OnLogMessage(const QString& message);
     void OnLanguageOptionsChanged();
     void OnRunClicked();
+    void OnMessagesMenuRequested(const QPoint& position);
+    void OnOpenDestinationFolder();
+    void OnRunShortcut();
 
 private:
     void BuildWindow();
     void AddOptionsTabs();
+    void MakeRoom();
+    int NeededHeight() const;
+    void SaveHeight();
     static void SetIdentity();
     void StartSession();
     void StartSdk();
@@ -66,7 +72,9 @@ private:
     bool ReadFeatures(const OPX::KltAPI::CameraPtr& camera, const std::string& name);
     void UpdateControls();
     QString MissingForRun() const;
+    QString MissingDestination() const;
     ClassGeneratorBase* CurrentGenerator() const;
+    void StartMessages();
     void Log(const QString& message);
 
     // Declared in the order in which they are made. The handles of cameras and features are released after the SDK

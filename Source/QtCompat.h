@@ -4,12 +4,19 @@
 /// \file
 /// The differences between the versions of Qt, so that no other file has to know them.
 
-#include <QEvent>
-#include <QObject>
+#include <QSize>
 #include <QTextStream>
 #include <QtGlobal>
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0)
 #include <QTextCodec>
+#endif
+#ifdef QT_GUI_LIB
+#if QT_VERSION < QT_VERSION_CHECK(5, 0, 0)
+#include <QDesktopWidget>
+#else
+#include <QGuiApplication>
+#include <QScreen>
+#endif
 #endif
 
 #if QT_VERSION < QT_VERSION_CHECK(5, 14, 0)
@@ -51,17 +58,16 @@ inline void UseUtf8ForTranslations()
 #endif
 }
 
-/// Whether \a event of the user comes to \a receiver from its window, which had it before. Qt 4 has no object for a
-/// window besides its widgets.
-inline bool CameThroughWindow(const QObject& receiver, const QEvent& event)
+#ifdef QT_GUI_LIB
+/// How large a window can be on the screen where windows open.
+inline QSize ScreenSize()
 {
 #if QT_VERSION < QT_VERSION_CHECK(5, 0, 0)
-    Q_UNUSED(receiver);
-    Q_UNUSED(event);
-    return false;
+    return QDesktopWidget().availableGeometry().size();
 #else
-    return receiver.isWidgetType() && event.spontaneous();
+    return QGuiApplication::primaryScreen()->availableSize();
 #endif
 }
+#endif
 
 #endif

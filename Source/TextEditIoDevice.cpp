@@ -45,6 +45,13 @@ qint64 TextEditIoDevice::writeData(const char* data, qint64 size)
     return size;
 }
 
+void TextEditIoDevice::StartGroup()
+{
+    m_startsGroup = true;
+    if (m_textEdit)
+        m_textEdit->verticalScrollBar()->setValue(m_textEdit->verticalScrollBar()->maximum());
+}
+
 void TextEditIoDevice::AppendParagraph(const QString& text)
 {
     QScrollBar* scrollBar = m_textEdit->verticalScrollBar();
@@ -53,8 +60,14 @@ void TextEditIoDevice::AppendParagraph(const QString& text)
     // Not QTextEdit::append: it would take a "<" in a message for the beginning of markup.
     QTextCursor cursor(m_textEdit->document());
     cursor.movePosition(QTextCursor::End);
-    if (!m_textEdit->document()->isEmpty())
-        cursor.insertBlock();
+    QTextBlockFormat format;
+    if (m_startsGroup)
+        format.setTopMargin(m_textEdit->fontMetrics().height() / 2);
+    m_startsGroup = false;
+    if (m_textEdit->document()->isEmpty())
+        cursor.setBlockFormat(format);
+    else
+        cursor.insertBlock(format);
     cursor.insertText(InOneParagraph(text));
 
     if (followsEnd)

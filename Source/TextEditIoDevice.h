@@ -21,10 +21,15 @@ public:
     /// Appends the UTF-8 text up to the first zero byte. Always reports complete success.
     qint64 writeData(const char* data, qint64 size) override;
 
+    /// Scrolls to the end, and leaves a little room above the next message: it is the first of what the user has just
+    /// started.
+    void StartGroup();
+
 private:
     void AppendParagraph(const QString& text);
 
     QPointer<QTextEdit> m_textEdit;
+    bool m_startsGroup = false;
 };
 
 #endif

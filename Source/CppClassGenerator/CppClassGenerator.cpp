@@ -48,22 +48,26 @@ const char* CppClassGenerator::LanguageName() const
 void CppClassGenerator::SetupUi(QWidget* parent)
 {
     m_ui.setupUi(parent);
-    FileChooserWidget* const header = m_ui.m_headerTemplateFileChooser;
-    FileChooserWidget* const source = m_ui.m_sourceTemplateFileChooser;
-    header->m_caption = tr("Select Template File");
-    header->m_filter = tr("C++ header files (*.h;*.hpp);;All files (*.*)");
-    source->m_caption = tr("Select Template File");
-    source->m_filter = tr("C++ source files (*.cpp);;All files (*.*)");
-    m_ui.m_lblHeaderTemplateFile->setBuddy(header->m_lineEdit);
-    m_ui.m_lblSourceTemplateFile->setBuddy(source->m_lineEdit);
+    m_headerTemplateFileChooser = m_ui.m_headerTemplateFileChooser;
+    m_headerTemplateFileChooser->m_caption = tr("Select Template File");
+    m_headerTemplateFileChooser->m_filter = tr("C++ header files (*.h;*.hpp);;All files (*.*)");
+    m_sourceTemplateFileChooser = m_ui.m_sourceTemplateFileChooser;
+    m_sourceTemplateFileChooser->m_caption = tr("Select Template File");
+    m_sourceTemplateFileChooser->m_filter = tr("C++ source files (*.cpp);;All files (*.*)");
+    // The stored paths may lead to a program that has been removed since.
+    const CppOptions defaults = CppOptions::Defaults();
+    m_headerTemplateFileChooser->SetDefault(defaults.headerTemplate, tr("Default Template"));
+    m_sourceTemplateFileChooser->SetDefault(defaults.sourceTemplate, tr("Default Template"));
+    m_ui.m_lblHeaderTemplateFile->setBuddy(m_headerTemplateFileChooser->m_lineEdit);
+    m_ui.m_lblSourceTemplateFile->setBuddy(m_sourceTemplateFileChooser->m_lineEdit);
     // A buddy gives its name only to what lies beside it.
-    header->SetNames(m_ui.m_lblHeaderTemplateFile->text(), tr("Browse for the header template"));
-    source->SetNames(m_ui.m_lblSourceTemplateFile->text(), tr("Browse for the source template"));
+    m_headerTemplateFileChooser->SetNames(m_ui.m_lblHeaderTemplateFile->text(), tr("Browse for the header template"));
+    m_sourceTemplateFileChooser->SetNames(m_ui.m_lblSourceTemplateFile->text(), tr("Browse for the source template"));
 
     // The edits for prefixes and suffixes are left out: whatever they hold, a run may start.
     for (QLineEdit* edit : {m_ui.m_editClassName, m_ui.m_editHeaderFileName, m_ui.m_editSourceFileName})
         connect(edit, SIGNAL(textChanged(QString)), this, SLOT(OnOptionsTextChanged(QString)));
-    for (FileChooserWidget* chooser : {header, source})
+    for (FileChooserWidget* chooser : {m_headerTemplateFileChooser, m_sourceTemplateFileChooser})
         connect(chooser, SIGNAL(filePathChanged(QString)), this, SLOT(OnOptionsTextChanged(QString)));
     connect(m_ui.m_editClassName, SIGNAL(editingFinished()), this, SLOT(OnClassNameEditingFinished()));
 }
@@ -155,8 +159,8 @@ CppOptions CppClassGenerator::Options() const
 {
     return {m_ui.m_editClassName->text(), m_ui.m_editHeaderFileName->text(), m_ui.m_editSourceFileName->text(),
         m_ui.m_editGetterPrefix->text(), m_ui.m_editGetterSuffix->text(), m_ui.m_editSetterPrefix->text(),
-        m_ui.m_editSetterSuffix->text(), m_ui.m_headerTemplateFileChooser->m_lineEdit->text(),
-        m_ui.m_sourceTemplateFileChooser->m_lineEdit->text()};
+        m_ui.m_editSetterSuffix->text(), m_headerTemplateFileChooser->m_lineEdit->text(),
+        m_sourceTemplateFileChooser->m_lineEdit->text()};
 }
 
 void CppClassGenerator::Report(const QString& message)

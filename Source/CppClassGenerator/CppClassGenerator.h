@@ -5,6 +5,8 @@
 #include "CppClassWriter.h"
 #include "ui_CppOptionsWidget.h"
 
+class FileChooserWidget;
+
 /// Generates C++ classes from a header and a source template, with a page for the options.
 ///
 /// The widgets of the page are the only place where the options are kept; a run reads them as it goes.
@@ -46,6 +48,8 @@ private slots:
 
 private:
     Ui_CppOptionsWidget m_ui;
+    FileChooserWidget* m_headerTemplateFileChooser = nullptr;
+    FileChooserWidget* m_sourceTemplateFileChooser = nullptr;
 };
 
 #endif

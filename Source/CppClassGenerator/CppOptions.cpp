@@ -13,11 +13,6 @@ QString DefaultTemplate(const char* name)
            QLatin1String(name);
 }
 
-QString Tr(const char* text)
-{
-    return QCoreApplication::translate("CppClassGenerator", text);
-}
-
 bool ExistsAt(const QString& path)
 {
     return !path.isEmpty() && QFile::exists(path);
@@ -45,14 +40,14 @@ void CppOptions::SetClassName(const QString& name)
 QString CppOptions::Missing() const
 {
     if (className.isEmpty())
-        return Tr("Enter a class name.");
+        return tr("Enter a class name.");
     if (headerFileName.isEmpty())
-        return Tr("Enter a header file name.");
+        return tr("Enter a header file name.");
     if (sourceFileName.isEmpty())
-        return Tr("Enter a source file name.");
+        return tr("Enter a source file name.");
     if (!ExistsAt(headerTemplate))
-        return Tr("The header template does not exist.");
+        return tr("The header template does not exist.");
     if (!ExistsAt(sourceTemplate))
-        return Tr("The source template does not exist.");
+        return tr("The source template does not exist.");
     return QString();
 }

@@ -1,6 +1,7 @@
 #ifndef CPPOPTIONS_H
 #define CPPOPTIONS_H
 
+#include <QCoreApplication>
 #include <QString>
 
 /// The options of the C++ generator, as values.
@@ -28,6 +29,8 @@ struct CppOptions
 
     /// The first of that which is missing, as a sentence for the user; empty if nothing is.
     QString Missing() const;
+
+    Q_DECLARE_TR_FUNCTIONS(CppClassGenerator)
 };
 
 #endif

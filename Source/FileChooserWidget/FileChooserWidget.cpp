@@ -1,13 +1,18 @@
 #include "FileChooserWidget.h"
 
 #include "PathColor.h"
+#include "Window/PathEdit.h"
+#include "Window/PlainText.h"
 
+#include <QAction>
+#include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QIcon>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QStringList>
+#include <QUrl>
 
 namespace
 {
@@ -27,7 +32,7 @@ QString DialogFilter(const QString& filter)
 FileChooserWidget::FileChooserWidget(QWidget* parent)
     : QWidget(parent),
       m_layout(new QHBoxLayout(this)),
-      m_lineEdit(new QLineEdit(this)),
+      m_lineEdit(new PathEdit(this)),
       m_browseButton(new QPushButton(this)),
       m_caption(QLatin1String("Select File"))
 {
@@ -51,15 +56,41 @@ void FileChooserWidget::SetNames(const QString& edit, const QString& button)
     m_browseButton->setToolTip(button);
 }
 
+void FileChooserWidget::SetDefault(const QString& path, const QString& action)
+{
+    m_default = path;
+    auto* leadsBack = new QAction(action, this);
+    connect(leadsBack, SIGNAL(triggered()), this, SLOT(OnDefaultTriggered()));
+    m_lineEdit->addAction(leadsBack);
+}
+
 void FileChooserWidget::OnTextChanged(const QString& text)
 {
     ColorByExistence(m_lineEdit, text);
+    QString wrong = tr("The file does not exist.");
+    if (!m_default.isEmpty())
+        wrong += QLatin1Char('\n') + tr("The default is ") + m_default;
+    m_lineEdit->setToolTip(QFile::exists(text) ? QString() : AsPlainText(wrong));
     emit filePathChanged(text);
 }
 
 void FileChooserWidget::OnBrowseClicked()
 {
-    const QString path = QFileDialog::getOpenFileName(this, m_caption, m_lineEdit->text(), DialogFilter(m_filter));
-    if (!path.isEmpty())
-        m_lineEdit->setText(path);
+    QFileDialog dialog(this, m_caption, m_lineEdit->text(), DialogFilter(m_filter));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    const QUrl defaultFolder = QUrl::fromLocalFile(QFileInfo(m_default).path());
+    QList<QUrl> places = dialog.sidebarUrls();
+    if (!m_default.isEmpty())
+        dialog.setSidebarUrls(places << defaultFolder);
+    if (dialog.exec() == QDialog::Accepted)
+        m_lineEdit->setText(dialog.selectedFiles().value(0));
+    // The dialog keeps its sidebar for the next one, of whatever program.
+    places = dialog.sidebarUrls();
+    places.removeOne(defaultFolder);
+    dialog.setSidebarUrls(places);
+}
+
+void FileChooserWidget::OnDefaultTriggered()
+{
+    m_lineEdit->setText(m_default);
 }

@@ -10,7 +10,8 @@ class QPushButton;
 
 /// A line edit for the path of an existing file, with a button that opens a file dialog.
 ///
-/// The edit turns green or red with every change of its text, depending on whether something exists there.
+/// The edit turns green or red with every change of its text, depending on whether something exists there. Its tool tip
+/// says what is wrong.
 class FileChooserWidget : public QWidget
 {
     Q_OBJECT
@@ -20,6 +21,10 @@ public:
 
     /// For people who hear the window: the name of the edit, and of the button, which shows it as its tool tip, too.
     void SetNames(const QString& edit, const QString& button);
+
+    /// Gives the context menu of the edit an action that leads back to the file at \a path, whose folder stands in the
+    /// sidebar of the file dialog.
+    void SetDefault(const QString& path, const QString& action);
 
     QHBoxLayout* m_layout;
     QLineEdit* m_lineEdit; ///< Holds the path.
@@ -34,6 +39,10 @@ signals:
 private slots:
     void OnTextChanged(const QString& text);
     void OnBrowseClicked();
+    void OnDefaultTriggered();
+
+private:
+    QString m_default;
 };
 
 #endif

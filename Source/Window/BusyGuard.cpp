@@ -1,11 +1,9 @@
 #include "Window/BusyGuard.h"
 
-#include "Window/PressDropper.h"
-
 #include <QApplication>
 #include <QCursor>
 
-BusyGuard::BusyGuard(QObject* window) : m_dropper(new PressDropper(window))
+BusyGuard::BusyGuard()
 {
     QApplication::setOverrideCursor(Qt::WaitCursor);
 }
@@ -13,5 +11,4 @@ BusyGuard::BusyGuard(QObject* window) : m_dropper(new PressDropper(window))
 BusyGuard::~BusyGuard()
 {
     QApplication::restoreOverrideCursor();
-    m_dropper->Start();
 }

@@ -11,7 +11,7 @@
 namespace
 {
 
-const int Signals[] = {SIGTERM, SIGHUP};
+const int Signals[] = {SIGTERM, SIGHUP, SIGINT};
 
 /// What is written to the second can be read from the first.
 int g_pipe[] = {-1, -1};

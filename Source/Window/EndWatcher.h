@@ -3,7 +3,8 @@
 
 #include <QObject>
 
-/// Tells when the program is asked from outside to end: by SIGTERM or SIGHUP, or because the desktop session ends.
+/// Tells when the program is asked from outside to end: by SIGTERM, SIGHUP or SIGINT, or because the desktop session
+/// ends.
 ///
 /// Made after the application object; one at a time. GUI thread only.
 class EndWatcher : public QObject

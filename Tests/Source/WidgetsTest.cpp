@@ -3,16 +3,23 @@
 #include "FolderChooserWidget.h"
 #include "QtCompat.h"
 #include "TextEditIoDevice.h"
+#include "Window/MessageEdit.h"
 #include "Window/TextEditBlock.h"
 
+#include <QAction>
+#include <QClipboard>
+#include <QContextMenuEvent>
 #include <QDir>
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTextBlock>
+#include <QTextLayout>
 #include <QtTest>
 
+#include <algorithm>
+#include <cmath>
 #include <memory>
 
 namespace
@@ -27,6 +34,18 @@ QStringList Paragraphs(const QTextEdit& edit)
     for (QTextBlock block = edit.document()->begin(); block.isValid(); block = block.next())
         paragraphs.append(block.text());
     return paragraphs;
+}
+
+/// How well one colour is seen on the other, as the guidelines for accessibility of the web reckon it.
+double Contrast(const QColor& one, const QColor& other)
+{
+    const auto luminance = [](const QColor& color)
+    {
+        const auto linear = [](double part)
+        { return part <= 0.04 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); };
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF()) + 0.05;
+    };
+    return std::max(luminance(one), luminance(other)) / std::min(luminance(one), luminance(other));
 }
 
 } // namespace
@@ -75,10 +94,31 @@ private slots:
         FolderChooserWidget folder;
         QVERIFY(folder.m_lineEdit->styleSheet().isEmpty());
         const QString here = QCoreApplication::applicationDirPath();
-        const QString chosen = QFINDTESTDATA("WidgetsTest.cpp");
+        const QString chosen = QStringLiteral(TEMPLATES "/CppTemplate.h");
         file.m_lineEdit->setText(here);
         QCOMPARE(Browse(file.m_lineEdit, file.m_browseButton, chosen),
             "Select Template File|" + here + "|Headers (*.h *.hpp);;All files (*)|" + here + '|' + chosen);
+
+        file.SetDefault(chosen, QStringLiteral("Back"));
+        file.m_lineEdit->setText(QStringLiteral("/nothing/there"));
+        QCOMPARE(file.m_lineEdit->toolTip(), "The file does not exist.\nThe default is " + chosen);
+        AnswerNext<QFileDialog>(
+            [&](QFileDialog& dialog)
+            {
+                QCOMPARE(dialog.sidebarUrls().last(), QUrl::fromLocalFile(QStringLiteral(TEMPLATES)));
+                dialog.reject();
+            });
+        file.m_browseButton->click();
+        QVERIFY(!QFileDialog().sidebarUrls().contains(QUrl::fromLocalFile(QStringLiteral(TEMPLATES))));
+        QContextMenuEvent asked(QContextMenuEvent::Keyboard, QPoint(5, 5), QPoint(5, 5));
+        QCoreApplication::sendEvent(file.m_lineEdit, &asked);
+        QAction* back = QApplication::activePopupWidget()->actions().last();
+        QCOMPARE(back->text(), QStringLiteral("Back"));
+        back->trigger();
+        QApplication::activePopupWidget()->close();
+        QCOMPARE(file.m_lineEdit->text(), chosen);
+        QVERIFY(file.m_lineEdit->toolTip().isEmpty());
+
         folder.m_lineEdit->setText(QDir::tempPath());
         QVERIFY(Browse(folder.m_lineEdit, folder.m_browseButton, here).startsWith("Select File|" + QDir::tempPath()));
         QCOMPARE(folder.m_lineEdit->text(), here);
@@ -138,6 +178,40 @@ private slots:
         device.writeData("c", 1);
         QCOMPARE(edit.verticalScrollBar()->value(), 7);
         QCOMPARE(edit.verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    }
+
+    /// Only on the screen: the text and what is copied stay plain.
+    void ErrorsAndTheBeginningOfWorkCanBeSeen()
+    {
+        MessageEdit edit;
+        TextEditIoDevice device(nullptr, &edit);
+        const QByteArrayList errors = {"Error 'No' while reading header template file!", "Error: header file",
+            "Unable to open camera! Reason: ", "Unknown feature type None detected!"};
+        const QByteArrayList messages = errors + QByteArrayList({"Info: 'Error'", "<b>... done.</b>"});
+        for (const QByteArray& message : messages)
+        {
+            if (message == errors.at(1))
+                device.StartGroup();
+            device.writeData(message.constData(), message.size());
+        }
+        for (const QColor& base : {QColor(Qt::white), QColor(45, 45, 45)})
+        {
+            QPalette palette = edit.palette();
+            palette.setColor(QPalette::Base, base);
+            edit.setPalette(palette);
+            for (QTextBlock block = edit.document()->begin(); block.isValid(); block = block.next())
+            {
+                const auto formats = block.layout()->formats();
+                QCOMPARE(formats.size(), errors.contains(block.text().toUtf8()) ? 1 : 0);
+                QVERIFY(formats.isEmpty() || Contrast(formats.at(0).format.foreground().color(), base) > 4.5);
+                QCOMPARE(block.blockFormat().topMargin() > 0, block.text().toUtf8() == errors.at(1));
+                QVERIFY(!block.charFormat().hasProperty(QTextFormat::ForegroundBrush));
+            }
+        }
+        edit.selectAll();
+        edit.copy();
+        QCOMPARE(QApplication::clipboard()->mimeData()->formats(), QStringList("text/plain"));
+        QCOMPARE(QApplication::clipboard()->text(), QString::fromUtf8(messages.join('\n')));
     }
 
     void TheDeviceReportsSuccessWhateverHappens()

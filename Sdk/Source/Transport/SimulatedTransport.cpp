@@ -46,6 +46,17 @@ fs::path ShippedCameras()
     return fs::path();
 }
 
+/// The cameras of the user, who may not be able to set a variable: what a menu starts does not see it.
+fs::path UsersCameras()
+{
+    const char* data = std::getenv("XDG_DATA_HOME");
+    const char* home = std::getenv("HOME");
+    fs::path folder = data == nullptr ? "" : data;
+    if (!folder.is_absolute())
+        folder = fs::path(home == nullptr ? "/" : home) / ".local/share";
+    return folder / "KoltaCPP/Cameras";
+}
+
 bool IsDescription(const fs::path& path)
 {
     const std::string name = path.filename().string();
@@ -62,13 +73,14 @@ std::string Unique(const std::string& name, std::set<std::string>& taken)
 
 } // namespace
 
-SimulatedTransport::SimulatedTransport()
+SimulatedTransport::SimulatedTransport() : m_usersCameras(UsersCameras())
 {
     const char* variable = std::getenv(Variable);
     std::istringstream places(variable == nullptr ? "" : variable);
     for (std::string place; std::getline(places, place, ':');)
         if (!place.empty())
             m_places.emplace_back(place);
+    m_places.push_back(m_usersCameras);
     const fs::path shipped = ShippedCameras();
     if (!shipped.empty())
         m_places.push_back(shipped);
@@ -103,7 +115,8 @@ std::vector<fs::path> SimulatedTransport::Files()
         std::error_code error;
         if (!fs::exists(place, error))
         {
-            ReportOnce(place, std::string(Variable) + " names '" + place.string() + "', which does not exist.");
+            if (place != m_usersCameras)
+                ReportOnce(place, std::string(Variable) + " names '" + place.string() + "', which does not exist.");
             continue;
         }
         const std::size_t first = files.size();

@@ -11,8 +11,8 @@
 namespace OPX::KltAPI
 {
 
-/// Cameras that are simulated from description files: those that ship with the library, and those that
-/// the environment variable KOLTA_CAMERA_PATH names (files and folders, separated by colons), which come first.
+/// Cameras that are simulated from description files: those that the environment variable KOLTA_CAMERA_PATH names
+/// (files and folders, separated by colons), those in the user's folder for them, and those that ship with the library.
 class SimulatedTransport : public Transport
 {
 public:
@@ -38,6 +38,7 @@ private:
     /// that have not changed since the last scan.
     static void ReportProblem(KnownFile& file);
 
+    const std::filesystem::path m_usersCameras; ///< Need not exist, and may be made while we are running.
     std::vector<std::filesystem::path> m_places;
     std::set<std::filesystem::path> m_reported; ///< Places with a report.
     std::map<std::filesystem::path, KnownFile> m_known;
