@@ -27,10 +27,10 @@ const Element* Element::Child(std::string_view childTag) const
 
 std::string_view Element::AttributeOf(std::string_view attribute) const
 {
-    const Attribute* const behind = attributes + attributeCount;
-    const Attribute* const found =
-        std::find_if(attributes, behind, [attribute](const Attribute& any) { return any.name == attribute; });
-    return found == behind ? std::string_view() : found->value;
+    const Attribute* found = attributes;
+    while (found != nullptr && found->name != attribute)
+        found = found->next;
+    return found == nullptr ? std::string_view() : found->value;
 }
 
 Document::Document(std::string content)
@@ -42,11 +42,15 @@ Document::Document(std::string content)
     const std::size_t begin = std::min(m_xml.find('<'), m_xml.size());
     const auto linesBefore = std::count(m_xml.begin(), m_xml.begin() + static_cast<std::ptrdiff_t>(begin), '\n');
     m_xml.erase(0, begin);
-    m_problem.text = m_xml.empty()                        ? "it holds no XML"
-                     : m_xml.size() > MaximumDocumentSize ? "it is too large"
-                                                          : ProblemOfText(m_xml);
+    const int firstLine = 1 + static_cast<int>(linesBefore);
+    if (m_xml.empty())
+        m_problem.text = "it holds no XML";
+    else if (m_xml.size() > MaximumDocumentSize)
+        m_problem.text = "it is too large";
+    else
+        m_problem = ProblemOfText(m_xml, firstLine);
     if (!m_problem)
-        DocumentBuilder(*this).Parse(1 + static_cast<int>(linesBefore));
+        DocumentBuilder(*this).Parse(firstLine);
 }
 
 } // namespace OPX::KltAPI

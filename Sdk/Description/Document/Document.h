@@ -4,8 +4,6 @@
 #include "Document/Problem.h"
 #include "Schema/Schema.h"
 
-#include <cstddef>
-#include <iterator>
 #include <memory_resource>
 #include <string>
 #include <string_view>
@@ -14,33 +12,25 @@
 namespace OPX::KltAPI
 {
 
+/// An attribute with a meaning: of an index, or of the root.
 struct Attribute
 {
     std::string_view name;
     std::string_view value;
+    const Attribute* next; ///< Of the same element.
 };
 
 /// An element of a camera's description. It belongs to its document.
 struct Element
 {
-    class Iterator
+    /// For loops over the children.
+    struct Iterator
     {
-    public:
-        typedef std::forward_iterator_tag iterator_category;
-        typedef const Element value_type;
-        typedef std::ptrdiff_t difference_type;
-        typedef const Element* pointer;
-        typedef const Element& reference;
+        const Element* element;
 
-        explicit Iterator(const Element* element) : m_element(element) {}
-        reference operator*() const { return *m_element; }
-        pointer operator->() const { return m_element; }
-        Iterator& operator++() { return m_element = m_element->next, *this; }
-        bool operator==(const Iterator& other) const { return m_element == other.m_element; }
-        bool operator!=(const Iterator& other) const { return m_element != other.m_element; }
-
-    private:
-        const Element* m_element;
+        const Element& operator*() const { return *element; }
+        Iterator& operator++() { return element = element->next, *this; }
+        bool operator!=(const Iterator& other) const { return element != other.element; }
     };
 
     std::string_view tag;                  ///< With its prefix, as the SDK knows it.
@@ -52,11 +42,10 @@ struct Element
     const Element* firstChild = nullptr;   ///< Its children are in the order of the document.
     const Element* next = nullptr;         ///< The sibling behind it.
     int line = 0;                          ///< Where its start tag begins, in the file.
-    unsigned short attributeCount = 0;
-    bool holdsMoreThanText = false; ///< An element, a comment or the like stands between its tags.
+    bool holdsMoreThanText = false;        ///< An element, a comment or the like stands between its tags.
 
-    Iterator begin() const { return Iterator(firstChild); } // NOLINT(readability-identifier-naming): for loops.
-    Iterator end() const { return Iterator(nullptr); }      // NOLINT(readability-identifier-naming)
+    Iterator begin() const { return {firstChild}; } // NOLINT(readability-identifier-naming): for loops.
+    Iterator end() const { return {nullptr}; }      // NOLINT(readability-identifier-naming)
 
     /// The content without the white space around it.
     std::string_view Text() const;
@@ -67,7 +56,7 @@ struct Element
     /// The child of this kind that counts: the last one. Null if there is none.
     const Element* Child(std::string_view childTag) const;
 
-    /// The value of an attribute other than the name; empty if it is not there.
+    /// The value of an attribute of an index or of the root; empty if it is not there.
     std::string_view AttributeOf(std::string_view attribute) const;
 };
 

@@ -267,48 +267,41 @@ Element& DocumentBuilder::NewElement()
 
 void DocumentBuilder::TakeAttributes(Element& element, const xmlChar** attributes, int count)
 {
-    Attribute* kept = nullptr;
     for (int i = 0; i < count; ++i)
     {
         const xmlChar** const attribute = attributes + 5 * i; // Name, prefix, namespace, begin and end of the value.
-        const std::string_view name = NameOf(attribute[0], attribute[1]);
-        const std::string_view value = Kept(ToView(attribute[3], attribute[4]));
-        if (name == "Name")
-        {
-            element.name = value;
+        const std::string_view name = NameOf(attribute[0]);
+        const std::string_view value = ToView(attribute[3], attribute[4]);
+        if (attribute[1] != nullptr) // Namespaces mean nothing to the SDK: it knows no attribute of such a name.
             continue;
-        }
-        if (kept == nullptr)
-            kept = static_cast<Attribute*>(m_document.m_memory.allocate(
-                sizeof(Attribute) * static_cast<std::size_t>(count - i), alignof(Attribute)));
-        new (&kept[element.attributeCount++]) Attribute{name, value};
+        if (name == "Name")
+            element.name = Kept(value);
+        else if (name == "Index" || name == "Offset" || name == "pOffset" || name == "ModelName")
+            element.attributes = new (m_document.m_memory.allocate(sizeof(Attribute), alignof(Attribute)))
+                Attribute{name, Kept(value), element.attributes};
     }
-    element.attributes = kept;
 }
 
 DocumentBuilder::Tag DocumentBuilder::TagOf(const xmlChar* name, const xmlChar* prefix)
 {
-    if (prefix != nullptr) // Known to nobody.
-        return {NameOf(name, prefix), nullptr, nullptr};
+    // Known to nobody: namespaces mean nothing to the SDK.
+    if (prefix != nullptr)
+        return {Kept(std::string(NameOf(prefix)).append(":").append(NameOf(name))), nullptr, nullptr};
     const auto known = m_tags.find(name);
     if (known != m_tags.end())
         return known->second;
-    const NodeKind* const node = FindNodeKind(ToView(name));
-    const ElementKind* const element = FindElementKind(ToView(name));
-    const std::string_view text = node != nullptr      ? node->tag
-                                  : element != nullptr ? element->tag
-                                                       : NameOf(name, prefix);
-    return m_tags.emplace(name, Tag{text, node, element}).first->second;
+    const std::string_view text = NameOf(name);
+    return m_tags.emplace(name, Tag{text, FindNodeKind(text), FindElementKind(text)}).first->second;
 }
 
-/// A name as the SDK knows it: namespaces mean nothing to it.
-std::string_view DocumentBuilder::NameOf(const xmlChar* name, const xmlChar* prefix)
+/// One of the parser's names, which it has once. It takes minutes over a document in which each is another one.
+std::string_view DocumentBuilder::NameOf(const xmlChar* name)
 {
-    if (prefix != nullptr)
-        return Kept(std::string(ToView(prefix)).append(":").append(ToView(name)));
     std::string_view& known = m_names[name];
     if (known.empty())
         known = Kept(ToView(name));
+    if (m_names.size() > MaximumNames)
+        Refuse("its elements and attributes have too many names");
     return known;
 }
 

@@ -66,7 +66,7 @@ private:
     Element& NewElement();
     void TakeAttributes(Element& element, const xmlChar** attributes, int count);
     Tag TagOf(const xmlChar* name, const xmlChar* prefix);
-    std::string_view NameOf(const xmlChar* name, const xmlChar* prefix);
+    std::string_view NameOf(const xmlChar* name);
     std::string_view Kept(std::string_view text);
     std::string_view InXml(std::string_view text) const;
     void Refuse(const char* problem) { m_document.m_problem.text = problem; }

@@ -49,21 +49,30 @@ bool IsAttribute(const std::string& xml, std::size_t equals)
 
 } // namespace
 
-std::string ProblemOfText(const std::string& xml)
+Problem ProblemOfText(const std::string& xml, int firstLine)
 {
     if (!HidesNothing(xml))
-        return "its encoding is not supported";
+        return {"its encoding is not supported"};
     std::size_t attributes = 0;
+    std::size_t elements = 0;
+    int line = firstLine;
     for (std::size_t i = 0; i < xml.size(); ++i)
     {
-        if (xml[i] == '<')
+        if (xml[i] == '\n')
+            ++line;
+        else if (xml[i] == '<')
+        {
             attributes = 0;
+            const bool begins = i + 1 < xml.size() && xml[i + 1] != '/' && xml[i + 1] != '!';
+            if (begins && ++elements > MaximumSize / SizeOfElement)
+                return {"it has too many elements", line};
+        }
         else if (xml[i] == '=' && IsAttribute(xml, i) && ++attributes > MaximumAttributesOfOne)
-            return "an element has too many attributes";
+            return {"an element has too many attributes", line};
         else if (xml[i] == '!' && xml.compare(i, 8, "!DOCTYPE") == 0)
-            return "it has a document type declaration";
+            return {"it has a document type declaration", line};
     }
-    return std::string();
+    return Problem();
 }
 
 } // namespace OPX::KltAPI

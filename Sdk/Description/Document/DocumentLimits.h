@@ -1,6 +1,8 @@
 #ifndef DOCUMENTLIMITS_H
 #define DOCUMENTLIMITS_H
 
+#include "Document/Problem.h"
+
 #include <cstddef>
 #include <string>
 
@@ -13,6 +15,9 @@ const std::size_t MaximumDocumentSize = 64U << 20;
 /// Of elements.
 const std::size_t MaximumNesting = 16;
 
+/// Of elements and attributes. The versions of GenApi have had some hundred.
+const std::size_t MaximumNames = 10000;
+
 /// In bytes. Registers are a few bytes long, sometimes a few kilobytes.
 const long long MaximumRegisterLength = 64LL << 20;
 
@@ -24,10 +29,10 @@ const std::size_t SizeOfElement = 350;
 const std::size_t SizeOfRegister = 800;
 const std::size_t SizeOfFormula = 2300;
 
-/// Looks for what would cost a parser minutes: entities that multiply, elements with thousands of attributes, encodings
-/// that hide all that. To be called before anything parses \a xml.
-/// \return what is wrong, empty if nothing is
-std::string ProblemOfText(const std::string& xml);
+/// Looks for what would cost a parser minutes or gigabytes: entities that multiply, elements with thousands of
+/// attributes, millions of elements, encodings that hide all that. To be called before anything parses \a xml.
+/// \param firstLine the line of the file in which it begins
+Problem ProblemOfText(const std::string& xml, int firstLine);
 
 } // namespace OPX::KltAPI
 
