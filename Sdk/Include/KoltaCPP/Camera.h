@@ -54,7 +54,8 @@ protected:
 /// Calls may come from any thread; a call that needs the connection waits for those before it. After ten seconds at the
 /// latest it gives up with `KltErrorTimeout`. Only with a USB camera can it take longer: there the limit covers waiting
 /// for other threads and listing the features, but opening, and every access to a register, ends when the driver gives
-/// up. The camera is closed and destroyed with its last handle; its features may live longer.
+/// up. With a simulated camera, calls also look whether its file is still the same, which takes as long as the file
+/// system does. The camera is closed and destroyed with its last handle; its features may live longer.
 ///
 /// This interface is for features. It transfers no images and delivers no events; ranges, increments and units are in
 /// the camera's description only, which `Extensions.h` hands out.

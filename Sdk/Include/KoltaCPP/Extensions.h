@@ -29,9 +29,10 @@ struct DescriptionProblem
 
 /// Makes a camera that is simulated from a description file.
 ///
-/// KOLTA_TRANSPORTS does not matter, and the camera is in no list. The file is read and checked in this call; what is
-/// wrong with it is reported on standard error. The camera's name is that of the model, its serial number is the name
-/// of the file without the extension, and its address is \a path. It is there as long as the file does not change.
+/// KOLTA_TRANSPORTS does not matter, and the camera is in no list. The file is read and checked in this call, which
+/// takes as long as the file system does; what is wrong with the file is reported on standard error. The camera's name
+/// is that of the model, its serial number is the name of the file without the extension, and its address is \a path.
+/// It is there as long as the file does not change.
 /// \param path an .xml or .zip file; any characters
 /// \param camera owned by its handles; unchanged after an error
 /// \return `KltErrorNotFound` when the file cannot be used, `KltErrorBadParameter` for a null pointer

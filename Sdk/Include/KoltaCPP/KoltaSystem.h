@@ -27,12 +27,14 @@ public:
     /// the first one are only counted.
     ///
     /// All descriptions of simulated cameras are read and checked before this returns, which can take a while if they
-    /// are large; these cameras are listed at once. Those in a network and on USB follow when they are found.
+    /// are large, and as long as the file system does; these cameras are listed at once. Those in a network and on USB
+    /// follow when they are found.
     ///
     /// Two environment variables are read here. KOLTA_TRANSPORTS says how cameras are reached: any of `simulated`,
     /// `gige` and `usb3`, separated by commas; all three if it is not set or empty. KOLTA_CAMERA_PATH lists files and
     /// folders, separated by colons, with descriptions (.xml or .zip) of cameras to simulate besides those that come
-    /// with the library.
+    /// with the library and those in $XDG_DATA_HOME/KoltaCPP/Cameras (~/.local/share/KoltaCPP/Cameras if that is not
+    /// set).
     /// \return `KltErrorNoTransportLayer` when KOLTA_TRANSPORTS names none of the three, `KltErrorInvalidCall` when
     ///     called from an observer
     KltErrorType Startup();
