@@ -9,6 +9,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <filesystem>
+#include <list>
 #include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -75,9 +76,14 @@ class Replacement
 public:
     explicit Replacement(const FileContent& file) : m_file(file), m_path(Behind(file.path)) {}
 
+    /// Puts the old content back, unless the new one is to stay.
     ~Replacement()
     {
         std::error_code none;
+        if (m_isApplied && m_wasThere)
+            fs::rename(m_old, m_path, none);
+        else if (m_isApplied)
+            fs::remove(m_path, none);
         for (const fs::path& path : {m_new, m_old})
             if (!path.empty())
                 fs::remove(path, none);
@@ -103,7 +109,7 @@ public:
         Write();
     }
 
-    /// Puts the new content in place; the old content can be put back.
+    /// Puts the new content in place.
     void Apply()
     {
         if (m_new.empty())
@@ -118,30 +124,21 @@ public:
             fs::rename(m_new, m_path, error);
         if (error)
             Fail(error);
+        m_isApplied = true;
     }
 
-    void Undo()
-    {
-        if (m_new.empty())
-            return;
-        std::error_code none;
-        if (m_wasThere)
-            fs::rename(m_old, m_path, none);
-        else
-            fs::remove(m_path, none);
-    }
+    void Keep() { m_isApplied = false; }
 
 private:
     void Write()
     {
         // With the user's usual permissions: not one of the library's temporary files.
-        const int file = open(m_new.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (file < 0)
+        std::FILE* const stream = std::fopen(m_new.c_str(), "wbxe");
+        if (stream == nullptr)
             FailWithErrno();
         struct stat present = {};
         if (stat(m_path.c_str(), &present) == 0)
-            static_cast<void>(fchmod(file, present.st_mode & 07777U));
-        std::FILE* stream = fdopen(file, "wb");
+            static_cast<void>(fchmod(fileno(stream), present.st_mode & 07777U));
         const auto size = static_cast<std::size_t>(m_file.bytes.size());
         const bool written = std::fwrite(m_file.bytes.constData(), 1, size, stream) == size;
         const int reason = errno;
@@ -164,6 +161,7 @@ private:
     fs::path m_new; ///< Empty if the file stays as it is.
     fs::path m_old;
     bool m_wasThere = false;
+    bool m_isApplied = false; ///< And not kept yet.
 };
 
 } // namespace
@@ -193,22 +191,11 @@ QByteArray FileContent::Present() const
 void ReplaceFiles(const std::vector<FileContent>& files)
 {
     const SignalsHeldBack held;
-    std::vector<std::unique_ptr<Replacement>> replacements;
+    std::list<Replacement> replacements;
     for (const FileContent& file : files)
-    {
-        replacements.push_back(std::make_unique<Replacement>(file));
-        replacements.back()->Prepare();
-    }
-    std::size_t applied = 0;
-    try
-    {
-        for (; applied < replacements.size(); ++applied)
-            replacements[applied]->Apply();
-    }
-    catch (const CommandError&)
-    {
-        while (applied > 0)
-            replacements[--applied]->Undo();
-        throw;
-    }
+        replacements.emplace_back(file).Prepare();
+    for (Replacement& replacement : replacements)
+        replacement.Apply();
+    for (Replacement& replacement : replacements)
+        replacement.Keep();
 }

@@ -1,6 +1,6 @@
 #include "Cameras/CameraFamily.h"
 
-#include "Cameras/FeatureRow.h"
+#include "KoltaHelper.h"
 #include "SdkReads.h"
 
 #include <unordered_map>
@@ -96,6 +96,11 @@ private:
 };
 
 } // namespace
+
+std::string TypeName(KltFeatureDataType dataType)
+{
+    return KoltaHelper::DataTypeToString(dataType).remove(QLatin1String("KltFeatureData")).toStdString();
+}
 
 CameraFamily Unite(std::vector<CameraFeatures> cameras)
 {

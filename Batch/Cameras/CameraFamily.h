@@ -18,6 +18,9 @@ struct CameraFamily
     std::vector<std::string> contradictions;
 };
 
+/// A data type as users see it: "Int", "Float", ...
+std::string TypeName(KltFeatureDataType dataType);
+
 /// Makes a family of at least one camera.
 CameraFamily Unite(std::vector<CameraFeatures> cameras);
 

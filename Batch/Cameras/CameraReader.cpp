@@ -1,21 +1,74 @@
 #include "Cameras/CameraReader.h"
 
-#include "Cameras/InputDescription.h"
 #include "Cameras/SdkExtensions.h"
 #include "Cameras/SdkSession.h"
+#include "Document/DescriptionFile.h"
+#include "Document/Texts.h"
+#include "Safety/SafeDescription.h"
 #include "SdkReads.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
 #include <functional>
 #include <future>
 #include <mutex>
 #include <utility>
 
 using namespace OPX::KltAPI;
+namespace fs = std::filesystem;
 
 namespace
 {
 
 const std::size_t MostThreads = 16;
+
+/// Whether it is the standard input, "-" or by its other name, or what a shell makes of <(command): nothing lies
+/// beside.
+bool IsStream(const std::string& file)
+{
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    return file == "-" || fs::is_fifo(status) || fs::is_character_file(status);
+}
+
+std::string ContentOfStream(const std::string& file)
+{
+    static std::atomic<bool> isRead(false);
+    const bool isInput = file == "-";
+    if (isInput && isRead.exchange(true))
+        throw CommandError(ExitUsage, "'-' was given twice, but the standard input can be read only once.");
+    const int stream = isInput ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    std::string content;
+    const std::string problem = stream < 0 ? std::strerror(errno) : ReadStream(stream, content);
+    if (stream > STDIN_FILENO)
+        close(stream);
+    if (!problem.empty())
+        throw CommandError(
+            ExitFile, (isInput ? "The standard input" : "'" + file + "'") + " cannot be read: " + problem + ".");
+    return content;
+}
+
+std::string ContentOf(const std::string& file)
+{
+    if (IsStream(file))
+        return ContentOfStream(file);
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (fs::is_directory(status))
+        throw CommandError(ExitCamera, "'" + file + "' is a folder. Give a description file.");
+    if (!fs::is_regular_file(status))
+        throw CommandError(ExitCamera, "There is no description file '" + file + "'. Check the path.");
+    std::string content;
+    const std::string problem = ReadFile(file, content);
+    if (!problem.empty())
+        throw CommandError(ExitCamera, "The description '" + file + "' cannot be read: " + problem + ".");
+    return content;
+}
 
 /// Opens the camera and calls \a use with it. What it returns is an error code.
 template <class Use>
@@ -67,11 +120,14 @@ CameraFeatures Read(const CameraChoice& choice)
     else
     {
         RequireDescriptions();
-        const auto input = std::make_shared<const InputDescription>(choice.descriptionFile);
-        if (input->checked.problem)
-            throw CannotBeUsed(choice, input->checked.problem);
-        read.description = std::shared_ptr<const Document>(input, &input->document);
-        const CameraPtr camera = SimulatedCamera(input->document.Xml(), input->checked.modelName, input->path);
+        const std::string& file = choice.descriptionFile;
+        read.description = std::make_shared<const Document>(ContentOf(file));
+        const std::string name = WithoutControls(fs::path(file).stem().string());
+        const SafeDescription checked = CheckDocument(*read.description, name);
+        if (checked.problem)
+            throw CannotBeUsed(choice, checked.problem);
+        const CameraPtr camera =
+            SimulatedCamera(read.description->Xml(), checked.modelName, IsStream(file) ? std::string() : file);
         Keep(camera);
         WithOpenCamera(camera, use);
     }
@@ -105,9 +161,9 @@ std::shared_ptr<const Document> ReadDescription(const CameraChoice& choice, Prob
 {
     if (!choice.descriptionFile.empty())
     {
-        const auto input = std::make_shared<const InputDescription>(choice.descriptionFile);
-        problem = input->checked.problem;
-        return std::shared_ptr<const Document>(input, &input->document);
+        const auto document = std::make_shared<const Document>(ContentOf(choice.descriptionFile));
+        problem = CheckDocument(*document, choice.descriptionFile).problem;
+        return document;
     }
     RequireDescriptions();
     std::shared_ptr<const Document> document;

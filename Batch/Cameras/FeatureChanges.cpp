@@ -46,11 +46,6 @@ std::optional<long double> NumberOf(const FeatureRow& feature, const std::string
     return name == "Max" ? largest : feature.type == "Int" ? -largest - 1 : -largest;
 }
 
-bool IsSame(const LimitRow* before, const LimitRow* after)
-{
-    return before == after || (before != nullptr && after != nullptr && before->IsSame(*after));
-}
-
 /// Whether the steps of a feature lead from \a minimum to \a value.
 bool IsReached(const FeatureRow& feature, long double value, long double minimum, long double step)
 {
@@ -98,72 +93,46 @@ bool Restricts(const std::string& limit, const FeatureRow& before, const Feature
     return limit == "Max" ? *is < *was : !IsReached(after, *was, 0, *is);
 }
 
-/// Gathers the changes of one feature that both versions have.
-class Comparison
+/// What stands in a row; nothing if there is no row.
+template <class Row>
+std::optional<std::string> ValueIn(const Row* row)
 {
-public:
-    Comparison(const FeatureRow& before, const FeatureRow& after) : m_before(before), m_after(after) {}
+    return row == nullptr ? std::nullopt : std::optional<std::string>(row->value);
+}
 
-    std::vector<FeatureChange> Changes()
+/// The changes of a feature that both versions have.
+std::vector<FeatureChange> ChangesBetween(const FeatureRow& before, const FeatureRow& after)
+{
+    std::vector<FeatureChange> changes;
+    typedef const std::optional<std::string>& Value;
+    const auto add = [&](const std::string& property, const std::string& entry, Value was, Value is, bool isBreaking) {
+        changes.push_back({after.name, property, entry, was, is, isBreaking});
+    };
+    if (before.category != after.category)
+        add("category", "", before.category, after.category, false);
+    if (before.AccessText() != after.AccessText())
+        add("access", "", before.AccessText(), after.AccessText(),
+            (before.readable && !after.readable) || (before.writable && !after.writable));
+    if (before.type != after.type)
     {
-        if (m_before.category != m_after.category)
-            Add("category", m_before.category, m_after.category, false);
-        if (m_before.AccessText() != m_after.AccessText())
-            Add("access", m_before.AccessText(), m_after.AccessText(),
-                (m_before.readable && !m_after.readable) || (m_before.writable && !m_after.writable));
-        if (m_before.type != m_after.type)
-            Add("type", m_before.type, m_after.type, true);
-        else
-        {
-            CompareEntries();
-            CompareLimits();
-        }
-        return std::move(m_changes);
+        add("type", "", before.type, after.type, true);
+        return changes;
     }
-
-private:
-    void Add(const std::string& property, const std::optional<std::string>& before,
-        const std::optional<std::string>& after, bool isBreaking, const std::string& entry = std::string())
+    for (const auto& [name, rows] : Pairs(before.entries, after.entries))
+        if (const auto [was, is] = rows; was == nullptr || is == nullptr || was->value != is->value)
+            add("entry", name, ValueIn(was), ValueIn(is), was != nullptr);
+    for (const char* const name : LimitNames)
     {
-        m_changes.push_back({m_after.name, property, entry, before, after, isBreaking});
+        const LimitRow* const was = LimitOf(before, name);
+        const LimitRow* const is = LimitOf(after, name);
+        // What helps the camera may have another name in every firmware.
+        const bool isSame =
+            was == nullptr || is == nullptr ? was == is : was->IsSame(*is) || (was->varies && is->varies);
+        if (!isSame)
+            add(name, "", ValueIn(was), ValueIn(is), Restricts(name, before, after));
     }
-
-    void CompareEntries()
-    {
-        for (const auto& [name, pair] : Pairs(m_before.entries, m_after.entries))
-        {
-            const auto [before, after] = pair;
-            if (before == nullptr)
-                Add("entry", std::nullopt, after->value, false, name);
-            else if (after == nullptr)
-                Add("entry", before->value, std::nullopt, true, name);
-            else if (before->value != after->value)
-                Add("entry", before->value, after->value, true, name);
-        }
-    }
-
-    void CompareLimits()
-    {
-        for (const std::string name : LimitNames)
-        {
-            const LimitRow* const before = LimitOf(m_before, name);
-            const LimitRow* const after = LimitOf(m_after, name);
-            // What helps the camera may have another name in every firmware.
-            const bool vary = before != nullptr && after != nullptr && before->varies && after->varies;
-            if (!vary && !IsSame(before, after))
-                Add(name, TextOf(before), TextOf(after), Restricts(name, m_before, m_after));
-        }
-    }
-
-    static std::optional<std::string> TextOf(const LimitRow* limit)
-    {
-        return limit == nullptr ? std::nullopt : std::optional<std::string>(limit->value);
-    }
-
-    const FeatureRow& m_before;
-    const FeatureRow& m_after;
-    std::vector<FeatureChange> m_changes;
-};
+    return changes;
+}
 
 std::vector<FeatureChange> ChangesOf(const std::string& name, const FeatureRow* before, const FeatureRow* after)
 {
@@ -174,7 +143,7 @@ std::vector<FeatureChange> ChangesOf(const std::string& name, const FeatureRow* 
     else if (after == nullptr)
         changes.push_back({name, std::string(), std::string(), text(*before), std::nullopt, true});
     else
-        changes = Comparison(*before, *after).Changes();
+        changes = ChangesBetween(*before, *after);
     // For these the class has no methods that code could use.
     if (before != nullptr && (before->type == "Unknown" || before->type == "None"))
         for (FeatureChange& change : changes)

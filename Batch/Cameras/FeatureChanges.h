@@ -1,7 +1,7 @@
 #ifndef FEATURECHANGES_H
 #define FEATURECHANGES_H
 
-#include "Cameras/FeatureRow.h"
+#include "Cameras/FeatureTable.h"
 
 #include <optional>
 #include <string>

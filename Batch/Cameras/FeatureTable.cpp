@@ -15,39 +15,16 @@ using namespace OPX::KltAPI;
 namespace
 {
 
-FeatureRow RowOf(const FeatureInfo& info)
+FeatureRow RowOf(const std::string& category, const FeaturePtr& feature, const FeatureInfos::EnumMap& enums)
 {
-    FeatureRow row = {info.category, info.name, TypeName(info.dataType), Has(*info.feature, KltFeatureFlagsRead),
-        Has(*info.feature, KltFeatureFlagsWrite)};
-    std::vector<EnumEntry> entries = info.entries;
-    std::sort(entries.begin(), entries.end(), FeatureInfos::SortEnumEntriesByValue);
-    for (const EnumEntry& entry : entries)
-        row.entries.push_back({TextOf(entry, &EnumEntry::GetName), std::to_string(ValueOf(entry)), {}});
+    const FeatureInfo info(feature);
+    FeatureRow row = {category, info.name, TypeName(info.dataType), Has(*feature, KltFeatureFlagsRead),
+        Has(*feature, KltFeatureFlagsWrite)};
+    const auto known = enums.find(info.name);
+    if (known != enums.end())
+        for (const EnumEntry& entry : known->second)
+            row.entries.push_back({TextOf(entry, &EnumEntry::GetName), std::to_string(ValueOf(entry)), {}});
     return row;
-}
-
-std::vector<FeatureRow> RowsOf(const std::vector<FeatureInfo>& features)
-{
-    std::vector<FeatureRow> rows;
-    rows.reserve(features.size());
-    for (const FeatureInfo& info : features)
-        rows.push_back(RowOf(info));
-    return rows;
-}
-
-/// The rows of \a features, which are in the same order, in the order of the catalogue.
-std::vector<FeatureRow> Arranged(std::vector<FeatureRow> rows, const std::vector<FeatureInfo>& features)
-{
-    FeatureInfos catalogue;
-    catalogue.Arrange(features);
-    std::unordered_map<const Feature*, FeatureRow*> places;
-    for (std::size_t i = 0; i < rows.size(); ++i)
-        places[features[i].feature.get()] = &rows[i];
-    std::vector<FeatureRow> arranged;
-    for (const auto& category : catalogue.Categories())
-        for (const FeaturePtr& feature : category.second)
-            arranged.push_back(std::move(*places[feature.get()]));
-    return arranged;
 }
 
 /// Notes which entries \a camera has. One that has another value there is a row of its own.
@@ -77,16 +54,6 @@ void AddType(std::vector<ValueRow>& types, const std::string& type, const std::s
     known->cameras.push_back(camera);
 }
 
-/// Notes that \a camera has the feature.
-void AddCamera(FeatureRow& row, const FeatureInfo& feature, const std::string& camera)
-{
-    row.cameras.push_back(camera);
-    AddType(row.types, TypeName(feature.dataType), camera);
-    // The handle in the family tells of one camera only.
-    row.readable |= Has(*feature.feature, KltFeatureFlagsRead);
-    AddEntries(row.entries, feature.entries, camera);
-}
-
 bool StandsBefore(const LimitRow& a, const LimitRow& b)
 {
     const auto place = [](const LimitRow& row) { return std::find(LimitNames.begin(), LimitNames.end(), row.name); };
@@ -109,43 +76,76 @@ void AddLimits(std::vector<LimitRow>& rows, const std::vector<Limit>& limits, co
     }
 }
 
-std::vector<FeatureRow> RowsOf(const CameraFamily& family, const std::vector<CameraFeatures>& cameras)
+/// Notes what \a camera says of the features.
+void AddCamera(std::vector<FeatureRow>& rows, const CameraFeatures& camera)
 {
-    std::vector<FeatureRow> rows = RowsOf(family.features);
     std::unordered_map<std::string, FeatureRow*> places;
     for (FeatureRow& row : rows)
         places.emplace(row.name, &row);
-    for (const CameraFeatures& camera : cameras)
+    const Limits limits(camera.description->Root());
+    for (const FeatureInfo& feature : camera.features)
     {
-        const Limits limits(camera.description->Root());
-        for (const FeatureInfo& feature : camera.features)
-        {
-            FeatureRow& row = *places.at(feature.name);
-            AddCamera(row, feature, camera.label);
-            AddLimits(row.limits, limits.Of(feature.name), camera.label);
-        }
+        FeatureRow& row = *places.at(feature.name);
+        row.cameras.push_back(camera.label);
+        AddType(row.types, TypeName(feature.dataType), camera.label);
+        // The handle in the family tells of one camera only.
+        row.readable |= Has(*feature.feature, KltFeatureFlagsRead);
+        AddEntries(row.entries, feature.entries, camera.label);
+        AddLimits(row.limits, limits.Of(feature.name), camera.label);
     }
-    return rows;
+}
+
+/// The cameras stand behind what not all of them have.
+template <class Row>
+void AddTexts(std::vector<std::string>& texts, const std::vector<Row>& rows, const std::vector<std::string>& cameras)
+{
+    for (const Row& row : rows)
+        texts.push_back(row.name + (row.value.empty() ? "" : " = " + row.value) +
+                        (row.cameras == cameras ? "" : " (" + Joined(row.cameras) + ")"));
 }
 
 } // namespace
 
-std::vector<FeatureRow> RowsOf(const CameraFeatures& camera)
+std::string FeatureRow::TypeText() const
 {
-    std::vector<FeatureRow> rows = RowsOf(camera.features);
-    const Limits limits(camera.description->Root());
-    for (FeatureRow& row : rows)
-        for (const Limit& limit : limits.Of(row.name))
-            row.limits.push_back({limit, {}});
-    return rows;
+    std::vector<std::string> texts;
+    AddTexts(texts, types, cameras);
+    return texts.empty() ? type : Joined(texts);
+}
+
+std::string FeatureRow::AccessText() const
+{
+    return readable ? (writable ? "RW" : "RO") : (writable ? "WO" : "--");
+}
+
+std::string FeatureRow::ValuesText() const
+{
+    std::vector<std::string> texts;
+    AddTexts(texts, entries, cameras);
+    AddTexts(texts, limits, cameras);
+    return Joined(texts);
+}
+
+std::string Joined(const std::vector<std::string>& texts)
+{
+    std::string joined;
+    for (const std::string& text : texts)
+        joined += (joined.empty() ? "" : ", ") + text;
+    return joined;
 }
 
 std::vector<FeatureRow> TableOf(const std::vector<CameraFeatures>& cameras)
 {
-    if (cameras.size() == 1)
-        return Arranged(RowsOf(cameras.front()), cameras.front().features);
-    const CameraFamily family = Unite(cameras);
+    CameraFamily family = Unite(cameras);
     for (const std::string& contradiction : family.contradictions)
         TellWarning(contradiction);
-    return Arranged(RowsOf(family, cameras), family.features);
+    FeatureInfos catalogue;
+    catalogue.Arrange(std::move(family.features));
+    std::vector<FeatureRow> rows;
+    for (const auto& category : catalogue.Categories())
+        for (const FeaturePtr& feature : category.second)
+            rows.push_back(RowOf(category.first, feature, catalogue.Enums()));
+    for (const CameraFeatures& camera : cameras)
+        AddCamera(rows, camera);
+    return rows;
 }

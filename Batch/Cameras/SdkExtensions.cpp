@@ -12,7 +12,7 @@ using namespace OPX::KltAPI;
 namespace
 {
 
-std::string Read(const Camera& camera, KltErrorType (*getter)(const Camera&, char*, unsigned int&))
+std::string Delivered(const Camera& camera, KltErrorType (*getter)(const Camera&, char*, unsigned int&))
 {
     std::string text;
     ReadText([&](char* buffer, unsigned int& length) { return getter(camera, buffer, length); }, text);
@@ -34,17 +34,17 @@ CameraPtr SimulatedCamera(const std::string& xml, const std::string& modelName, 
 
 std::string DescriptionOf(const Camera& camera)
 {
-    return Read(camera, &GetDescription);
+    return Delivered(camera, &GetDescription);
 }
 
 std::string TransportOf(const Camera& camera)
 {
-    return Read(camera, &GetTransport);
+    return Delivered(camera, &GetTransport);
 }
 
 std::string AddressOf(const Camera& camera)
 {
-    return Read(camera, &GetAddress);
+    return Delivered(camera, &GetAddress);
 }
 
 #else

@@ -13,14 +13,11 @@ typedef std::vector<std::string> Lines;
 Lines LinesOf(const std::string& text)
 {
     Lines lines;
-    std::size_t begin = 0;
-    for (std::size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n', begin))
-    {
-        lines.push_back(text.substr(begin, end - begin));
-        begin = end + 1;
-    }
-    if (begin < text.size())
-        lines.push_back(text.substr(begin) + "\n\\ No newline at end of file");
+    std::istringstream stream(text);
+    for (std::string line; std::getline(stream, line);)
+        lines.push_back(line);
+    if (!text.empty() && text.back() != '\n')
+        lines.back() += "\n\\ No newline at end of file";
     return lines;
 }
 

@@ -1,9 +1,9 @@
 #include "Commands/CameraCommands.h"
 
-#include "Base/ExitCodes.h"
+#include "Base/Json.h"
 #include "Base/OutputFiles.h"
-#include "Base/PrintJson.h"
 #include "Cameras/CameraReader.h"
+#include "Cameras/FeatureChanges.h"
 #include "Cameras/FeatureTable.h"
 #include "Cameras/SdkExtensions.h"
 #include "Cameras/SdkSession.h"
@@ -16,61 +16,108 @@
 #include <QJsonObject>
 #include <fnmatch.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <future>
 
 using namespace OPX::KltAPI;
 
 namespace
 {
 
-QJsonArray ToJson(const std::vector<std::string>& texts)
+QJsonArray JsonTexts(const std::vector<std::string>& texts)
 {
     QJsonArray array;
     for (const std::string& text : texts)
-        array.append(QString::fromStdString(text));
+        array.append(JsonText(text));
     return array;
 }
 
 /// Entries or limits.
+/// \param several whether to tell which of several cameras have them
 template <class Row>
-QJsonArray ToJson(const std::vector<Row>& values)
+QJsonArray JsonValues(const std::vector<Row>& values, bool several)
 {
     QJsonArray array;
     for (const Row& value : values)
     {
         // As text: a number in JSON does not hold 64 bits.
-        QJsonObject object{
-            {"name", QString::fromStdString(value.name)}, {"value", QString::fromStdString(value.value)}};
-        if (!value.cameras.empty())
-            object["cameras"] = ToJson(value.cameras);
+        QJsonObject object{{"name", JsonText(value.name)}, {"value", JsonText(value.value)}};
+        if (several)
+            object["cameras"] = JsonTexts(value.cameras);
         array.append(object);
     }
     return array;
 }
 
-QJsonObject ToJson(const FeatureRow& row)
+QJsonObject JsonFeature(const FeatureRow& row, bool several)
 {
-    QJsonObject object{{"category", QString::fromStdString(row.category)}, {"name", QString::fromStdString(row.name)},
-        {"type", QString::fromStdString(row.TypeText())}, {"access", QString::fromStdString(row.AccessText())}};
-    const auto add = [&object](const char* key, const QJsonArray& array)
-    {
-        if (!array.isEmpty())
-            object[QLatin1String(key)] = array;
-    };
-    add("entries", ToJson(row.entries));
-    add("limits", ToJson(row.limits));
-    add("cameras", ToJson(row.cameras));
+    QJsonObject object{{"category", JsonText(row.category)}, {"name", JsonText(row.name)},
+        {"type", JsonText(row.TypeText())}, {"access", JsonText(row.AccessText())}};
+    if (!row.entries.empty())
+        object["entries"] = JsonValues(row.entries, several);
+    if (!row.limits.empty())
+        object["limits"] = JsonValues(row.limits, several);
+    if (several)
+        object["cameras"] = JsonTexts(row.cameras);
     return object;
 }
 
 /// One line, with tabs between the columns.
-void Print(const FeatureRow& row)
+void Print(const FeatureRow& row, bool several)
 {
     std::printf("%s\t%s\t%s\t%s\t%s", row.category.c_str(), row.name.c_str(), row.TypeText().c_str(),
         row.AccessText().c_str(), row.ValuesText().c_str());
-    if (!row.cameras.empty())
+    if (several)
         std::printf("\t%s", WithoutControls(Joined(row.cameras)).c_str());
     std::puts("");
+}
+
+const char* EffectOf(const FeatureChange& change)
+{
+    return change.isBreaking ? "breaking" : "compatible";
+}
+
+/// "+ New (Int, RW)", "~ Width: Max 100 -> 200", "- Mode: entry Off = 0"
+std::string LineOf(const FeatureChange& change)
+{
+    const char* const mark = !change.before ? "+ " : !change.after ? "- " : "~ ";
+    const std::string values = change.before && change.after
+                                   ? " " + *change.before + " -> " + *change.after
+                                   : " = " + change.before.value_or("") + change.after.value_or("");
+    if (change.property.empty())
+        return mark + change.feature + " (" + change.before.value_or("") + change.after.value_or("") + ")";
+    return mark + change.feature + ": " + change.property + (change.entry.empty() ? "" : " " + change.entry) + values;
+}
+
+QJsonObject JsonChange(const FeatureChange& change)
+{
+    QJsonObject object{{"effect", EffectOf(change)}, {"feature", JsonText(change.feature)}};
+    if (!change.property.empty())
+        object["property"] = JsonText(change.property);
+    if (!change.entry.empty())
+        object["entry"] = JsonText(change.entry);
+    if (change.before)
+        object["before"] = JsonText(*change.before);
+    if (change.after)
+        object["after"] = JsonText(*change.after);
+    return object;
+}
+
+void PrintAsText(const std::vector<FeatureChange>& changes, int breaking, int compatible)
+{
+    for (const FeatureChange& change : changes)
+        std::printf("%-10s  %s\n", EffectOf(change), LineOf(change).c_str());
+    if (!changes.empty())
+        std::printf("%d breaking, %d compatible\n", breaking, compatible);
+}
+
+void PrintAsJson(const std::vector<FeatureChange>& changes, int breaking, int compatible)
+{
+    QJsonArray array;
+    for (const FeatureChange& change : changes)
+        array.append(JsonChange(change));
+    PrintJson(QJsonObject{{"breaking", breaking}, {"compatible", compatible}, {"changes", array}});
 }
 
 } // namespace
@@ -86,9 +133,8 @@ void ListCameras(bool json)
         const std::string transport = TransportOf(*camera);
         const std::string address = AddressOf(*camera);
         if (json)
-            array.append(QJsonObject{{"model", QString::fromStdString(model)},
-                {"serialNumber", QString::fromStdString(serialNumber)},
-                {"transport", QString::fromStdString(transport)}, {"address", QString::fromStdString(address)}});
+            array.append(QJsonObject{{"model", JsonText(model)}, {"serialNumber", JsonText(serialNumber)},
+                {"transport", JsonText(transport)}, {"address", JsonText(address)}});
         else
             std::printf("%s\t%s\t%s\t%s\n", model.c_str(), serialNumber.c_str(), transport.c_str(),
                 WithoutControls(address).c_str());
@@ -102,14 +148,15 @@ void ListFeatures(const std::vector<CameraChoice>& cameras, const std::string& g
     QJsonArray array;
     const std::vector<CameraFeatures> read = ReadFeatures(cameras);
     WarnOfMistakes(read);
+    const bool several = cameras.size() > 1;
     for (const FeatureRow& row : TableOf(read))
     {
         if (!glob.empty() && fnmatch(glob.c_str(), row.name.c_str(), 0) != 0)
             continue;
         if (json)
-            array.append(ToJson(row));
+            array.append(JsonFeature(row, several));
         else
-            Print(row);
+            Print(row, several);
     }
     if (json)
         PrintJson(array);
@@ -128,4 +175,19 @@ void DumpDescription(const CameraChoice& camera, const std::string& file)
         std::fwrite(xml.data(), 1, xml.size(), stdout);
     else
         ReplaceFiles({{file, QByteArray::fromStdString(xml)}});
+}
+
+ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after, bool json)
+{
+    // Without them there are no limits to compare.
+    RequireDescriptions();
+    // Never released, since the program ends soon.
+    static const auto& cameras = *new std::vector<CameraFeatures>(ReadFeatures({before, after}));
+    auto old = std::async(std::launch::async, [] { return TableOf({cameras.front()}); });
+    const std::vector<FeatureRow> rows = TableOf({cameras.back()});
+    const std::vector<FeatureChange> changes = ChangesBetween(old.get(), rows);
+    const auto breaking = static_cast<int>(
+        std::count_if(changes.begin(), changes.end(), [](const FeatureChange& change) { return change.isBreaking; }));
+    (json ? PrintAsJson : PrintAsText)(changes, breaking, static_cast<int>(changes.size()) - breaking);
+    return changes.empty() ? ExitDone : ExitDiffers;
 }

@@ -2,6 +2,7 @@
 #define CAMERACOMMANDS_H
 
 #include "Base/CameraChoice.h"
+#include "Base/ExitCodes.h"
 
 #include <string>
 #include <vector>
@@ -17,5 +18,10 @@ void ListFeatures(const std::vector<CameraChoice>& cameras, const std::string& g
 
 /// The camera's own description; to the standard output if \a file is empty.
 void DumpDescription(const CameraChoice& camera, const std::string& file);
+
+/// The differences between two versions of a camera, and what they do to code that uses the class. If there are none,
+/// it prints nothing or, in JSON, an object.
+/// \return ExitDiffers if anything is different
+ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after, bool json);
 
 #endif

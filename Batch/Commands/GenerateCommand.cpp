@@ -75,30 +75,23 @@ void CheckOptions(const CppOptions& options)
     CheckTemplate("source", options.sourceTemplate);
 }
 
-/// \return whether the class compiles
-bool CheckNamesOf(const CppOptions& options, const FeatureInfos& features)
-{
-    const NameProblems problems = CheckNames(options, features);
-    for (const std::string& warning : problems.warnings)
-        TellWarning(warning);
-    for (const std::string& error : problems.errors)
-        TellError("error: " + error);
-    return problems.errors.empty();
-}
-
 /// Names all that speaks against the class.
 void CheckClass(
     const CppOptions& options, const FeatureInfos& features, const std::vector<std::string>& contradictions, bool force)
 {
     for (const std::string& contradiction : contradictions)
         TellError("error: " + contradiction);
-    const bool compiles = CheckNamesOf(options, features);
+    const NameProblems problems = CheckNames(options, features);
+    for (const std::string& warning : problems.warnings)
+        TellWarning(warning);
+    for (const std::string& error : problems.errors)
+        TellError("error: " + error);
     if (force)
         return;
     if (!contradictions.empty())
         throw CommandError(ExitNames,
             "One class cannot serve all of these cameras. Leave some out, or use --force: then the first one decides.");
-    if (!compiles)
+    if (!problems.errors.empty())
         throw CommandError(ExitNames,
             "The class would not compile. Other prefixes or suffixes may help; --force accepts it as it is.");
 }

@@ -1,7 +1,7 @@
 #include "Commands/ValidateCommand.h"
 
+#include "Base/Json.h"
 #include "Base/Messages.h"
-#include "Base/PrintJson.h"
 #include "Lint/DescriptionCheck.h"
 
 #include <QJsonArray>
@@ -23,9 +23,9 @@ std::string FileOf(const CameraChoice& camera)
 }
 
 /// \param severity "warning" or "error"
-QJsonObject ToJson(const std::string& file, int line, const char* severity, const std::string& sentence)
+QJsonObject JsonMistake(const std::string& file, int line, const char* severity, const std::string& sentence)
 {
-    QJsonObject object{{"file", QString::fromStdString(file)}, {severity, QString::fromStdString(sentence)}};
+    QJsonObject object{{"file", JsonText(file)}, {severity, JsonText(sentence)}};
     if (line > 0)
         object["line"] = line;
     return object;
@@ -47,7 +47,7 @@ ExitCode Validate(const std::vector<CameraChoice>& cameras, bool json)
     const auto tell = [&](const CameraChoice& camera, int line, const char* severity, const std::string& sentence)
     {
         if (json)
-            array.append(ToJson(FileOf(camera), line, severity, sentence));
+            array.append(JsonMistake(FileOf(camera), line, severity, sentence));
         else
             std::printf("%s\n", InFile(FileOf(camera), line, severity, sentence).c_str());
     };
@@ -68,7 +68,7 @@ ExitCode Validate(const std::vector<CameraChoice>& cameras, bool json)
         {
             TellError(error.what());
             if (json)
-                array.append(ToJson(FileOf(camera), 0, "error", error.what()));
+                array.append(JsonMistake(FileOf(camera), 0, "error", error.what()));
             result = std::max(result, error.Code());
         }
     }

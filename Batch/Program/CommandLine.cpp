@@ -2,7 +2,6 @@
 
 #include "Base/Messages.h"
 #include "Commands/CameraCommands.h"
-#include "Commands/CompareCommand.h"
 #include "Commands/ValidateCommand.h"
 #include "KoltaVersion.h"
 #include "Program/ManualPage.h"

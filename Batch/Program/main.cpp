@@ -10,7 +10,6 @@
 #include <cstdio>
 #include <cstring>
 #include <fcntl.h>
-#include <iostream>
 #include <string>
 
 namespace
@@ -47,9 +46,8 @@ ExitCode Run(CommandLine& commandLine, int argc, char* argv[])
 ExitCode CheckOutput(ExitCode code)
 {
     errno = 0;
-    std::cout.flush();
     std::fflush(stdout);
-    if (std::cout && std::ferror(stdout) == 0)
+    if (std::ferror(stdout) == 0)
         return code;
     if (errno == 0) // It failed before. Another try gives the reason.
     {

@@ -23,8 +23,6 @@ struct Mistake
 {
     int line;
     std::string text; ///< A sentence.
-
-    std::string In(const std::string& file) const { return InFile(file, line, "warning", text); }
 };
 
 /// \a text in a message.
