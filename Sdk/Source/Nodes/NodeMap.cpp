@@ -105,29 +105,20 @@ private:
     std::map<ArvGcPropertyNodeType, Formula> m_formulas;
 };
 
-GQuark FormulasKey()
-{
-    static const GQuark key = g_quark_from_static_string("kolta-formulas");
-    return key;
-}
-
-GQuark OwnKey()
-{
-    static const GQuark key = g_quark_from_static_string("kolta-own-formulas");
-    return key;
-}
+const char FormulasKey[] = "kolta-formulas";
+const char OwnKey[] = "kolta-own-formulas";
 
 /// Null for nodes of node maps that others made.
 NodeFormulas* FormulasOf(gpointer node)
 {
-    auto* const known = static_cast<NodeFormulas*>(g_object_get_qdata(G_OBJECT(node), FormulasKey()));
+    auto* const known = static_cast<NodeFormulas*>(g_object_get_data(G_OBJECT(node), FormulasKey));
     if (known != nullptr)
         return known;
     ArvGc* nodeMap = arv_gc_node_get_genicam(ARV_GC_NODE(node));
-    if (nodeMap == nullptr || g_object_get_qdata(G_OBJECT(nodeMap), OwnKey()) == nullptr)
+    if (nodeMap == nullptr || g_object_get_data(G_OBJECT(nodeMap), OwnKey) == nullptr)
         return nullptr;
     auto* const formulas = new NodeFormulas(ARV_GC_NODE(node));
-    g_object_set_qdata_full(G_OBJECT(node), FormulasKey(), formulas,
+    g_object_set_data_full(G_OBJECT(node), FormulasKey, formulas,
         [](gpointer formulasOfNode) { delete static_cast<NodeFormulas*>(formulasOfNode); });
     return formulas;
 }
@@ -332,7 +323,7 @@ ObjectPtr<ArvGc> NewNodeMap(ArvDevice* device, const std::string& xml)
     const std::lock_guard<std::mutex> lock(ParserLock());
     ObjectPtr<ArvGc> nodeMap(arv_gc_new(device, xml.data(), xml.size()));
     if (nodeMap)
-        g_object_set_qdata(G_OBJECT(nodeMap.get()), OwnKey(), nodeMap.get());
+        g_object_set_data(G_OBJECT(nodeMap.get()), OwnKey, nodeMap.get());
     return nodeMap;
 }
 
