@@ -1,7 +1,6 @@
 #include "Nodes/NodeMap.h"
 
 #include "Base/Failure.h"
-#include "Document/Texts.h"
 #include "Formula/Formula.h"
 #include "Nodes/NodeLinks.h"
 #include "Nodes/NodeValues.h"
