@@ -1,12 +1,10 @@
 #ifndef GVCPCHANNEL_H
 #define GVCPCHANNEL_H
 
-#include "Transport/RegisterAccess.h"
+#include "Transport/RegisterDevice.h"
 
 #include <atomic>
 #include <chrono>
-#include <cstdint>
-#include <memory>
 #include <string>
 #include <vector>
 
