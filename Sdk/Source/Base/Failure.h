@@ -41,7 +41,6 @@ public:
     CallError() = default;
     CallError(CallError&& other) noexcept : m_error(std::exchange(other.m_error, nullptr)) {}
     ~CallError() { g_clear_error(&m_error); }
-    CallError& operator=(CallError&&) = delete;
 
     GError** Out() { return &m_error; }
     const GError* Get() const { return m_error; }

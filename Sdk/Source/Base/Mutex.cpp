@@ -5,9 +5,8 @@
 namespace OPX::KltAPI
 {
 
-struct Mutex::Impl
+struct Mutex::Impl : std::mutex
 {
-    std::mutex mutex;
 };
 
 Mutex::Mutex(bool initLock) : m_impl(new Impl)
@@ -23,12 +22,12 @@ Mutex::~Mutex()
 
 void Mutex::Lock()
 {
-    m_impl->mutex.lock();
+    m_impl->lock();
 }
 
 void Mutex::Unlock()
 {
-    m_impl->mutex.unlock();
+    m_impl->unlock();
 }
 
 } // namespace OPX::KltAPI

@@ -3,8 +3,6 @@
 #include "Base/TwoCalls.h"
 #include "Camera/Impls.h"
 
-#include <algorithm>
-
 namespace OPX::KltAPI
 {
 

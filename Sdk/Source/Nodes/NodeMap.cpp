@@ -1,7 +1,6 @@
 #include "Nodes/NodeMap.h"
 
 #include "Base/Failure.h"
-#include "Document/Texts.h"
 #include "Formula/Formula.h"
 #include "Nodes/NodeLinks.h"
 #include "Nodes/NodeValues.h"
@@ -9,6 +8,7 @@
 #include <cmath>
 #include <limits>
 #include <map>
+#include <type_traits>
 #include <unordered_map>
 #include <utility>
 
@@ -104,29 +104,20 @@ private:
     std::map<ArvGcPropertyNodeType, Formula> m_formulas;
 };
 
-GQuark FormulasKey()
-{
-    static const GQuark key = g_quark_from_static_string("kolta-formulas");
-    return key;
-}
-
-GQuark OwnKey()
-{
-    static const GQuark key = g_quark_from_static_string("kolta-own-formulas");
-    return key;
-}
+const char FormulasKey[] = "kolta-formulas";
+const char OwnKey[] = "kolta-own-formulas";
 
 /// Null for nodes of node maps that others made.
 NodeFormulas* FormulasOf(gpointer node)
 {
-    auto* const known = static_cast<NodeFormulas*>(g_object_get_qdata(G_OBJECT(node), FormulasKey()));
+    auto* const known = static_cast<NodeFormulas*>(g_object_get_data(G_OBJECT(node), FormulasKey));
     if (known != nullptr)
         return known;
     ArvGc* nodeMap = arv_gc_node_get_genicam(ARV_GC_NODE(node));
-    if (nodeMap == nullptr || g_object_get_qdata(G_OBJECT(nodeMap), OwnKey()) == nullptr)
+    if (nodeMap == nullptr || g_object_get_data(G_OBJECT(nodeMap), OwnKey) == nullptr)
         return nullptr;
     auto* const formulas = new NodeFormulas(ARV_GC_NODE(node));
-    g_object_set_qdata_full(G_OBJECT(node), FormulasKey(), formulas,
+    g_object_set_data_full(G_OBJECT(node), FormulasKey, formulas,
         [](gpointer formulasOfNode) { delete static_cast<NodeFormulas*>(formulasOfNode); });
     return formulas;
 }
@@ -207,8 +198,9 @@ void WriteConverted(NodeFormulas& formulas, const Number& value)
 }
 
 /// The limit of what a converter yields. If it cannot be evaluated, there is none.
-double ConvertedLimit(NodeFormulas& formulas, bool maximum, double none)
+double ConvertedLimit(NodeFormulas& formulas, bool maximum)
 {
+    const double none = maximum ? G_MAXDOUBLE : -G_MAXDOUBLE;
     CallError ignored;
     return Guarded(none, ignored.Out(),
         [&]
@@ -242,15 +234,25 @@ const ArvGcFloatInterface& Original(ArvGcFloat* node)
     return Originals<ArvGcFloatInterface>().at(ARV_GC_FLOAT_GET_IFACE(node));
 }
 
-gint64 GetInteger(ArvGcInteger* node, GError** error)
+template <class Node, class Value>
+Value Get(Node* node, GError** error)
 {
     NodeFormulas* formulas = FormulasOf(node);
     if (formulas == nullptr)
         return Original(node).get_value(node, error);
-    return Guarded(gint64(0), error, [&]() -> gint64 { return ReadFormula(node, *formulas).AsInteger(); });
+    return Guarded(Value(0), error,
+        [&]() -> Value
+        {
+            const Number value = ReadFormula(node, *formulas);
+            if constexpr (std::is_same_v<Value, double>)
+                return value.AsReal();
+            else
+                return value.AsInteger();
+        });
 }
 
-void SetInteger(ArvGcInteger* node, gint64 value, GError** error)
+template <class Node, class Value>
+void Set(Node* node, Value value, GError** error)
 {
     NodeFormulas* formulas = FormulasOf(node);
     if (formulas == nullptr)
@@ -259,69 +261,38 @@ void SetInteger(ArvGcInteger* node, gint64 value, GError** error)
         Guarded(0, error, [&] { return WriteConverted(*formulas, Number(value)), 0; });
 }
 
-template <bool Maximum>
-gint64 GetIntegerLimit(ArvGcInteger* node, GError** error)
+template <bool Maximum, class Node, class Value>
+Value GetLimit(Node* node, GError** error)
 {
     NodeFormulas* formulas = FormulasOf(node);
     if (formulas == nullptr)
         return Maximum ? Original(node).get_max(node, error) : Original(node).get_min(node, error);
-    const gint64 none = Maximum ? G_MAXINT64 : G_MININT64;
-    const double limit = ConvertedLimit(*formulas, Maximum, static_cast<double>(none));
-    return std::fabs(limit) < 9.2e18 ? static_cast<gint64>(limit) : (limit < 0 ? G_MININT64 : G_MAXINT64);
+    const double limit = ConvertedLimit(*formulas, Maximum);
+    if (std::is_same_v<Value, double> || std::fabs(limit) < 9.2e18)
+        return static_cast<Value>(limit);
+    return limit < 0 ? std::numeric_limits<Value>::lowest() : std::numeric_limits<Value>::max();
 }
 
-gint64 GetIntegerIncrement(ArvGcInteger* node, GError** error)
+gint64 GetIncrement(ArvGcInteger* node, GError** error)
 {
     return FormulasOf(node) == nullptr ? Original(node).get_inc(node, error) : 1;
 }
 
-double GetReal(ArvGcFloat* node, GError** error)
+template <class Interface>
+void Install(gpointer interface, bool converts)
 {
-    NodeFormulas* formulas = FormulasOf(node);
-    if (formulas == nullptr)
-        return Original(node).get_value(node, error);
-    return Guarded(0.0, error, [&] { return ReadFormula(node, *formulas).AsReal(); });
-}
-
-void SetReal(ArvGcFloat* node, double value, GError** error)
-{
-    NodeFormulas* formulas = FormulasOf(node);
-    if (formulas == nullptr)
-        Original(node).set_value(node, value, error);
-    else
-        Guarded(0, error, [&] { return WriteConverted(*formulas, Number(value)), 0; });
-}
-
-template <bool Maximum>
-double GetRealLimit(ArvGcFloat* node, GError** error)
-{
-    NodeFormulas* formulas = FormulasOf(node);
-    if (formulas == nullptr)
-        return Maximum ? Original(node).get_max(node, error) : Original(node).get_min(node, error);
-    return ConvertedLimit(*formulas, Maximum, Maximum ? G_MAXDOUBLE : -G_MAXDOUBLE);
-}
-
-void Install(ArvGcIntegerInterface& functions, bool converts)
-{
-    Originals<ArvGcIntegerInterface>()[&functions] = functions;
-    functions.get_value = GetInteger;
+    if (interface == nullptr)
+        return;
+    Interface& functions = *static_cast<Interface*>(interface);
+    Originals<Interface>()[interface] = functions;
+    functions.get_value = Get;
     if (!converts)
         return;
-    functions.set_value = SetInteger;
-    functions.get_min = GetIntegerLimit<false>;
-    functions.get_max = GetIntegerLimit<true>;
-    functions.get_inc = GetIntegerIncrement;
-}
-
-void Install(ArvGcFloatInterface& functions, bool converts)
-{
-    Originals<ArvGcFloatInterface>()[&functions] = functions;
-    functions.get_value = GetReal;
-    if (!converts)
-        return;
-    functions.set_value = SetReal;
-    functions.get_min = GetRealLimit<false>;
-    functions.get_max = GetRealLimit<true>;
+    functions.set_value = Set;
+    functions.get_min = GetLimit<false>;
+    functions.get_max = GetLimit<true>;
+    if constexpr (std::is_same_v<Interface, ArvGcIntegerInterface>)
+        functions.get_inc = GetIncrement;
 }
 
 void InstallAll()
@@ -331,10 +302,8 @@ void InstallAll()
     {
         const bool converts = g_type_is_a(type, ARV_TYPE_GC_CONVERTER) != FALSE;
         gpointer nodeClass = g_type_class_ref(type); // Never released.
-        if (gpointer functions = g_type_interface_peek(nodeClass, ARV_TYPE_GC_INTEGER))
-            Install(*static_cast<ArvGcIntegerInterface*>(functions), converts);
-        if (gpointer functions = g_type_interface_peek(nodeClass, ARV_TYPE_GC_FLOAT))
-            Install(*static_cast<ArvGcFloatInterface*>(functions), converts);
+        Install<ArvGcIntegerInterface>(g_type_interface_peek(nodeClass, ARV_TYPE_GC_INTEGER), converts);
+        Install<ArvGcFloatInterface>(g_type_interface_peek(nodeClass, ARV_TYPE_GC_FLOAT), converts);
     }
 }
 
@@ -353,7 +322,7 @@ ObjectPtr<ArvGc> NewNodeMap(ArvDevice* device, const std::string& xml)
     const std::lock_guard<std::mutex> lock(ParserLock());
     ObjectPtr<ArvGc> nodeMap(arv_gc_new(device, xml.data(), xml.size()));
     if (nodeMap)
-        g_object_set_qdata(G_OBJECT(nodeMap.get()), OwnKey(), nodeMap.get());
+        g_object_set_data(G_OBJECT(nodeMap.get()), OwnKey, nodeMap.get());
     return nodeMap;
 }
 

@@ -5,9 +5,7 @@
 #include "Nodes/NodeLinks.h"
 #include "Schema/Number.h"
 
-#include <cmath>
 #include <cstring>
-#include <limits>
 #include <utility>
 
 namespace OPX::KltAPI

@@ -10,43 +10,29 @@ namespace OPX::KltAPI
 CameraList::Changes CameraList::Update(const Transport& transport, const std::vector<CameraRecord>& found)
 {
     Changes changes;
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    RemoveMissing(transport, found, changes);
-    AddNew(transport, found, changes);
-    return changes;
-}
-
-void CameraList::RemoveMissing(const Transport& transport, const std::vector<CameraRecord>& found, Changes& changes)
-{
     std::set<std::string> ids;
     for (const CameraRecord& record : found)
         ids.insert(record.id);
+    const std::lock_guard<std::mutex> lock(m_mutex);
     std::vector<Known> kept;
     for (Known& known : m_known)
     {
         if (known.transport == &transport)
-            known.misses = ids.count(known.id) != 0 ? 0 : known.misses + 1;
+            known.misses = ids.erase(known.id) != 0 ? 0 : known.misses + 1;
         if (known.transport == &transport && known.misses > transport.ToleratedMisses())
             changes.emplace_back(known.camera, UpdateTriggerCameraLeft);
         else
             kept.push_back(known);
     }
     m_known.swap(kept);
-}
-
-void CameraList::AddNew(const Transport& transport, const std::vector<CameraRecord>& found, Changes& changes)
-{
-    std::set<std::pair<const Transport*, std::string>> there;
-    for (const Known& known : m_known)
-        there.emplace(known.transport, known.id);
     for (const CameraRecord& record : found)
     {
-        if (!there.emplace(&transport, record.id).second)
+        if (ids.erase(record.id) == 0) // Known, or a second record of the same camera.
             continue;
-        const CameraPtr camera = NewCamera(record);
-        m_known.push_back({&transport, record.id, camera, 0});
-        changes.emplace_back(camera, UpdateTriggerCameraArrived);
+        m_known.push_back({&transport, record.id, NewCamera(record), 0});
+        changes.emplace_back(m_known.back().camera, UpdateTriggerCameraArrived);
     }
+    return changes;
 }
 
 CameraPtrVector CameraList::Cameras() const

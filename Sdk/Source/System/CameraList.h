@@ -34,9 +34,6 @@ private:
         int misses;
     };
 
-    void RemoveMissing(const Transport& transport, const std::vector<CameraRecord>& found, Changes& changes);
-    void AddNew(const Transport& transport, const std::vector<CameraRecord>& found, Changes& changes);
-
     mutable std::mutex m_mutex;
     std::vector<Known> m_known;
 };

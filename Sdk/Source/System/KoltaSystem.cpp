@@ -1,14 +1,17 @@
 #include "KoltaCPP/KoltaSystem.h"
 
+#include "Base/Report.h"
 #include "Base/TwoCalls.h"
+#include "Document/Texts.h"
 #include "System/CameraList.h"
-#include "System/ChosenTransports.h"
 #include "System/Scanner.h"
+#include "Transport/AravisTransport.h"
+#include "Transport/SimulatedTransport.h"
 
-#include <memory>
-#include <mutex>
+#include <cstdlib>
+#include <map>
 #include <optional>
-#include <vector>
+#include <sstream>
 
 namespace OPX::KltAPI
 {
@@ -20,6 +23,31 @@ thread_local std::optional<CameraPtrVector> g_counted;
 
 /// Set while the calling thread is in an observer.
 thread_local bool g_notifying = false;
+
+const char Variable[] = "KOLTA_TRANSPORTS";
+
+/// The transports that the environment variable names; all if it is not set or empty. Other words are reported.
+Transports ChosenTransports()
+{
+    const char* chosen = std::getenv(Variable);
+    std::istringstream stream(chosen == nullptr || *chosen == '\0' ? "simulated,gige,usb3" : chosen);
+    std::map<std::string, bool> isChosen = {{"simulated", false}, {"gige", false}, {"usb3", false}};
+    for (std::string word; std::getline(stream, word, ',');)
+    {
+        const auto known = isChosen.find(Trimmed(word));
+        if (known != isChosen.end())
+            known->second = true;
+        else
+            Report(
+                std::string(Variable) + " names '" + Trimmed(word) + "', which is not one of simulated, gige, usb3.");
+    }
+    Transports transports;
+    if (isChosen["simulated"])
+        transports.push_back(std::make_unique<SimulatedTransport>());
+    if (isChosen["gige"] || isChosen["usb3"])
+        transports.push_back(std::make_unique<AravisTransport>(isChosen["gige"], isChosen["usb3"]));
+    return transports;
+}
 
 } // namespace
 

@@ -2,7 +2,6 @@
 
 #include "Base/Report.h"
 
-#include <chrono>
 #include <exception>
 #include <utility>
 
@@ -29,11 +28,7 @@ Scanner::Scanner(Transports transports, CameraList& list, Notify notify)
 
 Scanner::~Scanner()
 {
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_stopping = true;
-    }
-    m_wakeUp.notify_all();
+    m_stop.set_value();
     m_thread.join();
 }
 
@@ -43,13 +38,13 @@ void Scanner::Loop()
     {
         for (const std::unique_ptr<Transport>& transport : m_transports)
         {
-            if (Stopping())
+            if (IsStopped())
                 return;
             const CameraList::Changes changes = Scan(*transport);
-            if (!changes.empty() && !Stopping())
+            if (!changes.empty() && !IsStopped())
                 Guarded([&] { m_notify(changes); });
         }
-    } while (WaitForNextScan());
+    } while (!IsStopped(Pause));
 }
 
 CameraList::Changes Scanner::Scan(Transport& transport)
@@ -70,18 +65,6 @@ void Scanner::Guarded(const std::function<void()>& work)
         if (m_reported.insert(error.what()).second)
             Report(std::string("While looking for cameras: ") + error.what());
     }
-}
-
-bool Scanner::WaitForNextScan()
-{
-    std::unique_lock<std::mutex> lock(m_mutex);
-    return !m_wakeUp.wait_for(lock, Pause, [this] { return m_stopping; });
-}
-
-bool Scanner::Stopping()
-{
-    const std::lock_guard<std::mutex> lock(m_mutex);
-    return m_stopping;
 }
 
 } // namespace OPX::KltAPI

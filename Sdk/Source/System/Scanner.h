@@ -4,9 +4,9 @@
 #include "System/CameraList.h"
 #include "Transport/Transport.h"
 
-#include <condition_variable>
+#include <chrono>
 #include <functional>
-#include <mutex>
+#include <future>
 #include <set>
 #include <string>
 #include <thread>
@@ -34,16 +34,19 @@ private:
 
     /// No exception leaves the thread: that would end the program. Each is reported once.
     void Guarded(const std::function<void()>& work);
-    bool WaitForNextScan();
-    bool Stopping();
+
+    /// Waits for it for some time.
+    bool IsStopped(std::chrono::milliseconds wait = {}) const
+    {
+        return m_stopped.wait_for(wait) == std::future_status::ready;
+    }
 
     const Transports m_transports;
     CameraList& m_list;
     const Notify m_notify;
     std::set<std::string> m_reported;
-    std::mutex m_mutex;
-    std::condition_variable m_wakeUp;
-    bool m_stopping = false;
+    std::promise<void> m_stop;
+    const std::future<void> m_stopped = m_stop.get_future();
     std::thread m_thread;
 };
 

@@ -8,10 +8,11 @@
 #include "Transport/GvcpCamera.h"
 #include "Transport/GvcpDescription.h"
 #include "Transport/RegisterDevice.h"
-#include "Transport/UsbPermissions.h"
 
 #include <arv.h>
+#include <libusb.h>
 
+#include <algorithm>
 #include <map>
 #include <mutex>
 #include <utility>
@@ -21,21 +22,15 @@ namespace OPX::KltAPI
 namespace
 {
 
-const char GigEVision[] = "GigEVision";
 const char Usb3Vision[] = "USB3Vision";
 
-void Enable(const char* interface, bool enabled)
+/// The first of these texts that is not empty. Those that Aravis hands out live until its next listing.
+std::string FirstOf(std::initializer_list<const char*> texts)
 {
-    if (enabled)
-        arv_enable_interface(interface);
-    else
-        arv_disable_interface(interface);
-}
-
-/// The texts that Aravis hands out live until its next listing.
-std::string Text(const char* text)
-{
-    return text == nullptr ? std::string() : WithoutControls(text);
+    for (const char* text : texts)
+        if (text != nullptr && *text != '\0')
+            return WithoutControls(text);
+    return std::string();
 }
 
 Failure ConnectGige(const std::string& address, Connection& connection)
@@ -75,52 +70,84 @@ Failure ConnectUsb3(const std::string& deviceId, Connection& connection)
 CameraRecord RecordOf(unsigned int index)
 {
     CameraRecord record;
-    const std::string deviceId = arv_get_device_id(index);
-    record.id = deviceId;
-    record.name = Text(arv_get_device_model(index));
-    if (record.name.empty())
-        record.name = Text(deviceId.c_str());
-    record.serialNumber = Text(arv_get_device_serial_nbr(index));
-    if (record.serialNumber.empty())
-        record.serialNumber = Text(arv_get_device_physical_id(index));
-    if (record.serialNumber.empty())
-        record.serialNumber = Text(deviceId.c_str());
-    record.address = Text(arv_get_device_address(index));
+    record.id = arv_get_device_id(index);
+    record.name = FirstOf({arv_get_device_model(index), record.id.c_str()});
+    record.serialNumber =
+        FirstOf({arv_get_device_serial_nbr(index), arv_get_device_physical_id(index), record.id.c_str()});
+    record.address = FirstOf({arv_get_device_address(index)});
     return record;
+}
+
+/// The control interface of a USB3 Vision device.
+bool IsVisionInterface(const libusb_interface& interface)
+{
+    return std::any_of(interface.altsetting, interface.altsetting + interface.num_altsetting,
+        [](const libusb_interface_descriptor& setting)
+        { return setting.bInterfaceClass == 0xEF && setting.bInterfaceSubClass == 0x05; });
+}
+
+bool IsCamera(libusb_device* device)
+{
+    libusb_config_descriptor* configuration = nullptr;
+    if (libusb_get_active_config_descriptor(device, &configuration) != 0)
+        return false;
+    const bool isCamera = std::any_of(
+        configuration->interface, configuration->interface + configuration->bNumInterfaces, IsVisionInterface);
+    libusb_free_config_descriptor(configuration);
+    return isCamera;
+}
+
+bool IsOutOfReach(libusb_device* device)
+{
+    libusb_device_handle* handle = nullptr;
+    const int result = libusb_open(device, &handle);
+    if (result == 0)
+        libusb_close(handle);
+    return result == LIBUSB_ERROR_ACCESS;
+}
+
+/// Whether a USB3 Vision camera is plugged in that this user may not open. Such a camera is not listed, and nothing
+/// else says why.
+bool IsUsbCameraOutOfReach()
+{
+    libusb_context* context = nullptr;
+    if (libusb_init(&context) != 0)
+        return false;
+    libusb_device** devices = nullptr;
+    const ssize_t count = libusb_get_device_list(context, &devices);
+    const bool outOfReach = std::any_of(devices, devices + std::max<ssize_t>(count, 0),
+        [](libusb_device* device) { return IsCamera(device) && IsOutOfReach(device); });
+    if (count >= 0)
+        libusb_free_device_list(devices, 1);
+    libusb_exit(context);
+    return outOfReach;
 }
 
 } // namespace
 
 /// Where the network cameras were in the last scan.
-class AravisTransport::Addresses
+struct AravisTransport::Addresses
 {
-public:
-    void Replace(std::map<std::string, std::string> addresses)
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_addresses.swap(addresses);
-    }
-
     /// Empty if the camera was not seen.
-    std::string Of(const std::string& deviceId) const
+    std::string Of(const std::string& deviceId)
     {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        const auto found = m_addresses.find(deviceId);
-        return found == m_addresses.end() ? std::string() : found->second;
+        const std::lock_guard<std::mutex> lock(mutex);
+        return byId[deviceId];
     }
 
-private:
-    mutable std::mutex m_mutex;
-    std::map<std::string, std::string> m_addresses; ///< By device id.
+    std::mutex mutex;
+    std::map<std::string, std::string> byId;
 };
 
 AravisTransport::AravisTransport(bool gige, bool usb3) : m_warnsOfUsb(usb3), m_addresses(std::make_shared<Addresses>())
 {
     // Aravis' own fake device is always listed unless it is switched off.
     for (unsigned int i = 0; i < arv_get_n_interfaces(); ++i)
-        arv_disable_interface(arv_get_interface_id(i));
-    Enable(GigEVision, gige);
-    Enable(Usb3Vision, usb3);
+    {
+        const std::string interface = arv_get_interface_id(i);
+        const bool isChosen = (gige && interface == "GigEVision") || (usb3 && interface == Usb3Vision);
+        (isChosen ? arv_enable_interface : arv_disable_interface)(interface.c_str());
+    }
 }
 
 std::vector<CameraRecord> AravisTransport::Scan()
@@ -148,7 +175,8 @@ std::vector<CameraRecord> AravisTransport::Scan()
             addresses[record.id] = record.address;
         records.push_back(std::move(record));
     }
-    m_addresses->Replace(std::move(addresses));
+    const std::lock_guard<std::mutex> lock(m_addresses->mutex);
+    m_addresses->byId.swap(addresses);
     return records;
 }
 

@@ -20,7 +20,7 @@ public:
     bool IsQuick() const override { return false; }
 
 private:
-    class Addresses;
+    struct Addresses;
 
     Connector GigeConnector(const CameraRecord& record) const;
 

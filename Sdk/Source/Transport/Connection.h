@@ -2,15 +2,14 @@
 #define CONNECTION_H
 
 #include "Base/Failure.h"
-#include "Base/GlibPtr.h"
+#include "Nodes/NodeMap.h"
 #include "Nodes/NodeState.h"
 #include "Safety/SafeDescription.h"
-
-#include <arv.h>
 
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <utility>
 
 namespace OPX::KltAPI
 {
@@ -36,7 +35,14 @@ struct Connection
     std::function<bool()> isThere;
 
     /// Makes the node map of a description, which may have a problem. For connections with a device.
-    Failure Use(std::shared_ptr<const SafeDescription> checked);
+    Failure Use(std::shared_ptr<const SafeDescription> checked)
+    {
+        if (checked->problem)
+            return {KltErrorOther, checked->problem};
+        description = std::move(checked);
+        nodeMap = NewNodeMap(device.get(), description->xml);
+        return nodeMap ? KltErrorSuccess : KltErrorOther;
+    }
 };
 
 /// Connects to one camera. If there is a reason why it cannot, it is what is wrong with the camera's description.

@@ -24,11 +24,7 @@ GvcpCamera::~GvcpCamera()
 {
     if (!m_heart.joinable())
         return;
-    {
-        const std::lock_guard<std::mutex> lock(m_mutex);
-        m_ending = true;
-    }
-    m_wakeUp.notify_all();
+    m_end.set_value();
     m_heart.join();
     SetDeadline(std::make_shared<const Clock::time_point>(Clock::now() + Goodbye));
     GvcpChannel::WriteRegister(ControlRegister, 0);
@@ -44,17 +40,15 @@ Failure GvcpCamera::CheckUnused()
 
 Failure GvcpCamera::TakeControl()
 {
-    Failure failure = WriteRegister(ControlRegister, Controlled);
-    if (!failure)
-        m_heart = std::thread([this] { Beat(); });
-    return failure;
-}
-
-void GvcpCamera::Beat()
-{
-    std::unique_lock<std::mutex> lock(m_mutex);
-    while (!m_wakeUp.wait_for(lock, Heartbeat, [this] { return m_ending; }))
-        Touch(ControlRegister);
+    if (Failure failure = WriteRegister(ControlRegister, Controlled))
+        return failure;
+    m_heart = std::thread(
+        [this, end = m_end.get_future()]
+        {
+            while (end.wait_for(Heartbeat) != std::future_status::ready)
+                Touch(ControlRegister);
+        });
+    return KltErrorSuccess;
 }
 
 } // namespace OPX::KltAPI

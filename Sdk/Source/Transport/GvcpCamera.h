@@ -3,8 +3,7 @@
 
 #include "Transport/GvcpChannel.h"
 
-#include <condition_variable>
-#include <mutex>
+#include <future>
 #include <thread>
 
 namespace OPX::KltAPI
@@ -26,11 +25,7 @@ public:
     Failure TakeControl();
 
 private:
-    void Beat();
-
-    std::mutex m_mutex; ///< Around the end.
-    std::condition_variable m_wakeUp;
-    bool m_ending = false;
+    std::promise<void> m_end; ///< Of the heart.
     std::thread m_heart;
 };
 

@@ -44,10 +44,14 @@ const KltErrorType Refusals[] = {
     KltErrorInvalidAccess, // or the camera is busy.
 };
 
-void Append(std::vector<std::uint8_t>& bytes, std::uint32_t value, int size)
+/// Each in 32 bits.
+std::vector<std::uint8_t> BytesOf(std::initializer_list<std::uint64_t> longWords)
 {
-    for (int shift = 8 * (size - 1); shift >= 0; shift -= 8)
-        bytes.push_back(static_cast<std::uint8_t>(value >> shift));
+    std::vector<std::uint8_t> bytes;
+    for (const std::uint64_t longWord : longWords)
+        for (const int shift : {24, 16, 8, 0})
+            bytes.push_back(static_cast<std::uint8_t>(longWord >> shift));
+    return bytes;
 }
 
 std::uint16_t Word(const std::uint8_t* bytes)
@@ -83,12 +87,6 @@ Failure CheckReach(std::uint64_t address, std::uint32_t size)
 
 } // namespace
 
-struct GvcpChannel::Reply
-{
-    std::uint16_t status = 0;
-    Bytes payload;
-};
-
 GvcpChannel::GvcpChannel(const std::string& address, Deadline deadline)
     : m_deadline(std::move(deadline)),
       m_socket(Connected(address)),
@@ -113,10 +111,8 @@ GvcpChannel::Bytes GvcpChannel::PacketOf(std::uint16_t command, const Bytes& que
     std::uint16_t id = ++m_lastId;
     while (id == 0)
         id = ++m_lastId;
-    Bytes packet = {0x42, 0x01}; // A command that asks for an answer.
-    Append(packet, command, 2);
-    Append(packet, static_cast<std::uint32_t>(question.size()), 2);
-    Append(packet, id, 2);
+    // A command that asks for an answer.
+    Bytes packet = BytesOf({0x42010000U | command, question.size() << 16 | id});
     packet.insert(packet.end(), question.begin(), question.end());
     return packet;
 }
@@ -129,9 +125,7 @@ void GvcpChannel::Send(const Bytes& packet) const
 
 void GvcpChannel::Touch(std::uint32_t address)
 {
-    Bytes question;
-    Append(question, address, 4);
-    Send(PacketOf(ReadRegisterCommand, question));
+    Send(PacketOf(ReadRegisterCommand, BytesOf({address})));
 }
 
 void GvcpChannel::SetPause(Clock::duration pause)
@@ -165,24 +159,23 @@ void GvcpChannel::ForgetLateAnswers()
 
 Failure GvcpChannel::Ask(std::uint16_t command, const Bytes& question, std::size_t size, Bytes& answer)
 {
-    Reply reply;
     const Bytes packet = PacketOf(command, question);
     ForgetLateAnswers();
-    const bool answered = Converse(packet, size, reply);
+    const bool answered = Converse(packet, size, answer);
     m_questionBefore = Word(packet.data() + 6);
     if (!answered)
         return KltErrorTimeout;
-    if (reply.status != 0)
+    if (const std::uint16_t status = Word(answer.data()))
     {
-        const std::size_t refusal = reply.status - std::size_t(NotImplemented);
-        const bool known = reply.status >= NotImplemented && refusal < std::size(Refusals);
+        const std::size_t refusal = status - std::size_t(NotImplemented);
+        const bool known = status >= NotImplemented && refusal < std::size(Refusals);
         return known ? Refusals[refusal] : static_cast<KltErrorType>(KltErrorInternalFault);
     }
-    answer.swap(reply.payload);
+    answer.erase(answer.begin(), answer.begin() + HeaderSize);
     return KltErrorSuccess;
 }
 
-bool GvcpChannel::Converse(const Bytes& packet, std::size_t size, Reply& reply)
+bool GvcpChannel::Converse(const Bytes& packet, std::size_t size, Bytes& answer)
 {
     const Clock::time_point start = Clock::now();
     const Clock::time_point giveUp = std::min(start + Patience, *m_deadline);
@@ -190,7 +183,7 @@ bool GvcpChannel::Converse(const Bytes& packet, std::size_t size, Reply& reply)
     for (Clock::time_point now = start; now < giveUp; now = Clock::now())
     {
         Send(packet);
-        if (Await(packet, size, std::min(now + pause, giveUp), reply))
+        if (Await(packet, size, std::min(now + pause, giveUp), answer))
         {
             // Only the answer to the first question shows how quick the camera is.
             if (now == start)
@@ -202,9 +195,8 @@ bool GvcpChannel::Converse(const Bytes& packet, std::size_t size, Reply& reply)
     return false;
 }
 
-bool GvcpChannel::Await(const Bytes& packet, std::size_t size, Clock::time_point until, Reply& reply)
+bool GvcpChannel::Await(const Bytes& packet, std::size_t size, Clock::time_point until, Bytes& answer)
 {
-    Bytes answer;
     for (Clock::time_point now = Clock::now(); now < until; now = Clock::now())
     {
         pollfd readable = {m_socket, POLLIN, 0};
@@ -213,41 +205,34 @@ bool GvcpChannel::Await(const Bytes& packet, std::size_t size, Clock::time_point
             continue;
         const std::uint16_t kind = Word(answer.data() + 2);
         const std::size_t length = answer.size() - HeaderSize;
-        reply.status = Word(answer.data());
         if (!std::equal(packet.begin() + 6, packet.begin() + 8, answer.begin() + 6))
             ForgetLate(answer);
         else if (kind == PendingAnswer && length >= 4)
             until = std::min(Clock::now() + milliseconds(Word(answer.data() + HeaderSize + 2)), *m_deadline);
         // Damaged answers are as good as lost.
-        else if (reply.status != 0 || (kind == Word(packet.data() + 2) + 1 && length >= size))
-        {
-            reply.payload.assign(answer.begin() + HeaderSize, answer.end());
+        else if (Word(answer.data()) != 0 || (kind == Word(packet.data() + 2) + 1 && length >= size))
             return true;
-        }
     }
     return false;
 }
 
 Failure GvcpChannel::ReadRegister(std::uint64_t address, std::uint32_t& value)
 {
-    Bytes bytes;
+    Bytes answer;
     if (Failure failure = CheckReach(address, 4))
         return failure;
-    Append(bytes, static_cast<std::uint32_t>(address), 4);
-    if (Failure failure = Ask(ReadRegisterCommand, bytes, 4, bytes))
+    if (Failure failure = Ask(ReadRegisterCommand, BytesOf({address}), 4, answer))
         return failure;
-    value = LongWord(bytes.data());
+    value = LongWord(answer.data());
     return KltErrorSuccess;
 }
 
 Failure GvcpChannel::WriteRegister(std::uint64_t address, std::uint32_t value)
 {
-    Bytes bytes;
+    Bytes answer;
     if (Failure failure = CheckReach(address, 4))
         return failure;
-    Append(bytes, static_cast<std::uint32_t>(address), 4);
-    Append(bytes, value, 4);
-    return Ask(WriteRegisterCommand, bytes, 0, bytes);
+    return Ask(WriteRegisterCommand, BytesOf({address, value}), 0, answer);
 }
 
 Failure GvcpChannel::ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer)
@@ -259,11 +244,8 @@ Failure GvcpChannel::ReadMemory(std::uint64_t address, std::uint32_t size, std::
     for (std::uint64_t begin = address & ~std::uint64_t(3); begin < end; begin += BlockSize)
     {
         const std::uint64_t words = std::min<std::uint64_t>(BlockSize, (end - begin + 3) & ~std::uint64_t(3));
-        Bytes question;
         Bytes answer;
-        Append(question, static_cast<std::uint32_t>(begin), 4);
-        Append(question, static_cast<std::uint32_t>(words), 4);
-        if (Failure failure = Ask(ReadMemoryCommand, question, 4 + words, answer))
+        if (Failure failure = Ask(ReadMemoryCommand, BytesOf({begin, words}), 4 + words, answer))
             return failure;
         const std::uint64_t from = std::max(begin, address);
         const std::uint64_t to = std::min(begin + words, end);
@@ -278,8 +260,7 @@ Failure GvcpChannel::WriteMemory(std::uint64_t address, std::uint32_t size, cons
         return failure;
     for (std::uint32_t done = 0; done < size; done += BlockSize)
     {
-        Bytes bytes;
-        Append(bytes, static_cast<std::uint32_t>(address + done), 4);
+        Bytes bytes = BytesOf({address + done});
         bytes.insert(bytes.end(), buffer + done, buffer + std::min(done + BlockSize, size));
         Failure failure = Ask(WriteMemoryCommand, bytes, 0, bytes);
         if (failure.code == KltErrorNotImplemented && done == 0 && size % 4 == 0)

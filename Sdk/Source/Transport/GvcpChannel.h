@@ -1,12 +1,10 @@
 #ifndef GVCPCHANNEL_H
 #define GVCPCHANNEL_H
 
-#include "Transport/RegisterAccess.h"
+#include "Transport/RegisterDevice.h"
 
 #include <atomic>
 #include <chrono>
-#include <cstdint>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -43,7 +41,6 @@ public:
 
 private:
     typedef std::vector<std::uint8_t> Bytes;
-    struct Reply;
 
     Bytes PacketOf(std::uint16_t command, const Bytes& question);
     void Send(const Bytes& packet) const;
@@ -54,8 +51,8 @@ private:
 
     /// Asks and waits for an answer of at least \a size bytes.
     Failure Ask(std::uint16_t command, const Bytes& question, std::size_t size, Bytes& answer);
-    bool Converse(const Bytes& packet, std::size_t size, Reply& reply);
-    bool Await(const Bytes& packet, std::size_t size, Clock::time_point until, Reply& reply);
+    bool Converse(const Bytes& packet, std::size_t size, Bytes& answer);
+    bool Await(const Bytes& packet, std::size_t size, Clock::time_point until, Bytes& answer);
     Failure WriteWords(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer);
 
     Deadline m_deadline;

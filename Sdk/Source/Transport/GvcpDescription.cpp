@@ -17,26 +17,6 @@ namespace
 const std::uint32_t AddressRegisters[] = {0x200, 0x400};
 const std::uint32_t AddressSize = 512;
 
-/// Where the description is.
-struct Place
-{
-    std::uint64_t address;
-    std::uint64_t size;
-};
-
-/// What an address like "Local:Camera.zip;F0F00000;2A3B" says. \return whether it is one in the camera
-bool FindPlace(const std::string& address, Place& place)
-{
-    static const std::regex local(
-        R"(\s*local:[^;]*;\s*(0x)?([0-9a-f]{1,8})\s*;\s*(0x)?([0-9a-f]{1,8})\s*([?].*)?)", std::regex::icase);
-    std::smatch found;
-    if (!std::regex_match(address, found, local))
-        return false;
-    place.address = std::stoull(found[2], nullptr, 16);
-    place.size = std::stoull(found[4], nullptr, 16);
-    return true;
-}
-
 Failure ReadText(GvcpChannel& camera, std::uint64_t address, std::string& text)
 {
     Failure failure =
@@ -53,13 +33,17 @@ Failure FetchFrom(GvcpChannel& camera, std::uint32_t addressRegister, SafeDescri
     if (Failure failure = ReadText(camera, addressRegister, address))
         return failure;
     address.resize(std::strlen(address.c_str()));
-    Place place{};
-    if (!FindPlace(address, place))
+    // An address in the camera is like "Local:Camera.zip;F0F00000;2A3B".
+    static const std::regex local(
+        R"(\s*local:[^;]*;\s*(0x)?([0-9a-f]{1,8})\s*;\s*(0x)?([0-9a-f]{1,8})\s*([?].*)?)", std::regex::icase);
+    std::smatch found;
+    if (!std::regex_match(address, found, local))
         return {KltErrorOther, {"it is not in the camera"}};
-    if (place.size > MaximumDocumentSize)
+    const std::uint64_t size = std::stoull(found[4], nullptr, 16);
+    if (size > MaximumDocumentSize)
         return {KltErrorOther, {"it is too large"}};
-    std::string content(place.size, '\0');
-    if (Failure failure = ReadText(camera, place.address, content))
+    std::string content(size, '\0');
+    if (Failure failure = ReadText(camera, std::stoull(found[2], nullptr, 16), content))
         return failure;
     // The size can be that of the memory around it. An archive may end with zeros.
     if (!IsZip(content))

@@ -5,15 +5,11 @@ namespace OPX::KltAPI
 namespace
 {
 
-GQuark RegistersKey()
-{
-    static const GQuark key = g_quark_from_static_string("kolta-registers");
-    return key;
-}
+const char RegistersKey[] = "kolta-registers";
 
 RegisterAccess& RegistersOf(ArvDevice* device)
 {
-    return *static_cast<RegisterAccess*>(g_object_get_qdata(G_OBJECT(device), RegistersKey()));
+    return *static_cast<RegisterAccess*>(g_object_get_data(G_OBJECT(device), RegistersKey));
 }
 
 gboolean ReadMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error)
@@ -84,7 +80,7 @@ ObjectPtr<ArvDevice> NewRegisterDevice(std::unique_ptr<RegisterAccess> registers
     static const GType plain = NewType(ARV_TYPE_DEVICE, "KoltaDevice");
     static const GType gigEVision = NewType(ARV_TYPE_GV_DEVICE, "KoltaGigEVisionDevice");
     ObjectPtr<ArvDevice> device(ARV_DEVICE(g_object_new(kind == DeviceKind::GigEVision ? gigEVision : plain, nullptr)));
-    g_object_set_qdata_full(G_OBJECT(device.get()), RegistersKey(), registers.release(),
+    g_object_set_data_full(G_OBJECT(device.get()), RegistersKey, registers.release(),
         [](gpointer access) { delete static_cast<RegisterAccess*>(access); });
     return device;
 }

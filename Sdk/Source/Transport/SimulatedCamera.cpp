@@ -27,45 +27,36 @@ Failure Connect(const std::shared_ptr<const SafeDescription>& description, const
     return KltErrorSuccess;
 }
 
-Failure Connect(const DescriptionFile& file, Connection& connection)
+std::string IdOf(const fs::path& path)
 {
-    if (!file.IsUnchanged())
-        return KltErrorNotFound;
-    connection.isThere = [file] { return file.IsUnchanged(); };
-    return Connect(file.Content(), file.Path(), connection);
+    std::error_code error;
+    return path.string() + ":" + std::to_string(fs::last_write_time(path, error).time_since_epoch().count()) + ":" +
+           std::to_string(fs::file_size(path, error));
 }
 
 } // namespace
 
-DescriptionFile::State::State(const fs::path& path, std::error_code error)
-    : time(fs::last_write_time(path, error)),
-      size(fs::file_size(path, error))
-{
-}
-
 DescriptionFile::DescriptionFile(const fs::path& path)
     : m_path(path),
-      m_state(path),
+      m_id(IdOf(path)),
       m_content(std::make_shared<const SafeDescription>(ReadDescription(path.string())))
 {
 }
 
 bool DescriptionFile::IsUnchanged() const
 {
-    const State now(m_path);
-    return now.time == m_state.time && now.size == m_state.size;
-}
-
-std::string DescriptionFile::Id() const
-{
-    return m_path.string() + ":" + std::to_string(m_state.time.time_since_epoch().count()) + ":" +
-           std::to_string(m_state.size);
+    return IdOf(m_path) == m_id;
 }
 
 CameraRecord RecordOf(const DescriptionFile& file)
 {
+    const auto connect = [file](Connection& connection)
+    {
+        connection.isThere = [file] { return file.IsUnchanged(); };
+        return connection.isThere() ? Connect(file.Content(), file.Path(), connection) : KltErrorNotFound;
+    };
     return {file.Id(), file.Content()->modelName, WithoutControls(file.Path().stem().string()), "simulated",
-        file.Path().string(), [file](Connection& connection) { return Connect(file, connection); }};
+        file.Path().string(), connect};
 }
 
 CameraRecord RecordOf(SafeDescription description, const fs::path& file)

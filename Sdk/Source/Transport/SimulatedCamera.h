@@ -4,11 +4,9 @@
 #include "Safety/SafeDescription.h"
 #include "Transport/Transport.h"
 
-#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <string>
-#include <system_error>
 
 namespace OPX::KltAPI
 {
@@ -28,21 +26,13 @@ public:
     bool IsUnchanged() const;
 
     /// Identifies this file with this content.
-    std::string Id() const;
+    const std::string& Id() const { return m_id; }
 
     const std::shared_ptr<const SafeDescription>& Content() const { return m_content; }
 
 private:
-    struct State
-    {
-        explicit State(const std::filesystem::path& path, std::error_code error = std::error_code());
-
-        std::filesystem::file_time_type time;
-        std::uintmax_t size;
-    };
-
     std::filesystem::path m_path;
-    State m_state; ///< From before the file was read: a change meanwhile is noticed.
+    std::string m_id; ///< From before the file was read: a change meanwhile is noticed.
     std::shared_ptr<const SafeDescription> m_content;
 };
 

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <sstream>
+#include <utility>
 
 namespace fs = std::filesystem;
 
@@ -93,13 +94,19 @@ std::vector<CameraRecord> SimulatedTransport::Scan()
     std::map<fs::path, KnownFile> known;
     for (const fs::path& path : Files())
     {
-        const KnownFile* file = Examine(path);
-        if (file == nullptr)
+        std::error_code error;
+        if (!fs::exists(fs::symlink_status(path, error)) && !fs::is_directory(path.parent_path(), error))
+            continue; // Gone in the meantime.
+        const auto before = m_known.find(path);
+        const bool isUnchanged = before != m_known.end() && before->second.content.IsUnchanged();
+        KnownFile& file =
+            known.emplace(path, isUnchanged ? before->second : KnownFile{DescriptionFile(path)}).first->second;
+        // Files that arrive while we are running are incomplete until they have been copied.
+        if ((isUnchanged || !m_scanned) && !std::exchange(file.reported, true) && !file.content.IsUsable())
+            Report(path.string() + ": " + file.content.Problem().InOneLine());
+        if (!file.content.IsUsable())
             continue;
-        known.emplace(path, *file);
-        if (!file->content.IsUsable())
-            continue;
-        records.push_back(RecordOf(file->content));
+        records.push_back(RecordOf(file.content));
         records.back().serialNumber = Unique(records.back().serialNumber, taken);
     }
     m_known.swap(known);
@@ -137,32 +144,6 @@ void SimulatedTransport::ReportOnce(const fs::path& place, const std::string& me
 {
     if (m_reported.insert(place).second)
         Report(message);
-}
-
-const SimulatedTransport::KnownFile* SimulatedTransport::Examine(const fs::path& path)
-{
-    std::error_code error;
-    if (!fs::exists(fs::symlink_status(path, error)) && !fs::is_directory(path.parent_path(), error))
-        return nullptr; // Gone in the meantime.
-    auto known = m_known.find(path);
-    if (known != m_known.end() && known->second.content.IsUnchanged())
-    {
-        ReportProblem(known->second);
-        return &known->second;
-    }
-    if (known != m_known.end())
-        m_known.erase(known);
-    known = m_known.emplace(path, KnownFile{DescriptionFile(path)}).first;
-    if (!m_scanned)
-        ReportProblem(known->second);
-    return &known->second;
-}
-
-void SimulatedTransport::ReportProblem(KnownFile& file)
-{
-    if (!file.reported && !file.content.IsUsable())
-        Report(file.content.Path().string() + ": " + file.content.Problem().InOneLine());
-    file.reported = true;
 }
 
 } // namespace OPX::KltAPI

@@ -32,11 +32,6 @@ private:
 
     std::vector<std::filesystem::path> Files();
     void ReportOnce(const std::filesystem::path& place, const std::string& message);
-    const KnownFile* Examine(const std::filesystem::path& path);
-
-    /// Files that arrive while we are running are incomplete until they have been copied: to be called only for files
-    /// that have not changed since the last scan.
-    static void ReportProblem(KnownFile& file);
 
     const std::filesystem::path m_usersCameras; ///< Need not exist, and may be made while we are running.
     std::vector<std::filesystem::path> m_places;

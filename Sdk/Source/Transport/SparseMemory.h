@@ -1,7 +1,7 @@
 #ifndef SPARSEMEMORY_H
 #define SPARSEMEMORY_H
 
-#include "Transport/RegisterAccess.h"
+#include "Transport/RegisterDevice.h"
 
 #include <array>
 #include <map>
