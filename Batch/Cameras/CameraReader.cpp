@@ -161,7 +161,7 @@ std::shared_ptr<const Document> ReadDescription(const CameraChoice& choice, Prob
 {
     if (!choice.descriptionFile.empty())
     {
-        const auto document = std::make_shared<const Document>(ContentOf(choice.descriptionFile));
+        auto document = std::make_shared<const Document>(ContentOf(choice.descriptionFile));
         problem = CheckDocument(*document, choice.descriptionFile).problem;
         return document;
     }

@@ -9,19 +9,14 @@
 #include <QVector>
 
 #include <algorithm>
+#include <utility>
 
 using namespace OPX::KltAPI;
 
 namespace
 {
 
-struct Reservation
-{
-    const char* words;
-    const char* what;
-};
-
-const Reservation Reservations[] = {
+const std::pair<const char*, const char*> Reservations[] = {
     {"alignas alignof and and_eq asm auto bitand bitor bool break case catch char char16_t char32_t char8_t class "
      "co_await co_return co_yield compl concept const const_cast consteval constexpr constinit continue decltype "
      "default delete do double dynamic_cast else enum explicit export extern false float for friend goto if inline "
@@ -48,9 +43,9 @@ const char* ReservedAs(const QString& name)
     static const QHash<QString, const char*> names = []
     {
         QHash<QString, const char*> all;
-        for (const Reservation& reservation : Reservations)
-            for (const QString& word : QString::fromLatin1(reservation.words).split(QLatin1Char(' ')))
-                all.insert(word, reservation.what);
+        for (const auto& [words, what] : Reservations)
+            for (const QString& word : QString::fromLatin1(words).split(QLatin1Char(' ')))
+                all.insert(word, what);
         return all;
     }();
     return names.value(name, nullptr);
@@ -118,8 +113,6 @@ public:
     const NameProblems& Problems() const { return m_problems; }
 
 private:
-    typedef QHash<QString, Owner> Owners;
-
     /// One of those that made a name.
     struct Taker
     {
@@ -144,16 +137,12 @@ private:
     {
         const QString tag = QLatin1Char('_') + name;
         Take(name, owner);
-        Compare(m_tags, name, owner);
-        Compare(m_types, tag, owner);
+        if (m_tags.contains(name))
+            Collide(m_tags.value(name), owner, name);
+        if (m_types.contains(tag))
+            Collide(m_types.value(tag), owner, tag);
         m_types.insert(name, owner);
         m_tags.insert(tag, owner);
-    }
-
-    void Compare(const Owners& owners, const QString& name, const Owner& owner)
-    {
-        if (owners.contains(name))
-            Collide(owners.value(name), owner, name);
     }
 
     void Collide(const Owner& one, const Owner& other, const QString& name)
@@ -175,8 +164,8 @@ private:
 
     const CppNames m_names;
     QHash<QString, QVector<Taker>> m_takers;
-    Owners m_types;
-    Owners m_tags;
+    QHash<QString, Owner> m_types;
+    QHash<QString, Owner> m_tags;
     NameProblems m_problems;
 };
 

@@ -104,22 +104,6 @@ QJsonObject JsonChange(const FeatureChange& change)
     return object;
 }
 
-void PrintAsText(const std::vector<FeatureChange>& changes, int breaking, int compatible)
-{
-    for (const FeatureChange& change : changes)
-        std::printf("%-10s  %s\n", EffectOf(change), LineOf(change).c_str());
-    if (!changes.empty())
-        std::printf("%d breaking, %d compatible\n", breaking, compatible);
-}
-
-void PrintAsJson(const std::vector<FeatureChange>& changes, int breaking, int compatible)
-{
-    QJsonArray array;
-    for (const FeatureChange& change : changes)
-        array.append(JsonChange(change));
-    PrintJson(QJsonObject{{"breaking", breaking}, {"compatible", compatible}, {"changes", array}});
-}
-
 } // namespace
 
 void ListCameras(bool json)
@@ -188,6 +172,16 @@ ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after, b
     const std::vector<FeatureChange> changes = ChangesBetween(old.get(), rows);
     const auto breaking = static_cast<int>(
         std::count_if(changes.begin(), changes.end(), [](const FeatureChange& change) { return change.isBreaking; }));
-    (json ? PrintAsJson : PrintAsText)(changes, breaking, static_cast<int>(changes.size()) - breaking);
+    const int compatible = static_cast<int>(changes.size()) - breaking;
+    QJsonArray array;
+    for (const FeatureChange& change : changes)
+        if (json)
+            array.append(JsonChange(change));
+        else
+            std::printf("%-10s  %s\n", EffectOf(change), LineOf(change).c_str());
+    if (json)
+        PrintJson(QJsonObject{{"breaking", breaking}, {"compatible", compatible}, {"changes", array}});
+    else if (!changes.empty())
+        std::printf("%d breaking, %d compatible\n", breaking, compatible);
     return changes.empty() ? ExitDone : ExitDiffers;
 }

@@ -147,8 +147,9 @@ std::string EscapedForMake(const std::string& path)
     return escaped;
 }
 
-/// The files that the class is made from.
-std::vector<std::string> InputsOf(const GenerateOptions& wanted, const CppOptions& options)
+/// What make has to know: what the files are made from. Each of these is a target, too, so that make does not stop
+/// when it is gone.
+FileContent Depfile(const GenerateOptions& wanted, const CppOptions& options, const std::vector<FileContent>& files)
 {
     std::vector<std::string> inputs;
     std::error_code error;
@@ -159,19 +160,12 @@ std::vector<std::string> InputsOf(const GenerateOptions& wanted, const CppOption
                 inputs.push_back(input);
     inputs.push_back(options.headerTemplate.toStdString());
     inputs.push_back(options.sourceTemplate.toStdString());
-    return inputs;
-}
-
-/// What make has to know: what the files are made from. Each of these is a target, too, so that make does not stop
-/// when it is gone.
-FileContent Depfile(const GenerateOptions& wanted, const CppOptions& options, const std::vector<FileContent>& files)
-{
     std::string rule;
     for (const FileContent& file : files)
         rule += (rule.empty() ? "" : " ") + EscapedForMake(file.path);
     rule += ":";
     std::string targets;
-    for (const std::string& input : InputsOf(wanted, options))
+    for (const std::string& input : inputs)
     {
         rule += " " + EscapedForMake(input);
         targets += EscapedForMake(input) + ":\n";

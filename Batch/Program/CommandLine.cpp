@@ -29,12 +29,6 @@ std::vector<std::string> LastFirst(const std::vector<std::string>& arguments)
     return separated;
 }
 
-/// Says more about a command than its first line does.
-void AddNote(CLI::App* command, const char* note)
-{
-    command->footer(command->get_footer() + "\n\n" + note);
-}
-
 } // namespace
 
 CommandLine::CommandLine() : m_program("Generate C++ classes for the cameras of the Kolta SDK", "kolta-classgen")
@@ -88,9 +82,10 @@ ExitCode CommandLine::Exit(const CLI::ParseError& error) const
                                       "--help'.");
 }
 
-CLI::App* CommandLine::Add(const char* name, const char* what, const char* example)
+CLI::App* CommandLine::Add(const char* name, const char* what, const char* example, const char* note)
 {
-    return m_program.add_subcommand(name, what)->footer(std::string("Example: kolta-classgen ") + example);
+    const std::string more = note == nullptr ? std::string() : std::string("\n\n") + note;
+    return m_program.add_subcommand(name, what)->footer(std::string("Example: kolta-classgen ") + example + more);
 }
 
 CLI::Option* CommandLine::AddCamera(
@@ -157,8 +152,7 @@ void CommandLine::AddGeneration(CLI::App* command)
 void CommandLine::AddGenerate()
 {
     CLI::App* generate = Add("generate", "Generate a class for a camera, or one class for several cameras",
-        "generate --xml Camera.xml --output generated --class Camera");
-    AddNote(generate,
+        "generate --xml Camera.xml --output generated --class Camera",
         "A class for several cameras has every feature that any of them has, with a setter if any of them can\n"
         "write it, and the entries of all. It is named after the first camera.");
     AddGeneration(generate);
@@ -170,8 +164,8 @@ void CommandLine::AddGenerate()
 void CommandLine::AddCheck()
 {
     CLI::App* check = Add("check", "Check whether the generated files are up to date; write nothing",
-        "check --xml Camera.xml --output generated --class Camera");
-    AddNote(check, "Exits with 1 if the files are not up to date, and prints the differences.");
+        "check --xml Camera.xml --output generated --class Camera",
+        "Exits with 1 if the files are not up to date, and prints the differences.");
     AddGeneration(check);
     check->callback([this] { m_result = CheckGenerated(m_options, RepairCommand()); });
 }
@@ -184,8 +178,8 @@ void CommandLine::AddLookups()
 
     CLI::App* features =
         Add("features", "List the features of a camera: category, name, type, access, entries or limits",
-            "features --camera Sim1-Mono --match 'Exposure*'");
-    AddNote(features, "With several cameras, the last column names those that have the feature.");
+            "features --camera Sim1-Mono --match 'Exposure*'",
+            "With several cameras, the last column names those that have the feature.");
     AddCameras(features);
     features->add_option("--match", m_glob, "Only features whose names match")->type_name("GLOB");
     features->add_flag("--json", m_json, "Print JSON");
@@ -206,10 +200,9 @@ void CommandLine::AddLookups()
 
 void CommandLine::AddComparisons()
 {
-    CLI::App* diff =
-        Add("diff", "Show what an update of a camera changes, and what that does to code that uses the class",
-            "diff Old.xml New.xml");
-    AddNote(diff,
+    CLI::App* diff = Add("diff",
+        "Show what an update of a camera changes, and what that does to code that uses the class",
+        "diff Old.xml New.xml",
         "A change is breaking if such code may no longer compile, may fail, or may mean something else: a feature or\n"
         "an entry is removed, or has another type, value or unit, less access or a narrower range. All others are\n"
         "compatible. Exits with 1 if anything has changed, with 3 if a camera or a description cannot be used.");
@@ -223,8 +216,8 @@ void CommandLine::AddComparisons()
 
 void CommandLine::AddValidate()
 {
-    CLI::App* validate = Add("validate", "Report mistakes in usable descriptions", "validate Camera.xml");
-    AddNote(validate, "Exits with 1 if there are mistakes, with 3 if a camera or a description cannot be used.");
+    CLI::App* validate = Add("validate", "Report mistakes in usable descriptions", "validate Camera.xml",
+        "Exits with 1 if there are mistakes, with 3 if a camera or a description cannot be used.");
     validate->add_option("FILE", m_cameras, "Description files or serial numbers of cameras; - is the standard input")
         ->required()
         ->type_name("");

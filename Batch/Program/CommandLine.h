@@ -21,7 +21,7 @@ public:
 
 private:
     ExitCode Exit(const CLI::ParseError& error) const;
-    CLI::App* Add(const char* name, const char* what, const char* example);
+    CLI::App* Add(const char* name, const char* what, const char* example, const char* note = nullptr);
     CLI::Option* AddCamera(
         CLI::App* command, const char* option, std::string CameraChoice::*kind, const char* what, const char* type);
     void AddCameras(CLI::App* command);
