@@ -168,9 +168,8 @@ void CppClassGenerator::Report(const QString& message)
     emit LogMessage(message);
 }
 
-void CppClassGenerator::OnOptionsTextChanged(const QString& text)
+void CppClassGenerator::OnOptionsTextChanged(const QString& /*text*/)
 {
-    Q_UNUSED(text);
     qDebug("void CppClassGenerator::OnOptionsTextChanged(const QString&)");
     emit OptionsChanged();
 }

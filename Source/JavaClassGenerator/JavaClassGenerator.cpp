@@ -76,9 +76,8 @@ void JavaClassGenerator::SetCameraName(const char* name)
     OnClassNameEditingFinished();
 }
 
-void JavaClassGenerator::OnOptionsTextChanged(const QString& text)
+void JavaClassGenerator::OnOptionsTextChanged(const QString& /*text*/)
 {
-    Q_UNUSED(text);
     emit OptionsChanged();
 }
 
