@@ -1,6 +1,5 @@
 #include "CppOptions.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 

@@ -14,11 +14,6 @@ const char Context[] = "JavaOptionsWidget";
 
 } // namespace
 
-const char* JavaClassGenerator::LanguageName() const
-{
-    return "Java";
-}
-
 void JavaClassGenerator::SetupUi(QWidget* parent)
 {
     if (parent->objectName().isEmpty())
@@ -58,11 +53,6 @@ void JavaClassGenerator::AddRow(int row, QLabel*& label, QLineEdit*& edit, const
     edit->setMinimumSize(144, 20);
     formLayout->setWidget(row, QFormLayout::FieldRole, edit);
     label->setBuddy(edit);
-}
-
-QWidget* JavaClassGenerator::Widget() const
-{
-    return widget;
 }
 
 bool JavaClassGenerator::OptionsValid() const
