@@ -2,6 +2,7 @@
 
 #include "CppClassWriter.h"
 #include "FeatureInfos.h"
+#include "SdkReads.h"
 
 #include <KoltaCPP/KoltaCPP.h>
 #include <QFile>
@@ -12,6 +13,7 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 using namespace OPX::KltAPI;
 
@@ -30,12 +32,11 @@ public:
         setenv("KOLTA_TRANSPORTS", "simulated", 1);
         setenv("KOLTA_CAMERA_PATH", m_file.c_str(), 1);
         KoltaSystem& system = KoltaSystem::GetInstance();
-        unsigned int cameras = 0;
-        if (system.Startup() != KltErrorSuccess || system.GetCameras(nullptr, cameras) != KltErrorSuccess)
+        std::vector<CameraPtr> cameras;
+        if (system.Startup() != KltErrorSuccess ||
+            ReadList(system, &KoltaSystem::GetCameras, cameras) != KltErrorSuccess)
             throw std::runtime_error("The SDK does not start.");
-        CameraPtrVector list(cameras);
-        system.GetCameras(list.data(), cameras);
-        camera = list.at(0);
+        camera = cameras.at(0);
     }
 
     ~ManyFeatures()

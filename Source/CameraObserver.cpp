@@ -8,9 +8,8 @@ CameraObserver::CameraObserver()
     qRegisterMetaType<UpdateTriggerType>("UpdateTriggerType");
 }
 
-void CameraObserver::CameraListChanged(OPX::KltAPI::CameraPtr camera, UpdateTriggerType reason)
+void CameraObserver::CameraListChanged(OPX::KltAPI::CameraPtr /*camera*/, UpdateTriggerType reason)
 {
-    Q_UNUSED(camera);
     if (ConcernsList(reason))
         emit CameraListChangedSignal(reason);
 }

@@ -35,10 +35,10 @@ public:
 
     /// The name last given to the base's SetCameraName. A generator that turns the name into options right away
     /// leaves this empty.
-    virtual QString CameraName() const;
+    virtual QString CameraName() const { return m_cameraName; }
 
     /// Tells which camera was read. \a name is Latin-1 for the base; generators may read it as they see fit.
-    virtual void SetCameraName(const char* name);
+    virtual void SetCameraName(const char* name) { m_cameraName = QString::fromLatin1(name); }
 
     /// Generates the class. Success and failure are reported as messages.
     /// \param destinationFolder the folder for the files; lives until the call returns
@@ -46,7 +46,7 @@ public:
     virtual void Run(const char* destinationFolder, bool overwrite, const FeatureInfos& features) = 0;
 
     /// The first thing for which OptionsValid says no, as a sentence for the user. Asked only then.
-    virtual QString MissingOption() const;
+    virtual QString MissingOption() const { return tr("The options are not complete."); }
 
 signals:
     /// One message for the user.

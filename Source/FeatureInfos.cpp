@@ -3,6 +3,7 @@
 #include "SdkReads.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace OPX::KltAPI;
 
@@ -19,42 +20,34 @@ FeatureInfo::FeatureInfo(const FeaturePtr& handle)
 // By value: the camera stays alive for as long as it is read, whatever becomes of the caller's handle.
 int FeatureInfos::Create(shared_ptr<Camera> camera) // NOLINT(performance-unnecessary-value-param)
 {
-    Clear();
-    const int result = Read(*camera, [this](FeatureInfo& info) { Add(info); });
-    Sort();
+    std::vector<FeatureInfo> features;
+    const int result = Read(*camera, features);
+    Arrange(std::move(features));
     return result;
 }
 
-int FeatureInfos::Read(Camera& camera, const std::function<void(FeatureInfo&)>& take)
+int FeatureInfos::Read(Camera& camera, std::vector<FeatureInfo>& features)
 {
     std::vector<FeaturePtr> handles;
     const KltErrorType result = ReadList(camera, &Camera::GetFeatures, handles);
     for (const FeaturePtr& handle : handles)
-    {
-        if (handle.get() == nullptr)
-            continue;
-        FeatureInfo info(handle);
-        take(info);
-    }
+        if (handle.get() != nullptr)
+            features.emplace_back(handle);
     return result;
 }
 
 void FeatureInfos::Arrange(std::vector<FeatureInfo> features)
 {
-    Clear();
-    for (FeatureInfo& info : features)
-        Add(info);
-    Sort();
-}
-
-void FeatureInfos::Clear()
-{
     m_categories.clear();
     m_enums.clear();
-}
-
-void FeatureInfos::Sort()
-{
+    for (FeatureInfo& info : features)
+    {
+        m_categories[info.category].push_back(info.feature);
+        if (info.dataType != KltFeatureDataEnum)
+            continue;
+        std::sort(info.entries.begin(), info.entries.end(), SortEnumEntriesByValue);
+        m_enums[info.name].swap(info.entries);
+    }
     for (CategoryMap::value_type& category : m_categories)
         std::sort(category.second.begin(), category.second.end(), SortFeaturesByName);
 }
@@ -67,7 +60,7 @@ int FeatureInfos::FeatureCount() const
     return count;
 }
 
-bool FeatureInfos::SortFeaturesByName(const FeaturePtr& a, const FeaturePtr& b)
+bool FeatureInfos::SortFeaturesByName(const FeaturePtr& a, const FeaturePtr& /*b*/)
 {
     // Compares the name of a with nothing, so that no feature ever comes before another one. Categories of more than
     // 16 features get their order from what std::sort does then, and the classes that users have generated so far
@@ -76,20 +69,10 @@ bool FeatureInfos::SortFeaturesByName(const FeaturePtr& a, const FeaturePtr& b)
     std::string nothing;
     ReadString(*a, &Feature::GetName, name);
     ReadString(*a, &Feature::GetName, name);
-    static_cast<void>(b);
     return name < nothing;
 }
 
 bool FeatureInfos::SortEnumEntriesByValue(const EnumEntry& a, const EnumEntry& b)
 {
     return ValueOf(a) < ValueOf(b);
-}
-
-void FeatureInfos::Add(FeatureInfo& info)
-{
-    m_categories[info.category].push_back(info.feature);
-    if (info.dataType != KltFeatureDataEnum)
-        return;
-    std::sort(info.entries.begin(), info.entries.end(), SortEnumEntriesByValue);
-    m_enums[info.name].swap(info.entries);
 }

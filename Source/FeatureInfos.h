@@ -3,7 +3,6 @@
 
 #include <KoltaCPP/Camera.h>
 
-#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -40,9 +39,9 @@ public:
     /// \return 0, or the SDK's code when the features cannot be listed; the catalogue is empty then
     int Create(OPX::KltAPI::shared_ptr<OPX::KltAPI::Camera> camera);
 
-    /// Reads the features of \a camera, one after the other in the SDK's order. \a take may keep what is in them.
-    /// \return 0, or the SDK's code when they cannot be listed; \a take is not called then
-    static int Read(OPX::KltAPI::Camera& camera, const std::function<void(FeatureInfo&)>& take);
+    /// Appends the features of \a camera in the SDK's order.
+    /// \return 0, or the SDK's code when they cannot be listed; nothing is appended then
+    static int Read(OPX::KltAPI::Camera& camera, std::vector<FeatureInfo>& features);
 
     /// Replaces the catalogue by features that were read before, of one camera or of several.
     void Arrange(std::vector<FeatureInfo> features);
@@ -60,10 +59,6 @@ public:
     static bool SortEnumEntriesByValue(const OPX::KltAPI::EnumEntry& a, const OPX::KltAPI::EnumEntry& b);
 
 private:
-    void Clear();
-    void Add(FeatureInfo& info);
-    void Sort();
-
     CategoryMap m_categories;
     EnumMap m_enums;
 };

@@ -12,7 +12,6 @@
 #include "Window/PlainText.h"
 #include "Window/TextEditBlock.h"
 
-#include <KoltaCPP/KoltaSystem.h>
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QFile>
@@ -55,10 +54,15 @@ KoltaClassGenerator::KoltaClassGenerator(QWidget* parent, Qt::WindowFlags flags)
     {
         BuildWindow();
         SetIdentity();
-        StartSession();
+        StartSdk();
+        MakeConnections();
+        ReadSettings();
+        UpdateCameraList();
     }
     catch (...)
     {
+        // The destructor does not run for a window that was never finished.
+        m_system.Shutdown();
         qDeleteAll(m_generators);
         throw;
     }
@@ -148,23 +152,6 @@ void KoltaClassGenerator::SetIdentity()
     application->setProperty(
         "Description", tr("KoltaClassGenerator is a tool to create camera helper classes for any of the Kolta APIs."));
     application->setProperty("Copyright", tr("Copyright (C) 2026 OPX"));
-}
-
-void KoltaClassGenerator::StartSession()
-{
-    try
-    {
-        StartSdk();
-        MakeConnections();
-        ReadSettings();
-        UpdateCameraList();
-    }
-    catch (...)
-    {
-        // The destructor does not run for a window that was never finished.
-        m_system.Shutdown();
-        throw;
-    }
 }
 
 void KoltaClassGenerator::StartSdk()
@@ -287,9 +274,8 @@ void KoltaClassGenerator::OnCameraSelected()
     UpdateControls();
 }
 
-void KoltaClassGenerator::OnDestinationFolderTextChanged(const QString& text)
+void KoltaClassGenerator::OnDestinationFolderTextChanged(const QString& /*text*/)
 {
-    Q_UNUSED(text);
     UpdateControls();
 }
 
@@ -303,9 +289,8 @@ void KoltaClassGenerator::OnDestinationFolderBrowseClicked()
     UpdateControls();
 }
 
-void KoltaClassGenerator::OnOptionsTabChanged(int tabIndex)
+void KoltaClassGenerator::OnOptionsTabChanged(int /*tabIndex*/)
 {
-    Q_UNUSED(tabIndex);
     UpdateControls();
 }
 

@@ -5,7 +5,7 @@
 #include "ui_KoltaClassGenerator.h"
 
 #include <KoltaCPP/Camera.h>
-#include <KoltaCPP/KoltaTypes.h>
+#include <KoltaCPP/KoltaSystem.h>
 #include <QList>
 #include <QMainWindow>
 #include <QTextStream>
@@ -13,13 +13,6 @@
 #include <string>
 #include <vector>
 
-namespace OPX
-{
-namespace KltAPI
-{
-class KoltaSystem;
-}
-} // namespace OPX
 class CameraObserver;
 class ClassGeneratorBase;
 
@@ -61,7 +54,6 @@ private:
     int NeededHeight() const;
     void SaveHeight();
     static void SetIdentity();
-    void StartSession();
     void StartSdk();
     void MakeConnections();
     void ReadSettings();

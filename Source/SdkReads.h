@@ -9,8 +9,7 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <new>
-#include <stdexcept>
+#include <exception>
 #include <string>
 #include <vector>
 
@@ -37,7 +36,7 @@ bool ReadText(Read read, std::string& text)
         text = buffer.c_str(); // NOLINT(readability-redundant-string-cstr)
         return true;
     }
-    catch (const std::bad_alloc&)
+    catch (const std::exception&)
     {
         return false;
     }
@@ -79,11 +78,7 @@ KltErrorType ReadList(T& object, KltErrorType (Container::*getter)(Item*, unsign
         items.resize(std::min<std::size_t>(items.size(), count));
         list.swap(items);
     }
-    catch (const std::bad_alloc&)
-    {
-        return KltErrorResources;
-    }
-    catch (const std::length_error&)
+    catch (const std::exception&)
     {
         return KltErrorResources;
     }

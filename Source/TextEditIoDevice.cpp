@@ -31,10 +31,8 @@ TextEditIoDevice::TextEditIoDevice(QObject* parent, QTextEdit* textEdit) : QIODe
 {
 }
 
-qint64 TextEditIoDevice::readData(char* data, qint64 maxSize)
+qint64 TextEditIoDevice::readData(char* /*data*/, qint64 /*maxSize*/)
 {
-    Q_UNUSED(data);
-    Q_UNUSED(maxSize);
     return 0;
 }
 

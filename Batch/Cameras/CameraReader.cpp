@@ -107,7 +107,7 @@ KltErrorType ReadOpenCamera(Camera& camera, CameraFeatures& read)
     read.name = TextOf(camera, &Camera::GetName);
     if (!read.description)
         read.description = std::make_shared<const Document>(DescriptionOf(camera));
-    return FeatureInfos::Read(camera, [&read](FeatureInfo& info) { read.features.push_back(std::move(info)); });
+    return FeatureInfos::Read(camera, read.features);
 }
 
 CameraFeatures Read(const CameraChoice& choice)

@@ -40,11 +40,6 @@ CppClassGenerator::CppClassGenerator() : m_ui()
 {
 }
 
-const char* CppClassGenerator::LanguageName() const
-{
-    return "C++";
-}
-
 void CppClassGenerator::SetupUi(QWidget* parent)
 {
     m_ui.setupUi(parent);
@@ -72,11 +67,6 @@ void CppClassGenerator::SetupUi(QWidget* parent)
     connect(m_ui.m_editClassName, SIGNAL(editingFinished()), this, SLOT(OnClassNameEditingFinished()));
 }
 
-QWidget* CppClassGenerator::Widget() const
-{
-    return m_ui.widget;
-}
-
 void CppClassGenerator::ReadSettings()
 {
     QSettings settings;
@@ -91,16 +81,6 @@ void CppClassGenerator::WriteSettings() const
     settings.beginGroup(QLatin1String(SettingsGroup));
     foreach (const Setting& setting, Settings(m_ui))
         settings.setValue(QLatin1String(setting.key), setting.edit->text());
-}
-
-bool CppClassGenerator::OptionsValid() const
-{
-    return Options().IsValid();
-}
-
-QString CppClassGenerator::MissingOption() const
-{
-    return Options().Missing();
 }
 
 void CppClassGenerator::SetCameraName(const char* name)
@@ -168,9 +148,8 @@ void CppClassGenerator::Report(const QString& message)
     emit LogMessage(message);
 }
 
-void CppClassGenerator::OnOptionsTextChanged(const QString& text)
+void CppClassGenerator::OnOptionsTextChanged(const QString& /*text*/)
 {
-    Q_UNUSED(text);
     qDebug("void CppClassGenerator::OnOptionsTextChanged(const QString&)");
     emit OptionsChanged();
 }

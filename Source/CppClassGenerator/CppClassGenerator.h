@@ -17,13 +17,13 @@ class CppClassGenerator : public ClassGeneratorBase, public CppClassWriter
 public:
     CppClassGenerator();
 
-    const char* LanguageName() const override;
+    const char* LanguageName() const override { return "C++"; }
     void SetupUi(QWidget* parent) override;
-    QWidget* Widget() const override;
+    QWidget* Widget() const override { return m_ui.widget; }
     void ReadSettings() override;
     void WriteSettings() const override;
-    bool OptionsValid() const override;
-    QString MissingOption() const override;
+    bool OptionsValid() const override { return Options().IsValid(); }
+    QString MissingOption() const override { return Options().Missing(); }
 
     /// Names class and files after the camera.
     void SetCameraName(const char* name) override;

@@ -14,11 +14,6 @@ using namespace OPX::KltAPI;
 namespace
 {
 
-QString Indentation(int column)
-{
-    return QString(column, QLatin1Char(' '));
-}
-
 void WriteEntries(QTextStream& scratch, const QString& indent, const CppNames& names, const QString& feature,
     const std::vector<EnumEntry>& entries)
 {
@@ -44,7 +39,7 @@ int CppClassWriter::WriteMethodDeclarations(QTextStream& output, int column, con
 int CppClassWriter::WriteMethods(
     QTextStream& output, int column, const FeatureInfos& features, MethodWriter writeMethod)
 {
-    const QString indent = Indentation(column);
+    const QString indent(column, QLatin1Char(' '));
     int count = 0;
     for (const FeatureInfos::CategoryMap::value_type& category : features.Categories())
     {
@@ -88,28 +83,25 @@ void CppClassWriter::WriteDeclaration(
 
 int CppClassWriter::WriteVariableDeclarations(QTextStream& output, int column, const FeatureInfos& features)
 {
-    const QString indent = Indentation(column);
+    const QString indent(column, QLatin1Char(' '));
     const CppNames names = Names();
     int count = 0;
     for (const FeatureInfos::CategoryMap::value_type& category : features.Categories())
     {
-        QString text;
-        QTextStream scratch(&text);
         for (const FeaturePtr& feature : category.second)
         {
             const QString identifier = GetValidIdentifierName(tr(TextOf(*feature, &Feature::GetName).c_str()));
-            scratch << indent << QLatin1String("OPX::KltAPI::FeaturePtr ") << names.Member(identifier) << ';'
-                    << Qt::endl;
+            output << indent << QLatin1String("OPX::KltAPI::FeaturePtr ") << names.Member(identifier)
+                   << QLatin1String(";\n");
             ++count;
         }
-        output << text;
     }
     return count;
 }
 
 int CppClassWriter::WriteEnumDeclarations(QTextStream& output, int column, const FeatureInfos& features)
 {
-    const QString indent = Indentation(column);
+    const QString indent(column, QLatin1Char(' '));
     const CppNames names = Names();
     int count = 0;
     for (const FeatureInfos::EnumMap::value_type& enumeration : features.Enums())

@@ -14,34 +14,25 @@ CppMethod Method(CppMethod::Kind kind, const QString& name, const QString& type)
 
 QList<CppMethod> CppFeature::Methods() const
 {
-    QList<CppMethod> methods = ValueMethods();
-    if (!methods.isEmpty())
-        methods.append({CppMethod::Accessor, names.accessor, QLatin1String(" (OPX::KltAPI::FeaturePtr & feature)")});
-    return methods;
-}
-
-QList<CppMethod> CppFeature::ValueMethods() const
-{
     QList<CppMethod> methods;
+    const auto type = CppClassWriter::SimpleFeatureTypeMap.find(dataType);
     if (dataType == KltFeatureDataEnum)
     {
         methods.append(Method(CppMethod::EnumGetter, names.getter, names.enumType + QLatin1String(" &")));
         if (writable)
-            methods.append(Method(CppMethod::EnumSetter, names.setter, names.enumType));
-        return methods;
+            methods.append(Method(CppMethod::Setter, names.setter, names.enumType));
     }
-    if (dataType == KltFeatureDataCommand)
-    {
+    else if (dataType == KltFeatureDataCommand)
         methods.append({CppMethod::Command, names.identifier, QLatin1String(" ()")});
-        return methods;
+    else if (type != CppClassWriter::SimpleFeatureTypeMap.end())
+    {
+        // Every feature can be asked for its value, also where the camera says that it cannot be read: the SDK's error
+        // is the better answer than a missing method.
+        methods.append(Method(CppMethod::SimpleGetter, names.getter, QLatin1String(type->second.getterType)));
+        if (writable)
+            methods.append(Method(CppMethod::Setter, names.setter, QLatin1String(type->second.setterType)));
     }
-    const auto type = CppClassWriter::SimpleFeatureTypeMap.find(dataType);
-    if (type == CppClassWriter::SimpleFeatureTypeMap.end())
-        return methods;
-    // Every feature can be asked for its value, also where the camera says that it cannot be read: the SDK's error is
-    // the better answer than a missing method.
-    methods.append(Method(CppMethod::SimpleGetter, names.getter, QLatin1String(type->second.getterType)));
-    if (writable)
-        methods.append(Method(CppMethod::SimpleSetter, names.setter, QLatin1String(type->second.setterType)));
+    if (!methods.isEmpty())
+        methods.append({CppMethod::Accessor, names.accessor, QLatin1String(" (OPX::KltAPI::FeaturePtr & feature)")});
     return methods;
 }

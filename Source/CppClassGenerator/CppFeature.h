@@ -22,9 +22,8 @@ struct CppMethod
     enum Kind
     {
         SimpleGetter,
-        SimpleSetter,
         EnumGetter,
-        EnumSetter,
+        Setter,
         Command,
         Accessor ///< Hands out the feature's handle.
     };
@@ -44,9 +43,6 @@ struct CppFeature
     /// All methods of the feature, in the order in which they are written; empty for a data type that has no C++
     /// counterpart.
     QList<CppMethod> Methods() const;
-
-private:
-    QList<CppMethod> ValueMethods() const;
 };
 
 #endif

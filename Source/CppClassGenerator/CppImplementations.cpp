@@ -17,8 +17,7 @@ void WriteWork(QTextStream& scratch, const QString& indent, const CppMethod& met
     case CppMethod::SimpleGetter:
         scratch << indent << QLatin1String("    result = pFeature->GetValue (value);") << Qt::endl;
         break;
-    case CppMethod::SimpleSetter:
-    case CppMethod::EnumSetter:
+    case CppMethod::Setter:
         scratch << indent << QLatin1String("    result = pFeature->SetValue (value);") << Qt::endl;
         break;
     case CppMethod::EnumGetter:

@@ -1,6 +1,5 @@
 #include "CppOptions.h"
 
-#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 
@@ -11,11 +10,6 @@ QString DefaultTemplate(const char* name)
 {
     return QCoreApplication::applicationDirPath() + QDir::separator() + QLatin1String("Templates") + QDir::separator() +
            QLatin1String(name);
-}
-
-bool ExistsAt(const QString& path)
-{
-    return !path.isEmpty() && QFile::exists(path);
 }
 
 } // namespace
@@ -45,9 +39,9 @@ QString CppOptions::Missing() const
         return tr("Enter a header file name.");
     if (sourceFileName.isEmpty())
         return tr("Enter a source file name.");
-    if (!ExistsAt(headerTemplate))
+    if (!QFile::exists(headerTemplate))
         return tr("The header template does not exist.");
-    if (!ExistsAt(sourceTemplate))
+    if (!QFile::exists(sourceTemplate))
         return tr("The source template does not exist.");
     return QString();
 }

@@ -5,7 +5,6 @@
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QIcon>
-#include <QLineEdit>
 #include <QPushButton>
 
 FolderChooserWidget::FolderChooserWidget(QWidget* parent)

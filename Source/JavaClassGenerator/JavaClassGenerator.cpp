@@ -14,11 +14,6 @@ const char Context[] = "JavaOptionsWidget";
 
 } // namespace
 
-const char* JavaClassGenerator::LanguageName() const
-{
-    return "Java";
-}
-
 void JavaClassGenerator::SetupUi(QWidget* parent)
 {
     if (parent->objectName().isEmpty())
@@ -60,11 +55,6 @@ void JavaClassGenerator::AddRow(int row, QLabel*& label, QLineEdit*& edit, const
     label->setBuddy(edit);
 }
 
-QWidget* JavaClassGenerator::Widget() const
-{
-    return widget;
-}
-
 bool JavaClassGenerator::OptionsValid() const
 {
     return !m_editClassName->text().isEmpty() && !m_editClassFileName->text().isEmpty();
@@ -76,9 +66,8 @@ void JavaClassGenerator::SetCameraName(const char* name)
     OnClassNameEditingFinished();
 }
 
-void JavaClassGenerator::OnOptionsTextChanged(const QString& text)
+void JavaClassGenerator::OnOptionsTextChanged(const QString& /*text*/)
 {
-    Q_UNUSED(text);
     emit OptionsChanged();
 }
 

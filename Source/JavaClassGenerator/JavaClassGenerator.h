@@ -14,9 +14,9 @@ class JavaClassGenerator : public ClassGeneratorBase
     Q_OBJECT
 
 public:
-    const char* LanguageName() const override;
+    const char* LanguageName() const override { return "Java"; }
     void SetupUi(QWidget* parent) override;
-    QWidget* Widget() const override;
+    QWidget* Widget() const override { return widget; }
     bool OptionsValid() const override;
 
     /// Names the class after the camera, as it is. \a name is Latin-1.

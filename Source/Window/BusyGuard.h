@@ -1,7 +1,8 @@
 #ifndef BUSYGUARD_H
 #define BUSYGUARD_H
 
-#include <QtGlobal>
+#include <QApplication>
+#include <QCursor>
 
 /// Stands for work that keeps the GUI thread busy: shows the wait cursor while the object lives. What the user presses
 /// meanwhile waits in the event queue.
@@ -10,8 +11,8 @@
 class BusyGuard
 {
 public:
-    BusyGuard();
-    ~BusyGuard();
+    BusyGuard() { QApplication::setOverrideCursor(Qt::WaitCursor); }
+    ~BusyGuard() { QApplication::restoreOverrideCursor(); }
 
 private:
     Q_DISABLE_COPY(BusyGuard)

@@ -4,10 +4,6 @@
 #include <QElapsedTimer>
 #include <QEvent>
 
-CameraList::CameraList(QWidget* parent) : QListWidget(parent)
-{
-}
-
 void CameraList::keyboardSearch(const QString& search)
 {
     // A key that waited while the row before it was read does not come after a pause, which would begin a new search.
@@ -34,9 +30,8 @@ void CameraList::selectionChanged(const QItemSelection& selected, const QItemSel
     MakeSelectedCurrent();
 }
 
-void CameraList::mouseMoveEvent(QMouseEvent* event)
+void CameraList::mouseMoveEvent(QMouseEvent* /*event*/)
 {
-    Q_UNUSED(event);
 }
 
 void CameraList::focusInEvent(QFocusEvent* event)

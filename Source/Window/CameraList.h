@@ -10,7 +10,7 @@
 class CameraList : public QListWidget
 {
 public:
-    explicit CameraList(QWidget* parent = nullptr);
+    using QListWidget::QListWidget;
 
     /// Selects the row that begins with what was typed last.
     void keyboardSearch(const QString& search) override;

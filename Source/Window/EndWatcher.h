@@ -6,16 +6,13 @@
 /// Tells when the program is asked from outside to end: by SIGTERM, SIGHUP or SIGINT, or because the desktop session
 /// ends.
 ///
-/// Made after the application object; one at a time. GUI thread only.
+/// Made after the application object; one for the whole run. GUI thread only.
 class EndWatcher : public QObject
 {
     Q_OBJECT
 
 public:
     EndWatcher();
-
-    /// Gives the signals back to the system.
-    ~EndWatcher() override;
 
 signals:
     /// The program has to end. Emitted from the event loop.

@@ -50,10 +50,6 @@ void AcceptPath(QDropEvent* event)
 
 } // namespace
 
-PathEdit::PathEdit(QWidget* parent) : QLineEdit(parent)
-{
-}
-
 void PathEdit::keyPressEvent(QKeyEvent* event)
 {
     const bool isSelection =
@@ -79,13 +75,11 @@ void PathEdit::contextMenuEvent(QContextMenuEvent* event)
     {
         if (!action->text().startsWith(QLineEdit::tr("&Paste")))
             continue;
-        // In its place one of ours, since its own does not ask us.
-        QAction* paste = new QAction(action->icon(), action->text(), menu);
         const QMimeData* copied = QApplication::clipboard()->mimeData();
-        paste->setEnabled(action->isEnabled() || (copied != nullptr && !PathOfUrl(*copied).isEmpty()));
-        connect(paste, SIGNAL(triggered()), this, SLOT(OnPaste()));
-        menu->insertAction(action, paste);
-        menu->removeAction(action);
+        action->setEnabled(action->isEnabled() || (copied != nullptr && !PathOfUrl(*copied).isEmpty()));
+        // It would paste without asking us.
+        disconnect(action, nullptr, this, nullptr);
+        connect(action, SIGNAL(triggered()), this, SLOT(OnPaste()));
     }
     if (!actions().isEmpty())
         menu->addSeparator();

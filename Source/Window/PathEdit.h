@@ -15,7 +15,7 @@ class PathEdit : public QLineEdit
     Q_OBJECT
 
 public:
-    explicit PathEdit(QWidget* parent = nullptr);
+    using QLineEdit::QLineEdit;
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -1,9 +1,9 @@
 #ifndef TEXTEDITBLOCK_H
 #define TEXTEDITBLOCK_H
 
+#include <QScrollBar>
 #include <QTextCursor>
-
-class QTextEdit;
+#include <QTextEdit>
 
 /// Lays out in one go what is inserted into a text edit while the object lives. Paragraph by paragraph, many of them
 /// take a long time.
@@ -13,8 +13,24 @@ class QTextEdit;
 class TextEditBlock
 {
 public:
-    explicit TextEditBlock(QTextEdit& textEdit);
-    ~TextEditBlock();
+    explicit TextEditBlock(QTextEdit& textEdit)
+        : m_textEdit(textEdit),
+          m_cursor(textEdit.document()),
+          m_scrollBarPolicy(textEdit.verticalScrollBarPolicy()),
+          m_followsEnd(textEdit.verticalScrollBar()->value() == textEdit.verticalScrollBar()->maximum())
+    {
+        // A scroll bar that appears afterwards would make the text narrower, and everything would be laid out again.
+        m_textEdit.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+        m_cursor.beginEditBlock();
+    }
+
+    ~TextEditBlock()
+    {
+        m_cursor.endEditBlock();
+        m_textEdit.setVerticalScrollBarPolicy(m_scrollBarPolicy);
+        if (m_followsEnd)
+            m_textEdit.verticalScrollBar()->setValue(m_textEdit.verticalScrollBar()->maximum());
+    }
 
 private:
     Q_DISABLE_COPY(TextEditBlock)
