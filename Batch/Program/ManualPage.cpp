@@ -66,10 +66,13 @@ std::string ManualPage(const CLI::App& program)
            ".SH ENVIRONMENT\n.TP\n.B KOLTA_TRANSPORTS\nAny of simulated, gige and usb3, separated by commas: where "
            "cameras are looked for.\nAll of them if it is not set or empty.\n"
            ".TP\n.B KOLTA_CAMERA_PATH\nFiles and folders, separated by colons, with descriptions (.xml or .zip) of "
-           "cameras to simulate,\nin addition to those that come with the library.\n"
-           ".SH FILES\nHeader and source are replaced one right after the other. If the program is killed in between, "
-           "the header\nis new and the source still old: generate again. That also removes files that were left "
-           "behind,\nnamed \\&.FILE.kolta\\-classgen\\-PROCESS.\n"
+           "cameras to simulate,\nin addition to those that come with the library and those in the user's folder "
+           "(FILES).\n"
+           ".SH FILES\n.TP\n.I ~/.local/share/KoltaCPP/Cameras\nDescriptions (.xml or .zip) of cameras to simulate; "
+           "in $XDG_DATA_HOME instead of ~/.local/share if that is set.\n.PP\n"
+           "Header and source are replaced one right after the other. If the program is killed in between, the header\n"
+           "is new and the source still old: generate again. That also removes files that were left behind,\n"
+           "named \\&.FILE.kolta\\-classgen\\-PROCESS.\n"
            ".SH EXIT STATUS\n" +
            Escaped(program.get_footer()) + "\n.SH SEE ALSO\n.BR KoltaClassGenerator (1)\n";
 }
