@@ -28,8 +28,10 @@ void ExpandLcAll()
 
 void UseUtf8Locale()
 {
-    if (!WantsUtf8Locale() || std::setlocale(LC_CTYPE, "") == nullptr)
+    if (!WantsUtf8Locale())
         return;
+    // ASCII is what is left of a locale that is not installed.
+    std::setlocale(LC_CTYPE, "");
     if (std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0 || std::setlocale(LC_CTYPE, Utf8) == nullptr)
         return;
     // Qt sets the locale itself, from the environment.

@@ -208,6 +208,7 @@ KoltaSystem::KoltaSystem() : m_impl(nullptr)
 }
 KoltaSystem::~KoltaSystem()
 {
+    static_cast<void>(m_impl); // Or clang++ warns that nobody uses it.
 }
 
 KoltaSystem& KoltaSystem::GetInstance()

@@ -544,7 +544,16 @@ private slots:
 
         // Not even after a failure that nobody foresaw.
         TheScript().meanwhile = {{"Camera::Open", [] { throw std::bad_alloc(); }}};
-        QVERIFY_EXCEPTION_THROWN(List()->setCurrentRow(1), std::bad_alloc);
+        bool failed = false; // Qt 5 and Qt 6 have different macros for this.
+        try
+        {
+            List()->setCurrentRow(1);
+        }
+        catch (const std::bad_alloc&)
+        {
+            failed = true;
+        }
+        QVERIFY(failed);
         QVERIFY(!Waits());
     }
 
