@@ -267,9 +267,9 @@ Element& DocumentBuilder::NewElement()
 
 void DocumentBuilder::TakeAttributes(Element& element, const xmlChar** attributes, int count)
 {
-    for (int i = 0; i < count; ++i)
+    // Of each the name, the prefix, the namespace, and the begin and the end of the value.
+    for (const xmlChar** attribute = attributes; count > 0; attribute += 5, --count)
     {
-        const xmlChar** const attribute = attributes + 5 * i; // Name, prefix, namespace, begin and end of the value.
         const std::string_view name = NameOf(attribute[0]);
         const std::string_view value = ToView(attribute[3], attribute[4]);
         if (attribute[1] != nullptr) // Namespaces mean nothing to the SDK: it knows no attribute of such a name.
@@ -322,7 +322,7 @@ std::string_view DocumentBuilder::InXml(std::string_view text) const
     const xmlParserInput& input = *m_parser->input;
     const char* const base = reinterpret_cast<const char*>(input.base);
     const char* const end = reinterpret_cast<const char*>(input.end);
-    const std::less<const char*> isBefore;
+    const std::less<> isBefore;
     if (isBefore(text.data(), base) || isBefore(end, text.data() + text.size()))
         return std::string_view();
     const std::size_t offset = input.consumed + static_cast<std::size_t>(text.data() - base);

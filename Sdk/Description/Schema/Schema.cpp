@@ -159,6 +159,7 @@ template <class Table>
 std::vector<std::string_view> TagsOf(const Table& table)
 {
     std::vector<std::string_view> tags;
+    tags.reserve(table.size());
     for (const auto& row : table)
         tags.push_back(row.tag);
     return tags;
