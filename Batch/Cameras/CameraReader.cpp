@@ -168,7 +168,7 @@ std::shared_ptr<const Document> ReadDescription(const CameraChoice& choice, Prob
     RequireDescriptions();
     std::shared_ptr<const Document> document;
     WithOpenCamera(choice.serialNumber,
-        [&document](Camera& camera)
+        [&document](const Camera& camera)
         {
             document = std::make_shared<const Document>(DescriptionOf(camera));
             return KltErrorSuccess;

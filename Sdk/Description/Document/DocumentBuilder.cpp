@@ -65,11 +65,11 @@ Problem ProblemOf(const xmlError& error)
 
 void DocumentBuilder::Parse(int firstLine)
 {
-    const ParserPtr parser = NewParser(firstLine);
-    if (!parser)
+    m_parser = NewParser(firstLine);
+    if (!m_parser)
         return Refuse("there is not enough memory");
-    xmlParseDocument(parser.get());
-    if (!m_document.m_problem && parser->wellFormed == 0)
+    xmlParseDocument(m_parser.get());
+    if (!m_document.m_problem && m_parser->wellFormed == 0)
         m_document.m_problem = ProblemOf(m_error);
 }
 
@@ -98,7 +98,6 @@ DocumentBuilder::ParserPtr DocumentBuilder::NewParser(int firstLine)
         parser.get(), XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING | XML_PARSE_HUGE | XML_PARSE_NOENT);
     parser->_private = this;
     parser->input->line = firstLine;
-    m_parser = parser.get();
     return parser;
 }
 
@@ -108,21 +107,21 @@ void DocumentBuilder::Pass(void* context, Take take)
 {
     auto* parser = static_cast<xmlParserCtxt*>(context);
     DocumentBuilder& builder = *static_cast<DocumentBuilder*>(parser->_private);
-    Problem& problem = builder.m_document.m_problem;
-    if (problem)
+    if (builder.m_document.WhyNot())
         return;
     try
     {
         take(builder, *parser->input);
-        if (problem)
-            problem.line = parser->input->line;
     }
     catch (const std::exception& error)
     {
-        problem.text = error.what();
+        builder.Refuse(error.what());
     }
-    if (problem)
-        xmlStopParser(parser);
+    Problem& problem = builder.m_document.m_problem;
+    if (!problem)
+        return;
+    problem.line = parser->input->line;
+    xmlStopParser(parser);
 }
 
 template <class Error>

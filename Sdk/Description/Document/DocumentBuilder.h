@@ -72,7 +72,7 @@ private:
     void Refuse(const char* problem) { m_document.m_problem.text = problem; }
 
     Document& m_document;
-    const xmlParserCtxt* m_parser = nullptr;
+    ParserPtr m_parser{nullptr, &xmlFreeParserCtxt};
     xmlError m_error = {}; ///< The first one of the text itself; others follow from it.
     std::vector<Open> m_open;
     std::size_t m_size = 0; ///< Of Aravis' document.
