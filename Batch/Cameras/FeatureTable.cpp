@@ -15,15 +15,12 @@ using namespace OPX::KltAPI;
 namespace
 {
 
-FeatureRow RowOf(const std::string& category, const FeaturePtr& feature, const FeatureInfos::EnumMap& enums)
+FeatureRow RowOf(const FeatureInfo& info, const std::string& category, const std::vector<EnumEntry>& entries)
 {
-    const FeatureInfo info(feature);
-    FeatureRow row = {category, info.name, TypeName(info.dataType), Has(*feature, KltFeatureFlagsRead),
-        Has(*feature, KltFeatureFlagsWrite)};
-    const auto known = enums.find(info.name);
-    if (known != enums.end())
-        for (const EnumEntry& entry : known->second)
-            row.entries.push_back({TextOf(entry, &EnumEntry::GetName), std::to_string(ValueOf(entry)), {}});
+    FeatureRow row = {category, info.name, TypeName(info.dataType), Has(*info.feature, KltFeatureFlagsRead),
+        Has(*info.feature, KltFeatureFlagsWrite)};
+    for (const EnumEntry& entry : entries)
+        row.entries.push_back({TextOf(entry, &EnumEntry::GetName), std::to_string(ValueOf(entry)), {}});
     return row;
 }
 
@@ -134,6 +131,19 @@ std::string Joined(const std::vector<std::string>& texts)
     return joined;
 }
 
+std::vector<FeatureRow> RowsOf(const CameraFeatures& camera)
+{
+    std::vector<FeatureRow> rows;
+    const Limits limits(camera.description->Root());
+    for (const FeatureInfo& info : camera.features)
+    {
+        rows.push_back(RowOf(info, info.category, info.entries));
+        for (const Limit& limit : limits.Of(info.name))
+            rows.back().limits.push_back({limit, {}});
+    }
+    return rows;
+}
+
 std::vector<FeatureRow> TableOf(const std::vector<CameraFeatures>& cameras)
 {
     CameraFamily family = Unite(cameras);
@@ -144,7 +154,12 @@ std::vector<FeatureRow> TableOf(const std::vector<CameraFeatures>& cameras)
     std::vector<FeatureRow> rows;
     for (const auto& category : catalogue.Categories())
         for (const FeaturePtr& feature : category.second)
-            rows.push_back(RowOf(category.first, feature, catalogue.Enums()));
+        {
+            const FeatureInfo info(feature);
+            const auto entries = catalogue.Enums().find(info.name);
+            rows.push_back(RowOf(
+                info, category.first, entries == catalogue.Enums().end() ? std::vector<EnumEntry>() : entries->second));
+        }
     for (const CameraFeatures& camera : cameras)
         AddCamera(rows, camera);
     return rows;

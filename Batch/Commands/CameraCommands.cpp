@@ -167,8 +167,8 @@ ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after, b
     RequireDescriptions();
     // Never released, since the program ends soon.
     static const auto& cameras = *new std::vector<CameraFeatures>(ReadFeatures({before, after}));
-    auto old = std::async(std::launch::async, [] { return TableOf({cameras.front()}); });
-    const std::vector<FeatureRow> rows = TableOf({cameras.back()});
+    auto old = std::async(std::launch::async, [] { return RowsOf(cameras.front()); });
+    const std::vector<FeatureRow> rows = RowsOf(cameras.back());
     const std::vector<FeatureChange> changes = ChangesBetween(old.get(), rows);
     const auto breaking = static_cast<int>(
         std::count_if(changes.begin(), changes.end(), [](const FeatureChange& change) { return change.isBreaking; }));
