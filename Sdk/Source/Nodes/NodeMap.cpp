@@ -4,6 +4,7 @@
 #include "Formula/Formula.h"
 #include "Nodes/NodeLinks.h"
 #include "Nodes/NodeValues.h"
+#include "Schema/Schema.h"
 
 #include <cmath>
 #include <limits>
@@ -51,7 +52,7 @@ class NodeFormulas
 {
 public:
     explicit NodeFormulas(ArvGcNode* node)
-        : m_integers(ARV_IS_GC_INT_SWISS_KNIFE_NODE(node) || ARV_IS_GC_INT_CONVERTER_NODE(node)),
+        : m_integers(!FindNodeKind(arv_dom_node_get_node_name(ARV_DOM_NODE(node)))->Is(Trait::Real)),
           m_value(ValueNode(node))
     {
         ForEachProperty(
