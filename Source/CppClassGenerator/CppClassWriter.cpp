@@ -15,7 +15,7 @@ CppClassWriter::CppClassWriter()
 
 QString CppClassWriter::GetValidIdentifierName(const QString& name)
 {
-    const QString result = CppNames::Clean(name);
+    QString result = CppNames::Clean(name);
     if (result != name)
         Report(tr("Info: '") + name + QLatin1String("' is not a valid C++ identifier -> changed to '") + result +
                QLatin1String("'!"));
