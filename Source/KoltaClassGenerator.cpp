@@ -403,7 +403,7 @@ void KoltaClassGenerator::UpdateControls()
 /// The first condition that is not met, as a sentence for the user; empty if a run may start.
 QString KoltaClassGenerator::MissingForRun() const
 {
-    const QString missingDestination = MissingDestination();
+    QString missingDestination = MissingDestination();
     const ClassGeneratorBase* generator = CurrentGenerator();
     const bool optionsValid = generator != nullptr && generator->OptionsValid();
     if (m_ui.m_listBoxCameras->selectedItems().isEmpty())

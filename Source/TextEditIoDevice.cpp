@@ -59,8 +59,8 @@ void TextEditIoDevice::AppendParagraph(const QString& text)
     QTextCursor cursor(m_textEdit->document());
     cursor.movePosition(QTextCursor::End);
     QTextBlockFormat format;
-    if (m_startsGroup)
-        format.setTopMargin(m_textEdit->fontMetrics().height() / 2);
+    const int room = m_textEdit->fontMetrics().height() / 2;
+    format.setTopMargin(m_startsGroup ? room : 0);
     m_startsGroup = false;
     if (m_textEdit->document()->isEmpty())
         cursor.setBlockFormat(format);

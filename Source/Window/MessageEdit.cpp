@@ -22,7 +22,7 @@ protected:
         const bool onDark = m_edit.palette().color(QPalette::Base).lightness() < 128;
         for (const char* beginning : Beginnings)
             if (text.startsWith(QLatin1String(beginning)))
-                setFormat(0, text.size(), onDark ? QColor(255, 140, 130) : QColor(176, 0, 32));
+                setFormat(0, static_cast<int>(text.size()), onDark ? QColor(255, 140, 130) : QColor(176, 0, 32));
     }
 
 private:
