@@ -2,9 +2,7 @@
 
 #include "Document/NearestWord.h"
 #include "Document/NodeNames.h"
-#include "Lint/FormulaCheck.h"
 #include "Lint/NodeReport.h"
-#include "Lint/ValueCheck.h"
 #include "Schema/Number.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "Lint/FormulaCheck.h"
+#include "Lint/NodeReport.h"
 
 #include "Formula/Formula.h"
 

@@ -44,6 +44,13 @@ struct Mistakes
     std::vector<Mistake> all;
 };
 
+/// Looks for constants of a node that contradict each other: limits, values of enumerations, bits of registers.
+void CheckValues(const NodeInPlace& node, Mistakes& mistakes);
+
+/// Looks for mistakes in the formulas of a node, and in what they are made of. The SDK would notice them as late as
+/// somebody asks for a value.
+void CheckFormulas(const NodeInPlace& node, Mistakes& mistakes);
+
 } // namespace OPX::KltAPI
 
 #endif

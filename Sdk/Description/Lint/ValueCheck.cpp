@@ -1,4 +1,4 @@
-#include "Lint/ValueCheck.h"
+#include "Lint/NodeReport.h"
 
 #include "Schema/Number.h"
 
