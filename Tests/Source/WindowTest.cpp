@@ -559,7 +559,7 @@ private slots:
 
     void TheMessagesShowWhatTheUserStarted()
     {
-        const auto fill = [this]
+        const auto fill = []
         {
             for (int i = 0; i < 40; ++i)
                 ScriptedSdk::Notify(UpdateTriggerCameraArrived);
