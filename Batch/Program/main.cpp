@@ -24,11 +24,11 @@ void OccupyStandardDescriptors()
             static_cast<void>(open("/dev/null", descriptor == 0 ? O_WRONLY : O_RDONLY));
 }
 
-ExitCode Run(CommandLine& commandLine, int argc, char* argv[])
+ExitCode Run(int argc, char* argv[])
 {
     try
     {
-        return commandLine.Run(argc, argv);
+        return CommandLine().Run(argc, argv);
     }
     catch (const CommandError& error)
     {
@@ -69,6 +69,5 @@ int main(int argc, char* argv[])
     int noArguments = 1;
     const QCoreApplication application(noArguments, argv);
     UseUtf8ForLocale();
-    CommandLine commandLine;
-    return CheckOutput(Run(commandLine, argc, argv));
+    return CheckOutput(Run(argc, argv));
 }

@@ -11,7 +11,7 @@ namespace OPX::KltAPI
 namespace
 {
 
-const double Limit = 9223372036854775808.0; // 2 to the power of 63.
+const double BeyondIntegers = 9223372036854775808.0; // 2 to the power of 63.
 
 Number Truth(bool condition)
 {
@@ -62,7 +62,7 @@ Number RaisedInteger(std::int64_t base, std::int64_t exponent)
 Number Raised(const Number& base, const Number& exponent)
 {
     if (base.IsReal() || exponent.IsReal() || exponent.AsInteger() < 0 ||
-        std::fabs(std::pow(base.AsReal(), exponent.AsReal())) >= Limit)
+        std::fabs(std::pow(base.AsReal(), exponent.AsReal())) >= BeyondIntegers)
         return Number(std::pow(base.AsReal(), exponent.AsReal()));
     return RaisedInteger(base.AsInteger(), exponent.AsInteger());
 }
@@ -201,7 +201,7 @@ std::int64_t Number::AsInteger() const
         return m_integer;
     if (std::isnan(m_real))
         throw FormulaError(FormulaError::NotWhole, "a number is no integer");
-    if (!(m_real >= -Limit && m_real < Limit))
+    if (!(m_real >= -BeyondIntegers && m_real < BeyondIntegers))
         throw FormulaError(FormulaError::Overflow, "a number is too large for an integer");
     return static_cast<std::int64_t>(m_real);
 }

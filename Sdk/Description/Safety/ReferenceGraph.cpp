@@ -9,8 +9,8 @@ namespace OPX::KltAPI
 namespace
 {
 
-const unsigned MaximumDepth = 200;
-const std::uint64_t MaximumSteps = 1000000;
+const unsigned MaximumReferences = 200;
+const std::uint64_t MaximumReferenceSteps = 1000000;
 
 } // namespace
 
@@ -70,9 +70,9 @@ Problem ReferenceGraph::Follow(Index start)
         if (step.next == None)
         {
             node.state = Node::Done;
-            if (node.depth > MaximumDepth)
+            if (node.depth > MaximumReferences)
                 return ProblemOf(node, "depends on too many others in a row");
-            if (node.steps > MaximumSteps)
+            if (node.steps > MaximumReferenceSteps)
                 return ProblemOf(node, "takes too many steps");
             path.pop_back();
             continue;
