@@ -2,6 +2,12 @@
 
 #include "### HEADER_FILE_NAME ###"
 
+// Generated bodies cast and compare as C does, which strict projects forbid.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wold-style-cast"
+#pragma GCC diagnostic ignored "-Wzero-as-null-pointer-constant"
+// NOLINTBEGIN
+
 ### CLASS_NAME ###::### CLASS_NAME ### (const OPX::KltAPI::CameraPtr & camera)
     : m_camera (camera)
 {
@@ -14,3 +20,5 @@ KltErrorType ### CLASS_NAME ###::GetFeatureByName (const char * name, OPX::KltAP
     return m_camera->GetFeatureByName (name, feature);
 }
 ### METHOD_IMPLEMENTATIONS ###
+// NOLINTEND
+#pragma GCC diagnostic pop

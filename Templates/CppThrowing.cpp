@@ -2,6 +2,12 @@
 
 #include "### HEADER_FILE_NAME ###"
 
+// Generated bodies cast and compare as C does, which strict projects forbid.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wold-style-cast"
+#pragma GCC diagnostic ignored "-Wzero-as-null-pointer-constant"
+// NOLINTBEGIN
+
 namespace KoltaCameras
 {
 
@@ -14,7 +20,13 @@ KltErrorType ### CLASS_NAME ###::GetFeatureByName (const char * name, OPX::KltAP
 {
     if (m_camera.get() == NULL)
         return KltErrorBadHandle;
-    return m_camera->GetFeatureByName (name, feature);
+    const int code = m_camera->GetFeatureByName (name, feature);
+    if (code == KltErrorNotFound)
+        throw CameraError (code, std::string ("GetFeatureByName (") + name + ")");
+    return code;
 }
 ### METHOD_IMPLEMENTATIONS ###
 } // namespace KoltaCameras
+
+// NOLINTEND
+#pragma GCC diagnostic pop

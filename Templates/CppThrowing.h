@@ -9,9 +9,28 @@
 #include <stdexcept>
 #include <string>
 
+// Names of generated types begin with an underscore, which strict projects forbid. Not every compiler has the warning.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wpragmas"
+#pragma GCC diagnostic ignored "-Wunknown-warning-option"
+#pragma GCC diagnostic ignored "-Wreserved-identifier"
+// NOLINTBEGIN
+
 // What all classes made from this template share.
 #ifndef KOLTA_CAMERAS_RESULT
 #define KOLTA_CAMERAS_RESULT
+
+// As a default argument: the method that the call is in. Other compilers have no such thing; their messages name none.
+#if defined(__clang__)
+#if __has_builtin(__builtin_FUNCTION)
+#define KOLTA_CAMERAS_METHOD __builtin_FUNCTION ()
+#endif
+#elif defined(__GNUC__)
+#define KOLTA_CAMERAS_METHOD __builtin_FUNCTION ()
+#endif
+#ifndef KOLTA_CAMERAS_METHOD
+#define KOLTA_CAMERAS_METHOD ""
+#endif
 
 namespace KoltaCameras
 {
@@ -20,8 +39,8 @@ namespace KoltaCameras
 class CameraError : public std::runtime_error
 {
 public:
-    explicit CameraError (int code)
-        : std::runtime_error ("The camera answers with the error " + std::to_string (code) + ".")
+    CameraError (int code, const std::string & method)
+        : std::runtime_error (method + (method.empty() ? "" : ": ") + Text (code) + " (" + std::to_string (code) + ")")
         , m_code (code)
     {
     }
@@ -30,6 +49,32 @@ public:
     int Code () const { return m_code; }
 
 private:
+    static const char * Text (int code)
+    {
+        switch (code)
+        {
+        case KltErrorInternalFault: return "The library, a driver or the connection to the camera is at fault";
+        case KltErrorApiNotStarted: return "The SDK is not started";
+        case KltErrorNotFound: return "There is no such camera or feature";
+        case KltErrorBadHandle: return "The handle is empty";
+        case KltErrorDeviceNotOpen: return "The camera is not open";
+        case KltErrorInvalidAccess: return "This is not allowed, or not now";
+        case KltErrorBadParameter: return "A parameter makes no sense";
+        case KltErrorStructSize: return "A struct is of another version of the SDK";
+        case KltErrorMoreData: return "A buffer is too small";
+        case KltErrorWrongType: return "The feature is of another type";
+        case KltErrorInvalidValue: return "The value is out of bounds";
+        case KltErrorTimeout: return "The camera does not answer in time";
+        case KltErrorResources: return "There is not enough memory";
+        case KltErrorInvalidCall: return "This cannot be called from an observer";
+        case KltErrorNoTransportLayer: return "There is no way to reach cameras";
+        case KltErrorNotImplemented: return "The camera or the SDK does not have this";
+        case KltErrorNotSupported: return "This camera does not support it";
+        case KltErrorIncomplete: return "Only some of the registers were read or written";
+        default: return "The camera answers with an error";
+        }
+    }
+
     int m_code;
 };
 
@@ -39,10 +84,10 @@ class Result
 public:
     Result () {}
 
-    Result (int code)
+    Result (int code, const char * method = KOLTA_CAMERAS_METHOD)
     {
         if (code != KltErrorSuccess)
-            throw CameraError (code);
+            throw CameraError (code, method);
     }
 
     operator int () const { return KltErrorSuccess; }
@@ -77,5 +122,8 @@ private:
 };
 
 } // namespace KoltaCameras
+
+// NOLINTEND
+#pragma GCC diagnostic pop
 
 #endif // ### HEADER_FILE_MACRO_NAME ###

@@ -2,6 +2,12 @@
 
 #include "EveryType.h"
 
+// Generated bodies cast and compare as C does, which strict projects forbid.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wold-style-cast"
+#pragma GCC diagnostic ignored "-Wzero-as-null-pointer-constant"
+// NOLINTBEGIN
+
 EveryType::EveryType (const OPX::KltAPI::CameraPtr & camera)
     : m_camera (camera)
 {
@@ -259,3 +265,5 @@ KltErrorType EveryType::GetARegisterFeature (OPX::KltAPI::FeaturePtr & feature)
     return KltErrorSuccess;
 }
 
+// NOLINTEND
+#pragma GCC diagnostic pop
