@@ -312,6 +312,17 @@ TEST_F(Simulated, MasksOfEitherByteOrderAreWritten)
         "GevSCPHostPort = -1: -11", "GevSCPInterfaceIndex = 16: -11", "GevTimestampTrim = 2048: -11"});
 }
 
+TEST_F(Simulated, TheShippedCameraLimitsLocksAndSelects)
+{
+    Open("Sim1-Mono");
+    Expect({"OffsetX = 8: -11", "Width = 2440: 0", "OffsetX = 8: 0", "Width = 2448: -11", "TLParamsLocked = 1: 0",
+        "Width = 1224: -6", "ExposureAuto = 2: 0", "ExposureTime = 50: -6", "ExposureAuto = 0: 0",
+        "ExposureTime = 50: 0", "ExposureAutoLowerLimit = 500000: 0", "ExposureAutoLowerLimit = 500001: -11",
+        "DeviceTemperature: 41.5", "DeviceTemperatureSelector = 1: 0", "DeviceTemperature: 38.25", "LineStatus: 1",
+        "LineSelector = 1: 0", "LineStatus: 0", "UserOutputSelector = 1: 0", "UserOutputValue = 1: 0",
+        "UserOutputValueAll: 2"});
+}
+
 TEST_F(Simulated, NoFormulaEndsTheProcess)
 {
     Write("Formulas.values", "Smallest = -9223372036854775808\n");
