@@ -46,25 +46,30 @@ Number Divided(const Number& dividend, const Number& divisor, bool integers)
     return Number(dividend.AsReal() / divisor.AsReal());
 }
 
-Number RaisedInteger(std::int64_t base, std::int64_t exponent)
+/// The result wraps around if it is too large.
+std::int64_t RaisedInteger(std::int64_t factor, std::int64_t exponent, bool& tooLarge)
 {
-    std::uint64_t result = 1;
-    auto factor = static_cast<std::uint64_t>(base);
+    std::int64_t result = 1;
     for (std::int64_t rest = exponent; rest > 0; rest /= 2)
     {
         if (rest % 2 != 0)
-            result *= factor;
-        factor *= factor;
+            tooLarge = __builtin_mul_overflow(result, factor, &result) || tooLarge;
+        if (rest > 1)
+            tooLarge = __builtin_mul_overflow(factor, factor, &factor) || tooLarge;
     }
-    return Wrapped(result);
+    return result;
 }
 
-Number Raised(const Number& base, const Number& exponent)
+Number Raised(const Number& base, const Number& exponent, bool integers)
 {
-    if (base.IsReal() || exponent.IsReal() || exponent.AsInteger() < 0 ||
-        std::fabs(std::pow(base.AsReal(), exponent.AsReal())) >= BeyondIntegers)
-        return Number(std::pow(base.AsReal(), exponent.AsReal()));
-    return RaisedInteger(base.AsInteger(), exponent.AsInteger());
+    if (!base.IsReal() && !exponent.IsReal() && exponent.AsInteger() >= 0)
+    {
+        bool tooLarge = false;
+        const std::int64_t result = RaisedInteger(base.AsInteger(), exponent.AsInteger(), tooLarge);
+        if (integers || !tooLarge)
+            return Number(result);
+    }
+    return Number(std::pow(base.AsReal(), exponent.AsReal()));
 }
 
 Number Compared(int operation, const Number& left, const Number& right)
@@ -97,17 +102,22 @@ Number Compared(int operation, const Number& left, const Number& right)
     }
 }
 
-Number Summed(int operation, const Number& left, const Number& right)
+Number Summed(int operation, const Number& left, const Number& right, bool integers)
 {
-    if (left.IsReal() || right.IsReal())
+    if (!left.IsReal() && !right.IsReal())
     {
-        const double a = left.AsReal();
-        const double b = right.AsReal();
-        return Number(operation == Add ? a + b : (operation == Subtract ? a - b : a * b));
+        const std::int64_t a = left.AsInteger();
+        const std::int64_t b = right.AsInteger();
+        std::int64_t result = 0;
+        const bool tooLarge = operation == Add        ? __builtin_add_overflow(a, b, &result)
+                              : operation == Subtract ? __builtin_sub_overflow(a, b, &result)
+                                                      : __builtin_mul_overflow(a, b, &result);
+        if (integers || !tooLarge)
+            return Number(result);
     }
-    const auto a = static_cast<std::uint64_t>(left.AsInteger());
-    const auto b = static_cast<std::uint64_t>(right.AsInteger());
-    return Wrapped(operation == Add ? a + b : (operation == Subtract ? a - b : a * b));
+    const double a = left.AsReal();
+    const double b = right.AsReal();
+    return Number(operation == Add ? a + b : (operation == Subtract ? a - b : a * b));
 }
 
 Number CombinedBits(int operation, std::int64_t left, std::int64_t right)
@@ -140,11 +150,11 @@ Number ResultOfTwo(int operation, const Number& left, const Number& right, bool 
     switch (operation)
     {
     case Power:
-        return Raised(left, right);
+        return Raised(left, right, integers);
     case Add:
     case Subtract:
     case Multiply:
-        return Summed(operation, left, right);
+        return Summed(operation, left, right, integers);
     case Divide:
         return Divided(left, right, integers);
     case Remainder:
@@ -162,18 +172,18 @@ Number ResultOfTwo(int operation, const Number& left, const Number& right, bool 
     }
 }
 
-Number Negated(const Number& number)
+Number Negated(const Number& number, bool integers)
 {
-    return number.IsReal() ? Number(-number.AsReal()) : Wrapped(-static_cast<std::uint64_t>(number.AsInteger()));
+    return number.IsReal() ? Number(-number.AsReal()) : Summed(Subtract, Number(std::int64_t(0)), number, integers);
 }
 
-Number ResultOfFunction(std::string_view function, const Number& number)
+Number ResultOfFunction(std::string_view function, const Number& number, bool integers)
 {
     const double real = number.AsReal();
     if (function == "SGN")
         return Number(std::int64_t(real > 0 ? 1 : (real < 0 ? -1 : 0)));
     if (function == "NEG" || (function == "ABS" && real < 0))
-        return Negated(number);
+        return Negated(number, integers);
     if (!number.IsReal() && (function == "ABS" || function == "TRUNC" || function == "FLOOR" || function == "CEIL"))
         return number;
     typedef double (*RealFunction)(double);
@@ -184,13 +194,13 @@ Number ResultOfFunction(std::string_view function, const Number& number)
     return Number(functions.at(function)(real));
 }
 
-Number ResultOfOne(int operation, const Number& number)
+Number ResultOfOne(int operation, const Number& number, bool integers)
 {
     if (operation == Minus)
-        return Negated(number);
+        return Negated(number, integers);
     if (operation == Invert)
         return Number(~number.AsInteger());
-    return ResultOfFunction(FormulaFunctions()[static_cast<std::size_t>(operation - FirstFunction)], number);
+    return ResultOfFunction(FormulaFunctions()[static_cast<std::size_t>(operation - FirstFunction)], number, integers);
 }
 
 } // namespace
@@ -242,7 +252,7 @@ Number Formula::Evaluate(const Variables& variables) const
         else if (step.operation == JumpIfZero)
             i = pop().AsReal() == 0 ? step.index - 1 : i;
         else if (step.operation == Minus || step.operation == Invert || step.operation >= FirstFunction)
-            stack.push_back(taken(ResultOfOne(step.operation, pop())));
+            stack.push_back(taken(ResultOfOne(step.operation, pop(), m_integers)));
         else
         {
             const Number right = pop();

@@ -25,6 +25,9 @@ public:
     bool IsReal() const { return m_isReal; }
     double AsReal() const { return m_isReal ? m_real : static_cast<double>(m_integer); }
 
+    /// In a type that holds both kinds.
+    long double AsWide() const { return m_isReal ? static_cast<long double>(m_real) : m_integer; }
+
     /// Cuts off the fraction. Throws a `FormulaError` if it does not fit.
     std::int64_t AsInteger() const;
 
@@ -80,7 +83,9 @@ private:
 /// Aravis' own evaluator ends the process with a signal when the smallest integer is divided by -1. No check of the
 /// description can see that coming, since the operands are in registers, and there is no way to survive a signal in the
 /// middle of foreign code. So its formulas are evaluated here, where a division handles all cases, and only a formula
-/// without a value fails. Besides, this one skips the branch that a condition does not choose, as in "x=0 ? 0 : 1/x".
+/// without a value fails. Sums, products and powers of integers wrap around in 64 bits where there are only integers;
+/// elsewhere one that is too large is a real number. Besides, this one skips the branch that a condition does not
+/// choose, as in "x=0 ? 0 : 1/x".
 class Formula
 {
 public:

@@ -141,6 +141,7 @@ void FormulaParser::Unary()
         else if (!Take("+"))
             break;
     }
+    m_isNegated = !signs.empty() && signs.back() == Minus;
     Operand();
     for (auto sign = signs.rbegin(); sign != signs.rend(); ++sign)
         Put(*sign);
@@ -178,7 +179,10 @@ void FormulaParser::Literal()
     if (!hexadecimal)
     {
         const auto fraction = std::from_chars(begin, end, real);
-        isReal = fraction.ec == std::errc() && (fraction.ptr != whole.ptr || integer > INT64_MAX);
+        // There is one negative integer more.
+        const std::uint64_t largest =
+            static_cast<std::uint64_t>(INT64_MAX) + (m_isNegated && m_formula.m_integers ? 1 : 0);
+        isReal = fraction.ec == std::errc() && (fraction.ptr != whole.ptr || integer > largest);
         if (isReal || whole.ec != std::errc())
             used = fraction.ptr;
         if (fraction.ec != std::errc())

@@ -82,6 +82,7 @@ private:
     std::string m_name;      ///< which is called like this,
     std::string_view m_rest; ///< and what is left of it.
     int m_depth = 0;
+    bool m_isNegated = false; ///< The operand that follows.
 };
 
 } // namespace OPX::KltAPI
