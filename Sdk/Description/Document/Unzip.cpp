@@ -48,7 +48,8 @@ bool IsXml(archive_entry* entry)
 {
     const char* path = archive_entry_pathname_utf8(entry);
     path = path != nullptr ? path : archive_entry_pathname(entry);
-    return path != nullptr && HasExtension(path, ".xml");
+    // A name is lost if it is not in UTF-8 where the archive says so.
+    return path == nullptr || HasExtension(path, ".xml");
 }
 
 /// The file that the archive is at. Its stated size is not trusted either.
