@@ -339,7 +339,8 @@ TEST_F(Simulated, EveryNodeOnTheWayToAValueCounts)
         "Mode = 2: -6", "Mode = 3: -11", "Copied = 5: 0", "First: 5", "Second: 5", "Gain = 99.9: 0", "Gain = 0.75: -11",
         "Unlimited = 0.3: 0", "Unlimited = 1e300: -14", "First: 0", "Text: code -14", "Text = a: -14",
         "Label = abcd: 0", "Label: abcd", "Label = abcde: -11", "Chunk: code -6", "Chunk = 1: -6", "Event: code -6",
-        "ExtendedNode: 5", "AllBits = 4294967296: 0", "AllBits: 4294967296"});
+        "EventNumber: 36865", "ChunkSelf: code -6", "ChunkSwitch = 1: 0", "ChunkSwitch: 1", "ExtendedNode: 5",
+        "AllBits = 4294967296: 0", "AllBits: 4294967296"});
 }
 
 TEST_F(Simulated, ACameraWhoseFileGoesDoesNotAnswer)

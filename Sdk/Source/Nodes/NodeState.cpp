@@ -87,8 +87,9 @@ bool DeliveredNodes::Contain(ArvGcNode* node)
     const auto known = m_known.emplace(node, false);
     if (!known.second)
         return known.first->second;
-    bool delivered =
-        ARV_IS_GC_STRUCT_ENTRY_NODE(node) && Contain(ARV_GC_NODE(arv_dom_node_get_parent_node(ARV_DOM_NODE(node))));
+    bool comesWithData = false;
+    bool isElsewhere = ARV_IS_GC_STRUCT_ENTRY_NODE(node);
+    bool delivered = isElsewhere && Contain(ARV_GC_NODE(arv_dom_node_get_parent_node(ARV_DOM_NODE(node))));
     ForEachProperty(node,
         [&](ArvGcPropertyNode* property, ArvGcPropertyNodeType type)
         {
@@ -96,20 +97,26 @@ bool DeliveredNodes::Contain(ArvGcNode* node)
             {
             case ARV_GC_PROPERTY_NODE_TYPE_CHUNK_ID:
             case ARV_GC_PROPERTY_NODE_TYPE_EVENT_ID:
-                delivered = true;
+                comesWithData = true;
+                break;
+            case ARV_GC_PROPERTY_NODE_TYPE_VALUE:
+            case ARV_GC_PROPERTY_NODE_TYPE_FORMULA:
+                isElsewhere = true;
                 break;
             case ARV_GC_PROPERTY_NODE_TYPE_P_VALUE:
             case ARV_GC_PROPERTY_NODE_TYPE_P_VARIABLE:
             case ARV_GC_PROPERTY_NODE_TYPE_P_VALUE_INDEXED:
             case ARV_GC_PROPERTY_NODE_TYPE_P_VALUE_DEFAULT:
             case ARV_GC_PROPERTY_NODE_TYPE_P_PORT:
+                isElsewhere = true;
                 delivered = delivered || Contain(arv_gc_property_node_get_linked_node(property));
                 break;
             default:
                 break;
             }
         });
-    return m_known[node] = delivered;
+    // A node whose value is elsewhere only tells which data belongs to it: an integer with the number of an event.
+    return m_known[node] = delivered || (comesWithData && !isElsewhere);
 }
 
 } // namespace OPX::KltAPI
