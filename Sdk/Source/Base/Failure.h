@@ -6,6 +6,7 @@
 
 #include <glib.h>
 
+#include <exception>
 #include <utility>
 
 namespace OPX::KltAPI
@@ -65,3 +66,15 @@ Failure Perform(Call call)
 } // namespace OPX::KltAPI
 
 #endif
+/// What \a work returns. No exception leaves the library, nor goes through one that is written in C.
+template <class Work>
+Failure Caught(Work work)
+try
+{
+    return work();
+}
+catch (const std::exception&) // Out of memory.
+{
+    return KltErrorResources;
+}
+

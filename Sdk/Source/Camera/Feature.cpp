@@ -4,6 +4,7 @@
 #include "Camera/Impls.h"
 #include "Nodes/NodeValues.h"
 
+#include "Transport/RegisterDevice.h"
 #include <algorithm>
 
 namespace OPX::KltAPI
@@ -17,15 +18,16 @@ KltErrorType Use(const Feature::Impl& feature, bool rightType, KltFeatureFlagsTy
 {
     if (!rightType)
         return KltErrorWrongType;
-    return feature.session->Use(feature.data.nodeName,
-        [&](ArvGcFeatureNode* node, const Connection& connection) -> Failure
-        {
-            if ((feature.data.flags & wanted) == 0 || feature.data.isDelivered)
-                return KltErrorInvalidAccess;
-            if (Failure failure = CheckState(node, wanted == KltFeatureFlagsWrite, connection.takeUnknown))
-                return failure;
-            return access(node, connection);
-        });
+    const auto use = [&](ArvGcFeatureNode* node, const Connection& connection) -> Failure
+    {
+        if ((feature.data.flags & wanted) == 0 || feature.data.isDelivered)
+            return KltErrorInvalidAccess;
+        const ReadOnce readOnce(connection.device.get());
+        if (Failure failure = CheckState(node, wanted == KltFeatureFlagsWrite, connection.takeUnknown))
+            return failure;
+        return access(node, connection);
+    };
+    return Caught([&] { return feature.session->Use(feature.data.nodeName, use); }).code;
 }
 
 /// Reads a number; \a take gets it if that succeeds.

@@ -1,11 +1,116 @@
 #include "Transport/RegisterDevice.h"
 
+#include <algorithm>
+#include <map>
+#include <utility>
+#include <vector>
+
 namespace OPX::KltAPI
 {
 namespace
 {
 
 const char RegistersKey[] = "kolta-registers";
+
+/// Long registers are not worth the memory.
+const std::uint32_t LongestRemembered = 64;
+
+/// What a camera in a network asks of those who use its registers: it reads and writes whole words only. While it is
+/// told to remember, no word is read twice, unless something was written in between.
+class WordRegisters : public RegisterAccess
+{
+public:
+    explicit WordRegisters(std::unique_ptr<RegisterAccess> camera) : m_camera(std::move(camera)) {}
+
+    void Remember(bool remember)
+    {
+        m_remembers = remember;
+        m_known.clear();
+    }
+
+    Failure ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer) override
+    {
+        if (address % 4 == 0 && size % 4 == 0)
+            return ReadWords(address, size, buffer);
+        Bytes words = WordsAround(address, size);
+        Failure failure = ReadWords(address - address % 4, SizeOf(words), words.data());
+        if (!failure)
+            std::copy_n(words.data() + address % 4, size, buffer);
+        return failure;
+    }
+
+    Failure WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer) override
+    {
+        m_known.clear();
+        if (address % 4 == 0 && size % 4 == 0)
+            return m_camera->WriteMemory(address, size, buffer);
+        // What stands beside the range is in its first word and in its last one.
+        Bytes words = WordsAround(address, size);
+        const std::uint64_t begin = address - address % 4;
+        const std::uint32_t last = SizeOf(words) - 4;
+        Failure failure = ReadWords(begin, 4, words.data());
+        if (!failure && last != 0)
+            failure = ReadWords(begin + last, 4, words.data() + last);
+        if (failure)
+            return failure;
+        std::copy_n(buffer, size, words.data() + address % 4);
+        m_known.clear();
+        return m_camera->WriteMemory(begin, SizeOf(words), words.data());
+    }
+
+    Failure ReadRegister(std::uint64_t address, std::uint32_t& value) override
+    {
+        std::uint32_t word = 0;
+        const auto ask = [&]
+        {
+            Failure failure = m_camera->ReadRegister(address, value);
+            word = GUINT32_TO_BE(value);
+            return failure;
+        };
+        auto* const bytes = reinterpret_cast<std::uint8_t*>(&word);
+        Failure failure = address % 4 == 0 ? Remembered(address, 4, bytes, ask) : ReadMemory(address, 4, bytes);
+        value = GUINT32_FROM_BE(word);
+        return failure;
+    }
+
+    Failure WriteRegister(std::uint64_t address, std::uint32_t value) override
+    {
+        m_known.clear();
+        const std::uint32_t word = GUINT32_TO_BE(value);
+        return address % 4 == 0 ? m_camera->WriteRegister(address, value)
+                                : WriteMemory(address, 4, reinterpret_cast<const std::uint8_t*>(&word));
+    }
+
+private:
+    typedef std::vector<std::uint8_t> Bytes;
+
+    static Bytes WordsAround(std::uint64_t address, std::uint32_t size)
+    {
+        return Bytes((address % 4 + size + 3) / 4 * 4);
+    }
+    static std::uint32_t SizeOf(const Bytes& words) { return static_cast<std::uint32_t>(words.size()); }
+
+    Failure ReadWords(std::uint64_t address, std::uint32_t size, std::uint8_t* words)
+    {
+        return Remembered(address, size, words, [&] { return m_camera->ReadMemory(address, size, words); });
+    }
+
+    template <class Ask>
+    Failure Remembered(std::uint64_t address, std::uint32_t size, std::uint8_t* words, Ask ask)
+    {
+        const auto known = m_known.find({address, size});
+        if (known != m_known.end())
+            return std::copy_n(known->second.begin(), size, words), KltErrorSuccess;
+        Failure failure = ask();
+        if (!failure && m_remembers && size <= LongestRemembered)
+            m_known[{address, size}] = Bytes(words, words + size);
+        return failure;
+    }
+
+    const std::unique_ptr<RegisterAccess> m_camera;
+    bool m_remembers = false;
+    std::map<std::pair<std::uint64_t, std::uint32_t>, Bytes> m_known; ///< By address and size.
+};
 
 RegisterAccess& RegistersOf(ArvDevice* device)
 {
@@ -14,24 +119,29 @@ RegisterAccess& RegistersOf(ArvDevice* device)
 
 gboolean ReadMemory(ArvDevice* device, guint64 address, guint32 size, void* buffer, GError** error)
 {
-    return PassOn(RegistersOf(device).ReadMemory(address, size, static_cast<std::uint8_t*>(buffer)), error);
+    return PassOn(
+        Caught([&] { return RegistersOf(device).ReadMemory(address, size, static_cast<std::uint8_t*>(buffer)); }),
+        error);
 }
 
 /// \tparam Buffer a pointer to void, or to const void in newer versions of Aravis
 template <class Buffer>
 gboolean WriteMemory(ArvDevice* device, guint64 address, guint32 size, Buffer buffer, GError** error)
 {
-    return PassOn(RegistersOf(device).WriteMemory(address, size, static_cast<const std::uint8_t*>(buffer)), error);
+    return PassOn(
+        Caught(
+            [&] { return RegistersOf(device).WriteMemory(address, size, static_cast<const std::uint8_t*>(buffer)); }),
+        error);
 }
 
 gboolean ReadRegister(ArvDevice* device, guint64 address, guint32* value, GError** error)
 {
-    return PassOn(RegistersOf(device).ReadRegister(address, *value), error);
+    return PassOn(Caught([&] { return RegistersOf(device).ReadRegister(address, *value); }), error);
 }
 
 gboolean WriteRegister(ArvDevice* device, guint64 address, guint32 value, GError** error)
 {
-    return PassOn(RegistersOf(device).WriteRegister(address, value), error);
+    return PassOn(Caught([&] { return RegistersOf(device).WriteRegister(address, value); }), error);
 }
 
 const char* NoXml(ArvDevice* /*device*/, size_t* size)
@@ -77,12 +187,31 @@ GType NewType(GType parent, const char* name)
 
 ObjectPtr<ArvDevice> NewRegisterDevice(std::unique_ptr<RegisterAccess> registers, DeviceKind kind)
 {
+    if (kind == DeviceKind::GigEVision)
+        registers = std::make_unique<WordRegisters>(std::move(registers));
     static const GType plain = NewType(ARV_TYPE_DEVICE, "KoltaDevice");
     static const GType gigEVision = NewType(ARV_TYPE_GV_DEVICE, "KoltaGigEVisionDevice");
     ObjectPtr<ArvDevice> device(ARV_DEVICE(g_object_new(kind == DeviceKind::GigEVision ? gigEVision : plain, nullptr)));
     g_object_set_data_full(G_OBJECT(device.get()), RegistersKey, registers.release(),
         [](gpointer access) { delete static_cast<RegisterAccess*>(access); });
     return device;
+}
+
+ReadOnce::ReadOnce(ArvDevice* device) : m_device(device)
+{
+    Remember(true);
+}
+
+ReadOnce::~ReadOnce()
+{
+    Remember(false);
+}
+
+void ReadOnce::Remember(bool remember) const
+{
+    auto* const registers = static_cast<RegisterAccess*>(g_object_get_data(G_OBJECT(m_device), RegistersKey));
+    if (auto* const words = dynamic_cast<WordRegisters*>(registers))
+        words->Remember(remember);
 }
 
 } // namespace OPX::KltAPI
