@@ -69,10 +69,10 @@ TEST_F(Aravis, EvaluatesTheFormulasOfItsOwnNodeMapsAndWeThoseOfOurs)
             nodes += "<" + kind + " Name='" + kind + formula[0] + "'><Formula>" + formula + "</Formula><FormulaTo>" +
                      formula + "</FormulaTo><FormulaFrom>" + formula + "</FormulaFrom><pValue>V</pValue></" + kind +
                      ">";
-    const std::string xml = Description({}, nodes);
+    const SafeDescription description = CheckDescription(Description({}, nodes), std::string());
     const ObjectPtr<ArvDevice> device = NewRegisterDevice(std::make_unique<SparseMemory>(), DeviceKind::Plain);
-    const ObjectPtr<ArvGc> ours = NewNodeMap(device.get(), xml);
-    const ObjectPtr<ArvGc> other(arv_gc_new(device.get(), xml.data(), xml.size()));
+    const ObjectPtr<ArvGc> ours = NewNodeMap(device.get(), description);
+    const ObjectPtr<ArvGc> other(arv_gc_new(device.get(), description.xml.data(), description.xml.size()));
     for (const std::string& kind : kinds)
     {
         SCOPED_TRACE(kind);
@@ -87,6 +87,7 @@ TEST_F(Aravis, TakesOurDeviceForOneOfItsOwnAndRunsNoneOfTheirCode)
     std::string xml =
         Description({}, "<IntReg Name='R'><Address>0</Address><Length>4</Length><pPort>Device</pPort></IntReg>");
     xml.replace(xml.find("SchemaMinorVersion='1'"), 22, "SchemaMinorVersion='0'");
+    const SafeDescription description = CheckDescription(xml, std::string());
     for (const DeviceKind kind : {DeviceKind::Plain, DeviceKind::GigEVision})
     {
         const bool isGigE = kind == DeviceKind::GigEVision;
@@ -96,7 +97,7 @@ TEST_F(Aravis, TakesOurDeviceForOneOfItsOwnAndRunsNoneOfTheirCode)
         ObjectPtr<ArvDevice> device = NewRegisterDevice(std::make_unique<Witness>(told), kind);
         EXPECT_EQ(ARV_IS_GV_DEVICE(device.get()) != FALSE, isGigE);
         EXPECT_TRUE(g_initable_init(G_INITABLE(device.get()), nullptr, nullptr)) << "somebody looked for a camera";
-        EXPECT_EQ(Ask(NewNodeMap(device.get(), xml), "R"), isGigE ? "we" : "16843009");
+        EXPECT_EQ(Ask(NewNodeMap(device.get(), description), "R"), isGigE ? "we" : "16843009");
         EXPECT_EQ(Count("/proc/self/task") + Count("/proc/self/fd"), before);
         device.reset();
         EXPECT_EQ(told, isGigE ? "register end" : "memory end");

@@ -2,8 +2,6 @@
 #include "SdkFixture.h"
 #include "Transport/RegisterDevice.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <map>
 #include <utility>
@@ -77,6 +75,59 @@ protected:
     ArvGc* m_nodes = nullptr;
 };
 
+TEST_F(Registers, LimitsFollowFromAllNodesOnTheWay)
+{
+    OpenWords(CAMERAS "/Ranges.xml");
+    Expect({"Exposure = 5000.5: 0", "Raw: 5001", "Exposure = 9.4: -11", "Exposure = 50000.5: 0", "Raw: 50000",
+        "Exposure = 50001: -11", "Stepped = 14: 0", "Stepped = 14.5: -11", "Stepped = 16: -11", "Ticks = 2.3: 0",
+        "Raw: 18", "Ticks = 126: -11", "Doubled = 11: 0", "Raw: 22", "Doubled = 12: -11", "Percent = 57: 0",
+        "Fraction: 0.57", "Percent = 7: 0", "Percent = 57.1: -11", "OffsetX = 0: 0", "OffsetX = 100: -11",
+        "OffsetX = -1: -11", "OffsetX = 70000: -11", "OffsetX: 0", "Room = 65536: 0", "OffsetX = 65535: 0",
+        "OffsetX = 65536: -11", "Wide = -1: 0", "Wide: -1", "Eight: -1", "Eight = -2: 0", "Wide = 4294967296: 0",
+        "Eight: 4294967296", "Falling = 1000: 0", "Raw: 1", "Falling = 10: 0", "Raw: 100", "Falling = 9.9: -11",
+        "Falling = 1001: -11", "Binning = 4: 0", "Binning = 3: -11", "Indexed = 20.4: 0", "Raw: 20", "Index = 1: 0",
+        "Indexed = 20.4: -11", "Indexed = 8: -11"});
+}
+
+TEST_F(Registers, ListsOfValuesAreEntries)
+{
+    OpenWords(CAMERAS "/Ranges.xml");
+    std::vector<EnumEntry> entries;
+    ASSERT_EQ(ReadList(*Feature("Binning"), &Feature::GetEntries, entries), 0);
+    std::string names;
+    for (const EnumEntry& entry : entries)
+        names += Text(entry, &EnumEntry::GetName) + " ";
+    EXPECT_EQ(names, "1 2 4 ");
+    unsigned int count = 0;
+    EXPECT_EQ(Feature("Room")->GetEntries(nullptr, count), KltErrorWrongType);
+}
+
+TEST_F(Registers, WhatWasReadCanBeWritten)
+{
+    OpenWords(CAMERAS "/Ranges.xml");
+    const struct
+    {
+        const char* name;
+        KltInt64_t first, last, step;
+    } rows[] = {{"Hundredths", 0, 2400, 1}, {"Decibels", 65536, 655360, 301}, {"Falling", 1, 100, 1},
+        {"Exposure", 10, 2000, 1}, {"Ticks", 10, 998, 4}};
+    const FeaturePtr raw = Feature("Raw");
+    for (const auto& row : rows)
+    {
+        const FeaturePtr feature = Feature(row.name);
+        int lost = 0;
+        for (KltInt64_t r = row.first; r <= row.last; r = r < row.last ? std::min(r + row.step, row.last) : r + 1)
+        {
+            double value = 0;
+            KltInt64_t after = 0;
+            const bool kept = raw->SetValue(r) == 0 && feature->GetValue(value) == 0 && feature->SetValue(value) == 0 &&
+                              raw->GetValue(after) == 0 && after == r;
+            lost += kept ? 0 : 1;
+        }
+        EXPECT_EQ(lost, 0) << row.name;
+    }
+}
+
 TEST_F(Registers, OfOtherSizesAreInTheWordsAroundThem)
 {
     OpenWords(CAMERAS "/Words.xml");
@@ -95,4 +146,33 @@ TEST_F(Registers, AreReadOnceInACall)
     for (const auto& read : m_log.reads)
         EXPECT_EQ(read.second, 1) << read.first;
     Expect({"Width: 60", "Width = 101: -11", "Limits = 655370: 0", "Width = 60: -11"});
+}
+
+TEST_F(Registers, StayAsTheyAreWhenWhatTheySayIsWritten)
+{
+    int written = 0;
+    for (const int step : {0, 1, 37})
+        for (const std::string folder : {"/", "/../../Generated/Cameras/", "/../../../Sdk/Cameras/"})
+            for (const auto& file : std::filesystem::directory_iterator(CAMERAS + folder))
+            {
+                m_log.step = static_cast<std::uint8_t>(step);
+                OpenWords(file);
+                for (const FeaturePtr& feature : Features())
+                {
+                    const std::string name = Text(*feature, &Feature::GetName);
+                    const NodeChain chain = ValueChain(ARV_GC_FEATURE_NODE(arv_gc_get_node(m_nodes, name.c_str())));
+                    const bool isConverted = std::any_of(
+                        chain.begin(), chain.end(), [](ArvGcFeatureNode* node) { return ARV_IS_GC_CONVERTER(node); });
+                    const auto rewrite = [&](auto value)
+                    { return feature->GetValue(value) == 0 && feature->SetValue(value) == 0; };
+                    if (!ARV_IS_GC_REGISTER(chain.back()) || isConverted)
+                        continue;
+                    feature->SetValue(KltInt64_t(64));
+                    feature->SetValue(1.7);
+                    m_log.changes = 0;
+                    written += rewrite(KltInt64_t(0)) || rewrite(0.0) ? 1 : 0;
+                    EXPECT_EQ(m_log.changes, 0) << file.path() << ' ' << name;
+                }
+            }
+    EXPECT_GT(written, 40);
 }

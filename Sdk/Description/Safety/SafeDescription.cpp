@@ -4,10 +4,12 @@
 #include "Document/DocumentLimits.h"
 #include "Document/Texts.h"
 #include "Safety/ReferenceGraph.h"
+#include "Schema/Number.h"
 
 #include <cstdlib>
 #include <exception>
 #include <filesystem>
+#include <sstream>
 #include <utility>
 
 namespace OPX::KltAPI
@@ -50,6 +52,8 @@ private:
         const ElementKind* const kind = element.element;
         if (kind != nullptr && (kind->Is(ElementKind::Decides) || IsLength(element) || IsCopy(element)))
             return CheckText(element, parent, owner);
+        if (element.tag == "ValidValueSet")
+            TakeValues(std::string(element.Text()), m_description.validValues[m_graph.NameOf(owner)]);
         const Index node = NodeFor(element, owner);
         for (const Element& child : element)
             Visit(child, element, node);
@@ -92,6 +96,14 @@ private:
         const std::string_view offset = element.AttributeOf("pOffset");
         if (!offset.empty())
             m_graph.AddReference(owner, m_graph.NodeOf(Trimmed(offset)));
+    }
+
+    static void TakeValues(const std::string& text, std::vector<std::int64_t>& values)
+    {
+        std::istringstream stream(text);
+        for (std::string value; std::getline(stream, value, ';');)
+            if (const std::string number = Trimmed(value); !number.empty())
+                values.push_back(DescriptionNumber(number, true).Integer());
     }
 
     static bool IsOutOfBounds(const Element& element, bool ofNumber)

@@ -3,6 +3,7 @@
 
 #include "Document/Document.h"
 
+#include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -14,6 +15,9 @@ namespace OPX::KltAPI
 /// Aravis ignores them.
 typedef std::unordered_map<std::string, std::vector<std::string>> ValueCopies;
 
+/// The only values of nodes, by their names. Aravis ignores them, too.
+typedef std::unordered_map<std::string, std::vector<std::int64_t>> ValidValues;
+
 /// A camera's description that is safe to give to Aravis: well-formed, and without anything that brings down its parser
 /// or its evaluation.
 struct SafeDescription
@@ -21,6 +25,7 @@ struct SafeDescription
     std::string xml;       ///< Empty where there is a problem.
     std::string modelName; ///< Human-readable; never empty.
     ValueCopies copies;
+    ValidValues validValues;
     Problem problem; ///< Why the description cannot be used.
 };
 

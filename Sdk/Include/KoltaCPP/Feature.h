@@ -49,11 +49,12 @@ public:
     KltErrorType GetFlags(KltFeatureFlagsType& flags) const;
 
     /// The entries of an enumeration, in the order of the camera's description: those that the camera has, whether they
-    /// are available now or not.
+    /// are available now or not. Of an integer that takes a few values only, which its description lists, these values;
+    /// the name of each is the number.
     /// \param entries room for \a count entries. With a null pointer, as from `data()` of an empty vector, the call
     ///     only stores how many there are.
     /// \param count the length of \a entries; afterwards the number of entries
-    /// \return `KltErrorWrongType` for a feature of another type, `KltErrorMoreData` when \a count is too small
+    /// \return `KltErrorWrongType` for all other features, `KltErrorMoreData` when \a count is too small
     KltErrorType GetEntries(EnumEntry* entries, unsigned int& count);
 
     /// \name Values
@@ -64,7 +65,7 @@ public:
     ///  - `KltErrorInvalidAccess`: it cannot be read or written, or not now; the entry is not available now; or the
     ///    value comes with images or events and not from a register
     ///  - `KltErrorInvalidValue`: the value is out of bounds, not a whole number of increments above the minimum, of
-    ///    the wrong length, or not an entry of the enumeration
+    ///    the wrong length, not an entry of the enumeration, or not in the integer's list of values
     ///  - `KltErrorNotFound`: the camera was opened again and its description no longer has the feature, or a formula
     ///    of the description needs something that is not in it
     ///  - `KltErrorTimeout`: the camera does not answer or is gone, or other threads kept it busy
@@ -91,7 +92,8 @@ public:
     /// Sets an integer or, by the entry's value, an enumeration.
     KltErrorType SetValue(KltInt64_t value);
 
-    /// Sets a float. NaN is out of bounds.
+    /// Sets a float. NaN is out of bounds. The camera gets the nearest value that it can hold: where the feature stands
+    /// on an integer, the value is rounded, and only then compared with the limits.
     KltErrorType SetValue(double value);
 
     /// Sets a string. The bytes go to the camera as they are; a null pointer gives `KltErrorBadParameter`.

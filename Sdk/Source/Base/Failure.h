@@ -54,6 +54,17 @@ private:
     GError* m_error = nullptr;
 };
 
+/// Makes a call with room for an error, and throws that.
+template <class Call>
+auto Checked(Call call)
+{
+    CallError error;
+    const auto result = call(error.Out());
+    if (error.Get() != nullptr)
+        throw CallError(std::move(error));
+    return result;
+}
+
 /// Makes a call with room for an error.
 template <class Call>
 Failure Perform(Call call)
@@ -63,9 +74,6 @@ Failure Perform(Call call)
     return error.Code();
 }
 
-} // namespace OPX::KltAPI
-
-#endif
 /// What \a work returns. No exception leaves the library, nor goes through one that is written in C.
 template <class Work>
 Failure Caught(Work work)
@@ -78,3 +86,6 @@ catch (const std::exception&) // Out of memory.
     return KltErrorResources;
 }
 
+} // namespace OPX::KltAPI
+
+#endif

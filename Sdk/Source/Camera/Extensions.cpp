@@ -17,9 +17,9 @@ namespace
 SafeDescription Checked(std::string xml, const char* modelName)
 {
     SafeDescription description;
-    // Few descriptions copy values. The name of an element is in ASCII in each encoding that passes the check.
-    if (xml.find("pValueCopy") != std::string::npos)
-        description.copies = CheckDescription(xml, modelName).copies;
+    // Few descriptions have these. The name of an element is in ASCII in each encoding that passes the check.
+    if (xml.find("pValueCopy") != std::string::npos || xml.find("ValidValueSet") != std::string::npos)
+        description = CheckDescription(xml, modelName);
     description.xml = std::move(xml);
     description.modelName = modelName;
     return description;

@@ -2,9 +2,10 @@
 
 #include "Base/TwoCalls.h"
 #include "Camera/Impls.h"
+#include "Nodes/NodeRange.h"
 #include "Nodes/NodeValues.h"
-
 #include "Transport/RegisterDevice.h"
+
 #include <algorithm>
 
 namespace OPX::KltAPI
@@ -46,13 +47,13 @@ KltErrorType GetNumber(const Feature::Impl& feature, bool rightType, Take take)
 }
 
 /// Writes a number that is in the node's range, and its copies.
-Failure SetNumber(ArvGcFeatureNode* node, const Connection& connection, const Number& value)
+Failure SetNumber(ArvGcFeatureNode* node, Number value)
 {
-    if (Failure failure = CheckRange(ARV_GC_NODE(node), value))
+    if (Failure failure = FitIntoRange(ARV_GC_NODE(node), value))
         return failure;
     if (Failure failure = Perform([&](GError** error) { WriteNumber(ARV_GC_NODE(node), value, error); }))
         return failure;
-    return WriteCopies(node, value, connection.description->copies);
+    return WriteCopies(node, value);
 }
 
 /// Whether the camera has this entry, and has it now.
@@ -147,7 +148,7 @@ KltErrorType Feature::GetFlags(KltFeatureFlagsType& flags) const
 
 KltErrorType Feature::GetEntries(EnumEntry* entries, unsigned int& count)
 {
-    if (m_impl->data.dataType != KltFeatureDataEnum)
+    if (m_impl->data.dataType != KltFeatureDataEnum && m_impl->data.entries.empty())
         return KltErrorWrongType;
     return DeliverList(m_impl->data.entries, entries, count);
 }
@@ -191,15 +192,14 @@ KltErrorType Feature::SetValue(KltInt64_t value)
             Failure failure;
             if (isEnum)
                 failure = CheckEntry(ARV_GC_ENUMERATION(node), m_impl->data, value, connection.takeUnknown);
-            return failure ? failure : SetNumber(node, connection, Number(static_cast<std::int64_t>(value)));
+            return failure ? failure : SetNumber(node, Number(static_cast<std::int64_t>(value)));
         });
 }
 
 KltErrorType Feature::SetValue(double value)
 {
     return Use(*m_impl, m_impl->data.dataType == KltFeatureDataFloat, KltFeatureFlagsWrite,
-        [&](ArvGcFeatureNode* node, const Connection& connection)
-        { return SetNumber(node, connection, Number(value)); });
+        [&](ArvGcFeatureNode* node, const Connection&) { return SetNumber(node, Number(value)); });
 }
 
 KltErrorType Feature::SetValue(const char* value)

@@ -2,6 +2,7 @@
 
 #include "Camera/Impls.h"
 #include "Document/Texts.h"
+#include "Nodes/NodeRange.h"
 #include "Nodes/NodeValues.h"
 
 #include <algorithm>
@@ -84,6 +85,9 @@ void FeatureReader::ReadFeature(ArvGcFeatureNode* node, const std::string& path)
     data.isDelivered = m_delivered.Contain(ARV_GC_NODE(node));
     if (data.dataType == KltFeatureDataEnum)
         data.entries = ReadEntries(ARV_GC_ENUMERATION(node));
+    else if (data.dataType == KltFeatureDataInt)
+        for (const std::int64_t value : ValidValuesOf(ARV_GC_NODE(node)))
+            data.entries.push_back(EnumEntry(new EnumEntry::Impl{std::to_string(value), value}));
     m_features.push_back(std::move(data));
 }
 

@@ -3,6 +3,7 @@
 #include "Base/Failure.h"
 #include "Formula/Formula.h"
 #include "Nodes/NodeLinks.h"
+#include "Nodes/NodeRange.h"
 #include "Nodes/NodeValues.h"
 #include "Schema/Schema.h"
 
@@ -29,17 +30,6 @@ std::string NameOf(ArvGcPropertyNode* property)
 {
     const char* name = arv_gc_property_node_get_name(property);
     return name == nullptr ? std::string() : name;
-}
-
-/// Calls \a call with room for an error, and throws that.
-template <class Call>
-auto Checked(Call call)
-{
-    CallError error;
-    const auto result = call(error.Out());
-    if (error.Get() != nullptr)
-        throw CallError(std::move(error));
-    return result;
 }
 
 Number ValueOf(ArvGcNode* node)
@@ -106,7 +96,7 @@ private:
 };
 
 const char FormulasKey[] = "kolta-formulas";
-const char OwnKey[] = "kolta-own-formulas";
+const char DescriptionKey[] = "kolta-description";
 
 /// Null for nodes of node maps that others made.
 NodeFormulas* FormulasOf(gpointer node)
@@ -115,7 +105,7 @@ NodeFormulas* FormulasOf(gpointer node)
     if (known != nullptr)
         return known;
     ArvGc* nodeMap = arv_gc_node_get_genicam(ARV_GC_NODE(node));
-    if (nodeMap == nullptr || g_object_get_data(G_OBJECT(nodeMap), OwnKey) == nullptr)
+    if (nodeMap == nullptr || g_object_get_data(G_OBJECT(nodeMap), DescriptionKey) == nullptr)
         return nullptr;
     auto* const formulas = new NodeFormulas(ARV_GC_NODE(node));
     g_object_set_data_full(G_OBJECT(node), FormulasKey, formulas,
@@ -157,63 +147,43 @@ Number ReadFormula(gpointer node, NodeFormulas& formulas)
                : formulas.Evaluate(ARV_GC_PROPERTY_NODE_TYPE_FORMULA);
 }
 
-void Require(bool sound)
-{
-    if (!sound)
-        throw Failure(KltErrorInvalidValue, {"A converted value is out of range"});
-}
-
-/// What a converter makes of \a value is rounded to the nearest integer: 0.29 * 100 is less than 29.
-gint64 Nearest(const Number& value)
-{
-    if (!value.IsReal())
-        return value.AsInteger();
-    Require(std::fabs(value.AsReal()) < 9.2e18);
-    return std::llround(value.AsReal());
-}
-
-Number LimitOf(ArvGcNode* node, bool maximum)
-{
-    return Checked([=](GError** error) { return ReadLimit(node, maximum, error); });
-}
-
-/// Whether \a value is within a limit of the node, if it has one.
-bool IsWithin(ArvGcNode* node, const Number& value, bool maximum)
-{
-    CallError error;
-    const double limit = ReadLimit(node, maximum, error.Out()).AsReal();
-    return error.Get() != nullptr || (maximum ? value.AsReal() <= limit : value.AsReal() >= limit);
-}
-
 void WriteConverted(NodeFormulas& formulas, const Number& value)
 {
     Number converted = formulas.Evaluate(ARV_GC_PROPERTY_NODE_TYPE_FORMULA_TO, {"FROM", value});
     ArvGcNode* node = formulas.Value();
-    Require(!std::isnan(converted.AsReal()));
     if (!ARV_IS_GC_INTEGER(node) && !ARV_IS_GC_FLOAT(node))
         throw Failure(KltErrorNotFound, {"A converter needs a node that is not there"});
-    if (ARV_IS_GC_INTEGER(node))
-        converted = Number(Nearest(converted));
-    Require(IsWithin(node, converted, false) && IsWithin(node, converted, true));
+    if (Failure failure = FitIntoRange(node, converted, true))
+        throw Failure(failure.code, {"A converted value " + failure.reason.text});
     Checked([&](GError** error) { return WriteNumber(node, converted, error), true; });
 }
 
-/// The limit of what a converter yields. If it cannot be evaluated, there is none.
-double ConvertedLimit(NodeFormulas& formulas, bool maximum)
+/// A limit as a formula gets it: an integer that is none becomes infinite.
+Number LimitOf(const Range& range, long double limit)
 {
-    const double none = maximum ? G_MAXDOUBLE : -G_MAXDOUBLE;
+    const bool isNone = limit <= static_cast<long double>(INT64_MIN) || limit >= static_cast<long double>(INT64_MAX);
+    if (range.whole && !isNone)
+        return Number(static_cast<std::int64_t>(limit));
+    return Number(range.whole ? std::copysign(HUGE_VAL, static_cast<double>(limit)) : static_cast<double>(limit));
+}
+
+/// The limit of what a converter yields. If it cannot be evaluated, there is none.
+long double ConvertedLimit(NodeFormulas& formulas, bool maximum)
+{
+    const long double none = maximum ? HUGE_VALL : -HUGE_VALL;
     CallError ignored;
     return Guarded(none, ignored.Out(),
         [&]
         {
-            double limits[2];
-            for (const bool each : {false, true})
-                limits[each ? 1 : 0] =
-                    formulas.Evaluate(ARV_GC_PROPERTY_NODE_TYPE_FORMULA_FROM, {"TO", LimitOf(formulas.Value(), each)})
-                        .AsReal();
-            return std::isnan(limits[0] + limits[1]) ? none
-                   : maximum                         ? std::fmax(limits[0], limits[1])
-                                                     : std::fmin(limits[0], limits[1]);
+            const Range range = RangeOf(formulas.Value());
+            const auto convert = [&](long double limit)
+            {
+                const Number number = LimitOf(range, limit);
+                return formulas.Evaluate(ARV_GC_PROPERTY_NODE_TYPE_FORMULA_FROM, {"TO", number}).AsWide();
+            };
+            const long double one = convert(range.minimum);
+            const long double other = convert(range.maximum); // A formula can fall.
+            return std::isnan(one + other) ? none : maximum ? std::fmax(one, other) : std::fmin(one, other);
         });
 }
 
@@ -268,8 +238,8 @@ Value GetLimit(Node* node, GError** error)
     NodeFormulas* formulas = FormulasOf(node);
     if (formulas == nullptr)
         return Maximum ? Original(node).get_max(node, error) : Original(node).get_min(node, error);
-    const double limit = ConvertedLimit(*formulas, Maximum);
-    if (std::is_same_v<Value, double> || std::fabs(limit) < 9.2e18)
+    const long double limit = ConvertedLimit(*formulas, Maximum);
+    if (std::is_same_v<Value, double> || std::fabs(limit) < static_cast<long double>(INT64_MAX))
         return static_cast<Value>(limit);
     return limit < 0 ? std::numeric_limits<Value>::lowest() : std::numeric_limits<Value>::max();
 }
@@ -316,15 +286,22 @@ std::mutex& ParserLock()
     return mutex;
 }
 
-ObjectPtr<ArvGc> NewNodeMap(ArvDevice* device, const std::string& xml)
+ObjectPtr<ArvGc> NewNodeMap(ArvDevice* device, const SafeDescription& description)
 {
     static std::once_flag installed;
     std::call_once(installed, InstallAll);
     const std::lock_guard<std::mutex> lock(ParserLock());
-    ObjectPtr<ArvGc> nodeMap(arv_gc_new(device, xml.data(), xml.size()));
+    ObjectPtr<ArvGc> nodeMap(arv_gc_new(device, description.xml.data(), description.xml.size()));
     if (nodeMap)
-        g_object_set_data(G_OBJECT(nodeMap.get()), OwnKey, nodeMap.get());
+        g_object_set_data(G_OBJECT(nodeMap.get()), DescriptionKey, const_cast<SafeDescription*>(&description));
     return nodeMap;
+}
+
+const SafeDescription& DescriptionOf(ArvGcNode* node)
+{
+    static const SafeDescription none;
+    const gpointer known = g_object_get_data(G_OBJECT(arv_gc_node_get_genicam(node)), DescriptionKey);
+    return known == nullptr ? none : *static_cast<const SafeDescription*>(known);
 }
 
 } // namespace OPX::KltAPI

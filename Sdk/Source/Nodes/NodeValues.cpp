@@ -3,83 +3,12 @@
 #include "Base/Failure.h"
 #include "Document/DocumentLimits.h"
 #include "Nodes/NodeLinks.h"
-#include "Schema/Number.h"
+#include "Nodes/NodeMap.h"
 
 #include <cstring>
-#include <utility>
 
 namespace OPX::KltAPI
 {
-namespace
-{
-
-/// The limits of a node, of an integer or a float.
-template <class Value>
-struct Limits
-{
-    Value minimum;
-    Value maximum;
-    Value increment;
-};
-
-template <class Value, class Node>
-Failure ReadLimits(Node* node, Value (*minimum)(Node*, GError**), Value (*maximum)(Node*, GError**),
-    Value (*increment)(Node*, GError**), Limits<Value>& limits)
-{
-    const std::pair<Value (*)(Node*, GError**), Value*> questions[] = {
-        {minimum, &limits.minimum}, {maximum, &limits.maximum}, {increment, &limits.increment}};
-    for (const auto& question : questions)
-    {
-        CallError error;
-        const Value delivered = question.first(node, error.Out());
-        if (error.Get() == nullptr)
-            *question.second = delivered;
-        // There is none: every masked register answers like this.
-        else if (!g_error_matches(error.Get(), ARV_GC_ERROR, ARV_GC_ERROR_PROPERTY_NOT_DEFINED))
-            return error.Code();
-    }
-    return KltErrorSuccess;
-}
-
-/// According to Aravis, only 0 fits into a mask of all 64 bits.
-bool IsMaskOfAllBits(ArvGcInteger* node, const Limits<gint64>& limits)
-{
-    return limits.minimum == 0 && limits.maximum == 0 &&
-           ARV_IS_GC_MASKED_INT_REG_NODE(ValueChain(ARV_GC_FEATURE_NODE(node)).back());
-}
-
-Failure Fit(bool onIncrement)
-{
-    if (onIncrement)
-        return KltErrorSuccess;
-    return {KltErrorInvalidValue, {"is not a whole number of increments above the minimum"}};
-}
-
-Failure CheckInteger(ArvGcInteger* node, gint64 value)
-{
-    Limits<gint64> limits = {G_MININT64, G_MAXINT64, 1};
-    Failure failure = ReadLimits(node, arv_gc_integer_get_min, arv_gc_integer_get_max, arv_gc_integer_get_inc, limits);
-    if (failure || IsMaskOfAllBits(node, limits))
-        return failure;
-    if (value < limits.minimum || value > limits.maximum)
-        return KltErrorInvalidValue;
-    return Fit(IsOnIncrement(value, limits.minimum, limits.increment));
-}
-
-Failure CheckFloat(ArvGcFloat* node, double value)
-{
-    Limits<double> limits = {-G_MAXDOUBLE, G_MAXDOUBLE, 0};
-    if (Failure failure = ReadLimits(node, arv_gc_float_get_min, arv_gc_float_get_max, arv_gc_float_get_inc, limits))
-        return failure;
-    if (!(value >= limits.minimum && value <= limits.maximum))
-        return KltErrorInvalidValue;
-    // Without an increment it is the smallest number that there is, without a minimum that is the largest one.
-    return Fit(limits.increment <= G_MINDOUBLE || limits.minimum <= -G_MAXFLOAT ||
-               IsOnIncrement(value, limits.minimum, limits.increment));
-}
-
-} // namespace
-
 KltFeatureDataType DataTypeOf(ArvGcNode* node)
 {
     if (ARV_IS_GC_ENUMERATION(node))
@@ -123,21 +52,6 @@ Number ReadNumber(ArvGcNode* node, GError** error)
     }
 }
 
-Number ReadLimit(ArvGcNode* node, bool maximum, GError** error)
-{
-    switch (DataTypeOf(node))
-    {
-    case KltFeatureDataEnum:
-    case KltFeatureDataInt:
-        return Number((maximum ? arv_gc_integer_get_max : arv_gc_integer_get_min)(ARV_GC_INTEGER(node), error));
-    case KltFeatureDataFloat:
-        return Number((maximum ? arv_gc_float_get_max : arv_gc_float_get_min)(ARV_GC_FLOAT(node), error));
-    default:
-        PassOn({KltErrorNotFound, {"A converter needs a node that is not there"}}, error);
-        return Number();
-    }
-}
-
 void WriteNumber(ArvGcNode* node, const Number& value, GError** error)
 {
     switch (DataTypeOf(node))
@@ -156,19 +70,6 @@ void WriteNumber(ArvGcNode* node, const Number& value, GError** error)
         break;
     default:
         break;
-    }
-}
-
-Failure CheckRange(ArvGcNode* node, const Number& value)
-{
-    switch (DataTypeOf(node))
-    {
-    case KltFeatureDataInt:
-        return CheckInteger(ARV_GC_INTEGER(node), value.AsInteger());
-    case KltFeatureDataFloat:
-        return CheckFloat(ARV_GC_FLOAT(node), value.AsReal());
-    default:
-        return KltErrorSuccess;
     }
 }
 
@@ -244,9 +145,10 @@ Failure WriteBytes(ArvGcRegister* node, const UcharVector& value)
     return Perform([&](GError** error) { arv_gc_register_set(node, value.data(), length, error); });
 }
 
-Failure WriteCopies(ArvGcFeatureNode* node, const Number& value, const ValueCopies& copies)
+Failure WriteCopies(ArvGcFeatureNode* node, const Number& value)
 try
 {
+    const ValueCopies& copies = DescriptionOf(ARV_GC_NODE(node)).copies;
     for (ArvGcFeatureNode* each : copies.empty() ? NodeChain() : ValueChain(node))
     {
         const char* name = arv_gc_feature_node_get_name(each);

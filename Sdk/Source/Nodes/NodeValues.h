@@ -2,13 +2,11 @@
 #define NODEVALUES_H
 
 /// \file
-/// Values of nodes, whatever their access: KltErrorInvalidValue is for what is out of range, off the increment or of
-/// the wrong length.
+/// Values of nodes, whatever their access and their range: KltErrorInvalidValue is for what has the wrong length.
 
 #include "Base/Failure.h"
 #include "Formula/Formula.h"
 #include "KoltaCPP/KoltaTypes.h"
-#include "Safety/SafeDescription.h"
 
 #include <arv.h>
 
@@ -27,15 +25,8 @@ KltErrorType CodeOf(const FormulaError& error);
 /// The value of an integer, a float, an enumeration or a boolean.
 Number ReadNumber(ArvGcNode* node, GError** error);
 
-/// A limit of an integer or a float.
-Number ReadLimit(ArvGcNode* node, bool maximum, GError** error);
-
 /// Sets the value of an integer, a float, an enumeration or a boolean; does nothing to other nodes.
 void WriteNumber(ArvGcNode* node, const Number& value, GError** error);
-
-/// Whether an integer or a float may get this value. If it is within the limits, but not a whole number of increments
-/// above the minimum, the failure has a reason.
-Failure CheckRange(ArvGcNode* node, const Number& value);
 
 /// Whether the node's value can be fetched: that no register on the way to it is unreasonably long. The length can come
 /// from another register and be anything. Aravis fetches a register as a whole, and the process ends if there is not
@@ -53,7 +44,7 @@ Failure WriteBytes(ArvGcRegister* node, const UcharVector& value);
 
 /// Writes \a value, which was written to \a node, to the copies of the node and of those behind it. Links that lead
 /// nowhere are ignored.
-Failure WriteCopies(ArvGcFeatureNode* node, const Number& value, const ValueCopies& copies);
+Failure WriteCopies(ArvGcFeatureNode* node, const Number& value);
 
 } // namespace OPX::KltAPI
 

@@ -40,7 +40,7 @@ struct Connection
         if (checked->problem)
             return {KltErrorOther, checked->problem};
         description = std::move(checked);
-        nodeMap = NewNodeMap(device.get(), description->xml);
+        nodeMap = NewNodeMap(device.get(), *description);
         return nodeMap ? KltErrorSuccess : KltErrorOther;
     }
 };

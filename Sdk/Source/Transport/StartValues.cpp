@@ -3,6 +3,7 @@
 #include "Base/Failure.h"
 #include "Base/Report.h"
 #include "Document/Texts.h"
+#include "Nodes/NodeRange.h"
 #include "Nodes/NodeValues.h"
 
 #include <fstream>
@@ -39,6 +40,20 @@ Failure ApplyBytes(ArvGcRegister* node, const std::string& value)
     return error.Get() == nullptr ? Failure() : Wrong(error.Get()->message);
 }
 
+Failure ApplyNumber(ArvGcNode* node, bool isReal, const std::string& value)
+{
+    char* end = nullptr;
+    Number number = isReal ? Number(g_ascii_strtod(value.c_str(), &end))
+                           : Number(static_cast<std::int64_t>(g_ascii_strtoll(value.c_str(), &end, 0)));
+    if (value.empty() || *end != '\0')
+        return Wrong("'" + value + "' is not a number");
+    if (Failure failure = FitIntoRange(node, number))
+        return Wrong("'" + value + "' " + (failure.reason ? failure.reason.text : "cannot be set"));
+    CallError error;
+    WriteNumber(node, number, error.Out());
+    return error.Get() == nullptr ? Failure() : Wrong(error.Get()->message);
+}
+
 Failure Apply(ArvGc* nodeMap, const std::string& line)
 {
     const std::size_t equals = line.find('=');
@@ -54,11 +69,8 @@ Failure Apply(ArvGc* nodeMap, const std::string& line)
     const KltFeatureDataType type = DataTypeOf(node);
     if (type == KltFeatureDataRaw)
         return ApplyBytes(ARV_GC_REGISTER(node), value);
-    const Failure failure = CheckRange(node,
-        type == KltFeatureDataFloat ? Number(g_ascii_strtod(value.c_str(), nullptr))
-                                    : Number(static_cast<std::int64_t>(g_ascii_strtoll(value.c_str(), nullptr, 0))));
-    if (failure.reason)
-        return Wrong("'" + value + "' " + failure.reason.text);
+    if (type == KltFeatureDataInt || type == KltFeatureDataFloat)
+        return ApplyNumber(node, type == KltFeatureDataFloat, value);
     CallError error;
     arv_gc_feature_node_set_value_from_string(ARV_GC_FEATURE_NODE(node), value.c_str(), error.Out());
     return error.Get() == nullptr ? Failure() : Wrong(error.Get()->message);
@@ -75,9 +87,7 @@ void ApplyStartValues(ArvGc* nodeMap, const std::filesystem::path& descriptionFi
     std::ifstream file(path);
     // Even what can never be written in the camera itself may be set here.
     const ArvAccessCheckPolicy policy = arv_gc_get_access_check_policy(nodeMap);
-    const ArvRangeCheckPolicy ranges = arv_gc_get_range_check_policy(nodeMap);
     arv_gc_set_access_check_policy(nodeMap, ARV_ACCESS_CHECK_POLICY_DISABLE);
-    arv_gc_set_range_check_policy(nodeMap, ARV_RANGE_CHECK_POLICY_ENABLE);
     int number = 0;
     for (std::string line; std::getline(file, line);)
     {
@@ -88,7 +98,6 @@ void ApplyStartValues(ArvGc* nodeMap, const std::filesystem::path& descriptionFi
             Report(path.string() + ":" + std::to_string(number) + ": " + failure.reason.text);
     }
     arv_gc_set_access_check_policy(nodeMap, policy);
-    arv_gc_set_range_check_policy(nodeMap, ranges);
 }
 
 } // namespace OPX::KltAPI
