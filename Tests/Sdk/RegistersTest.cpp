@@ -2,6 +2,8 @@
 #include "SdkFixture.h"
 #include "Transport/RegisterDevice.h"
 
+#include <unistd.h>
+
 #include <algorithm>
 #include <map>
 #include <utility>
@@ -175,4 +177,42 @@ TEST_F(Registers, StayAsTheyAreWhenWhatTheySayIsWritten)
                 }
             }
     EXPECT_GT(written, 40);
+}
+
+/// As those of Aravis did, which keeps a copy of every register.
+TEST_F(Registers, TakeNoMemoryOnceTheyAreRead)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "what is freed stays";
+#endif
+    std::string nodes;
+    std::vector<std::string> names;
+    for (const std::string kind : {"Register", "StringReg"})
+        for (int i = 0; i < 8; ++i)
+        {
+            names.push_back(kind + std::to_string(i));
+            nodes += "<" + kind + " Name='" + names.back() + "'><Address>0</Address><Length>16777216</Length>" +
+                     "<AccessMode>RW</AccessMode><pPort>Device</pPort></" + kind + ">";
+        }
+    nodes += "<Register Name='Huge'><Address>0</Address><Length>16777217</Length><pPort>Device</pPort></Register>";
+    names.push_back("Huge");
+    Write("Large.xml", Description(names, nodes));
+    Open("Large");
+    EXPECT_EQ(Get("Huge"), "code -14");
+    names.pop_back();
+    const auto pages = []
+    {
+        long total = 0, resident = 0;
+        std::ifstream("/proc/self/statm") >> total >> resident;
+        return resident;
+    };
+    const long before = pages();
+    for (const std::string& name : names)
+    {
+        UcharVector bytes;
+        std::string text;
+        EXPECT_EQ(Feature(name)->GetValue(bytes) * Feature(name)->GetValue(text), 0) << name;
+        EXPECT_EQ(bytes.size() + text.size(), 16777216u);
+    }
+    EXPECT_LT((pages() - before) * sysconf(_SC_PAGESIZE), 32 << 20);
 }

@@ -18,8 +18,11 @@ const std::size_t MaximumNesting = 16;
 /// Of elements and attributes. The versions of GenApi have had some hundred.
 const std::size_t MaximumNames = 10000;
 
-/// In bytes. Registers are a few bytes long, sometimes a few kilobytes.
+/// In bytes. Registers are a few bytes long, sometimes a few kilobytes. Those with a number are shorter: Aravis keeps a
+/// copy of each one. A description may have longer ones than what is read and written at once.
 const long long MaximumRegisterLength = 64LL << 20;
+const long long MaximumNumberLength = 1024;
+const long long MaximumValueLength = 16LL << 20;
 
 /// What Aravis' document of a description may take, in bytes, and what its parts take there (measured, and rounded up).
 /// A document of this size takes six seconds to parse. That of a camera with 100,000 features of five elements each

@@ -109,7 +109,7 @@ private:
     static bool IsOutOfBounds(const Element& element, bool ofNumber)
     {
         const long long length = std::strtoll(std::string(element.Text()).c_str(), nullptr, 0);
-        return length < (ofNumber ? 1 : 0) || length > MaximumRegisterLength;
+        return length < (ofNumber ? 1 : 0) || length > (ofNumber ? MaximumNumberLength : MaximumRegisterLength);
     }
 
     SafeDescription& m_description;

@@ -70,7 +70,8 @@ public:
     ///    of the description needs something that is not in it
     ///  - `KltErrorTimeout`: the camera does not answer or is gone, or other threads kept it busy
     ///  - `KltErrorOther`: a formula of the description has no value
-    ///  - `KltErrorResources`: a length or the result of a formula is unreasonably large
+    ///  - `KltErrorResources`: a length (of more than 16 MiB) or the result of a formula is unreasonably large, or
+    ///    there is not enough memory
     ///  - from cameras in a network and on USB also what `KltErrorCode` names for a connection that fails
     /// @{
 

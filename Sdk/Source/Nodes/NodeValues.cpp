@@ -5,10 +5,32 @@
 #include "Nodes/NodeLinks.h"
 #include "Nodes/NodeMap.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace OPX::KltAPI
 {
+namespace
+{
+
+/// Reads or writes a register, past its node: that would keep a copy of it for as long as the node map lives.
+template <class Function>
+Failure Transfer(Function transfer, ArvGcRegister* node, UcharVector& bytes)
+{
+    ArvGcNode* port = nullptr;
+    ForEachProperty(ARV_GC_NODE(node), [&port](ArvGcPropertyNode* property, ArvGcPropertyNodeType type)
+        { port = type == ARV_GC_PROPERTY_NODE_TYPE_P_PORT ? arv_gc_property_node_get_linked_node(property) : port; });
+    if (!ARV_IS_GC_PORT(port))
+        return KltErrorNotFound;
+    CallError error;
+    const guint64 address = arv_gc_register_get_address(node, error.Out());
+    if (error.Get() == nullptr && !bytes.empty())
+        transfer(ARV_GC_PORT(port), bytes.data(), address, bytes.size(), error.Out());
+    return error.Code();
+}
+
+} // namespace
+
 KltFeatureDataType DataTypeOf(ArvGcNode* node)
 {
     if (ARV_IS_GC_ENUMERATION(node))
@@ -77,30 +99,22 @@ Failure ReadLength(ArvGcRegister* node, guint64& length)
 {
     CallError error;
     length = arv_gc_register_get_length(node, error.Out());
-    if (error.Get() == nullptr && length > static_cast<guint64>(MaximumRegisterLength))
+    if (error.Get() == nullptr && length > static_cast<guint64>(MaximumValueLength))
         return KltErrorResources;
     return error.Code();
 }
 
-Failure CheckLength(ArvGcFeatureNode* node)
-{
-    for (ArvGcFeatureNode* each : ValueChain(node))
-    {
-        guint64 length = 0;
-        if (!ARV_IS_GC_REGISTER(each))
-            continue;
-        if (Failure failure = ReadLength(ARV_GC_REGISTER(each), length))
-            return failure;
-        if (length == 0)
-            return KltErrorInvalidValue;
-    }
-    return KltErrorSuccess;
-}
-
 Failure ReadText(ArvGcString* node, std::string& value)
 {
-    if (Failure failure = CheckLength(ARV_GC_FEATURE_NODE(node)))
-        return failure;
+    ArvGcFeatureNode* const last = ValueChain(ARV_GC_FEATURE_NODE(node)).back();
+    if (ARV_IS_GC_REGISTER(last) && ARV_IS_GC_STRING(last))
+    {
+        UcharVector bytes;
+        Failure failure = ReadBytes(ARV_GC_REGISTER(last), bytes);
+        if (!failure)
+            value.assign(bytes.begin(), std::find(bytes.begin(), bytes.end(), '\0'));
+        return failure || !bytes.empty() ? failure : KltErrorInvalidValue;
+    }
     CallError error;
     const char* text = arv_gc_string_get_value(node, error.Out());
     if (error.Get() == nullptr)
@@ -114,18 +128,24 @@ Failure ReadBytes(ArvGcRegister* node, UcharVector& value)
     if (Failure failure = ReadLength(node, length))
         return failure;
     UcharVector bytes(length);
-    CallError error;
-    if (length > 0)
-        arv_gc_register_get(node, bytes.data(), length, error.Out());
-    if (error.Get() == nullptr)
+    Failure failure = Transfer(arv_gc_port_read, node, bytes);
+    if (!failure)
         value.swap(bytes);
-    return error.Code();
+    return failure;
 }
 
 Failure WriteText(ArvGcString* node, const char* value)
 {
-    if (Failure failure = CheckLength(ARV_GC_FEATURE_NODE(node)))
-        return failure;
+    ArvGcFeatureNode* const last = ValueChain(ARV_GC_FEATURE_NODE(node)).back();
+    if (ARV_IS_GC_REGISTER(last) && ARV_IS_GC_STRING(last))
+    {
+        guint64 length = 0;
+        if (Failure failure = ReadLength(ARV_GC_REGISTER(last), length))
+            return failure;
+        UcharVector bytes(value, value + std::strlen(value));
+        bytes.resize(std::max<std::size_t>(bytes.size(), length));
+        return WriteBytes(ARV_GC_REGISTER(last), bytes);
+    }
     CallError error;
     const gint64 maximum = arv_gc_string_get_max_length(node, error.Out());
     if (error.Get() != nullptr)
@@ -142,7 +162,8 @@ Failure WriteBytes(ArvGcRegister* node, const UcharVector& value)
         return failure;
     if (value.size() != length || length == 0)
         return KltErrorInvalidValue;
-    return Perform([&](GError** error) { arv_gc_register_set(node, value.data(), length, error); });
+    UcharVector bytes = value;
+    return Transfer(arv_gc_port_write, node, bytes);
 }
 
 Failure WriteCopies(ArvGcFeatureNode* node, const Number& value)

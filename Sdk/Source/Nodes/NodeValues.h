@@ -28,13 +28,7 @@ Number ReadNumber(ArvGcNode* node, GError** error);
 /// Sets the value of an integer, a float, an enumeration or a boolean; does nothing to other nodes.
 void WriteNumber(ArvGcNode* node, const Number& value, GError** error);
 
-/// Whether the node's value can be fetched: that no register on the way to it is unreasonably long. The length can come
-/// from another register and be anything. Aravis fetches a register as a whole, and the process ends if there is not
-/// enough memory. For a register without a byte it returns uninitialised memory.
-/// \return KltErrorInvalidValue for such a register, KltErrorResources for one that is too long
-Failure CheckLength(ArvGcFeatureNode* node);
-
-/// \return KltErrorResources if the length is unreasonable
+/// The length can come from another register and be anything. \return KltErrorResources if it is unreasonable
 Failure ReadLength(ArvGcRegister* node, guint64& length);
 
 Failure ReadText(ArvGcString* node, std::string& value);

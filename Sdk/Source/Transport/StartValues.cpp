@@ -33,11 +33,9 @@ Failure ApplyBytes(ArvGcRegister* node, const std::string& value)
             return Wrong("'" + byte + "' is not a byte");
     }
     guint64 length = 0;
-    if (ReadLength(node, length) || bytes.empty() || bytes.size() != length)
+    if (ReadLength(node, length) || WriteBytes(node, bytes))
         return Wrong(std::to_string(bytes.size()) + " bytes given, " + std::to_string(length) + " expected");
-    CallError error;
-    arv_gc_register_set(node, bytes.data(), length, error.Out());
-    return error.Get() == nullptr ? Failure() : Wrong(error.Get()->message);
+    return KltErrorSuccess;
 }
 
 Failure ApplyNumber(ArvGcNode* node, bool isReal, const std::string& value)
@@ -63,12 +61,13 @@ Failure Apply(ArvGc* nodeMap, const std::string& line)
     ArvGcNode* node = arv_gc_get_node(nodeMap, name.c_str());
     if (!ARV_IS_GC_FEATURE_NODE(node))
         return Wrong("there is no feature '" + name + "'");
-    if (CheckLength(ARV_GC_FEATURE_NODE(node)))
-        return Wrong("the length of '" + name + "' is out of bounds");
     const std::string value = Trimmed(line.substr(equals + 1));
     const KltFeatureDataType type = DataTypeOf(node);
     if (type == KltFeatureDataRaw)
         return ApplyBytes(ARV_GC_REGISTER(node), value);
+    if (type == KltFeatureDataString)
+        return WriteText(ARV_GC_STRING(node), value.c_str()) ? Wrong("'" + name + "' cannot hold '" + value + "'")
+                                                             : Failure();
     if (type == KltFeatureDataInt || type == KltFeatureDataFloat)
         return ApplyNumber(node, type == KltFeatureDataFloat, value);
     CallError error;
