@@ -52,3 +52,22 @@ TEST_F(CameraLists, ForgiveALostReplyButNotTwo)
     EXPECT_EQ(m_list.Cameras().size(), 3u);
     EXPECT_NE(m_list.Cameras()[2].get(), first.get());
 }
+
+TEST_F(CameraLists, AreWholeWhileTheyChange)
+{
+    const Files files;
+    std::atomic<bool> done(false);
+    Tell(files, "a");
+    std::thread scanner(
+        [&]
+        {
+            for (int i = 0; i < 20000; ++i)
+                Tell(files, i % 2 == 0 ? "b" : "a");
+            done = true;
+        });
+    std::size_t odd = 0;
+    while (!done)
+        odd += m_list.Cameras().size() == 1 ? 0 : 1;
+    scanner.join();
+    EXPECT_EQ(odd, 0u);
+}

@@ -153,7 +153,11 @@ TEST_F(Simulated, TheSystemHasToBeStarted)
 
 TEST_F(Simulated, FilesThatAreBeingCopiedAreNotBroken)
 {
+    // A place that is missing is reported now, and not again.
+    setenv("KOLTA_CAMERA_PATH", (m_folder.string() + ":" + (m_folder / "missing").string()).c_str(), 1);
+    testing::internal::CaptureStderr();
     ASSERT_EQ(System().Startup(), 0);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("missing', which"), std::string::npos);
     const std::string whole = Description({"A"}, "<Integer Name='A'><Value>1</Value></Integer>");
     testing::internal::CaptureStderr();
     {
