@@ -1,60 +1,12 @@
 #include "Camera/Impls.h"
 #include "SdkFixture.h"
-#include "Transport/RegisterDevice.h"
+#include "WordMemory.h"
 
 #include <unistd.h>
 
 #include <algorithm>
-#include <map>
-#include <utility>
 
 using namespace OPX::KltAPI;
-
-namespace
-{
-
-/// A camera that takes whole words only, and tells what was done with them.
-class WordMemory : public RegisterAccess
-{
-public:
-    struct Log
-    {
-        std::uint8_t step = 0; ///< From a byte to the next one, in memory that was never written.
-        std::map<std::uint64_t, int> reads;
-        int changes = 0; ///< Bytes.
-    };
-
-    explicit WordMemory(Log& log) : m_log(log) {}
-
-    Failure ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer) override
-    {
-        ++m_log.reads[address];
-        for (std::uint32_t i = 0; i < size; ++i)
-            buffer[i] = ByteAt(address + i);
-        return address % 4 + size % 4 == 0 ? KltErrorSuccess : KltErrorBadParameter;
-    }
-
-    Failure WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer) override
-    {
-        for (std::uint32_t i = 0; i < size; ++i)
-            m_log.changes += std::exchange(ByteAt(address + i), buffer[i]) != buffer[i] ? 1 : 0;
-        return address % 4 + size % 4 == 0 ? KltErrorSuccess : KltErrorBadParameter;
-    }
-
-    Failure ReadRegister(std::uint64_t, std::uint32_t&) override { return KltErrorNotSupported; }
-    Failure WriteRegister(std::uint64_t, std::uint32_t) override { return KltErrorNotSupported; }
-
-private:
-    std::uint8_t& ByteAt(std::uint64_t address)
-    {
-        return m_bytes.emplace(address, static_cast<std::uint8_t>(0xFF + address * m_log.step)).first->second;
-    }
-
-    Log& m_log;
-    std::map<std::uint64_t, std::uint8_t> m_bytes;
-};
-
-} // namespace
 
 class Registers : public SdkTest
 {
@@ -89,44 +41,34 @@ TEST_F(Registers, LimitsFollowFromAllNodesOnTheWay)
         "Eight: 4294967296", "Falling = 1000: 0", "Raw: 1", "Falling = 10: 0", "Raw: 100", "Falling = 9.9: -11",
         "Falling = 1001: -11", "Binning = 4: 0", "Binning = 3: -11", "Indexed = 20.4: 0", "Raw: 20", "Index = 1: 0",
         "Indexed = 20.4: -11", "Indexed = 8: -11"});
-}
-
-TEST_F(Registers, ListsOfValuesAreEntries)
-{
-    OpenWords(CAMERAS "/Ranges.xml");
-    std::vector<EnumEntry> entries;
-    ASSERT_EQ(ReadList(*Feature("Binning"), &Feature::GetEntries, entries), 0);
-    std::string names;
-    for (const EnumEntry& entry : entries)
-        names += Text(entry, &EnumEntry::GetName) + " ";
-    EXPECT_EQ(names, "1 2 4 ");
     unsigned int count = 0;
     EXPECT_EQ(Feature("Room")->GetEntries(nullptr, count), KltErrorWrongType);
+    EnumEntryVector entries;
+    ASSERT_EQ(ReadList(*Feature("Binning"), &Feature::GetEntries, entries), 0);
+    ASSERT_EQ(entries.size(), 3u);
+    EXPECT_EQ(Text(entries[2], &EnumEntry::GetName), "4");
 }
 
 TEST_F(Registers, WhatWasReadCanBeWritten)
 {
     OpenWords(CAMERAS "/Ranges.xml");
-    const struct
-    {
-        const char* name;
-        KltInt64_t first, last, step;
-    } rows[] = {{"Hundredths", 0, 2400, 1}, {"Decibels", 65536, 655360, 301}, {"Falling", 1, 100, 1},
-        {"Exposure", 10, 2000, 1}, {"Ticks", 10, 998, 4}};
+    typedef std::pair<KltInt64_t, KltInt64_t> Limits;
     const FeaturePtr raw = Feature("Raw");
-    for (const auto& row : rows)
+    for (const auto& [name, limits] :
+        {std::pair("Hundredths", Limits(0, 2400)), std::pair("Decibels", Limits(40, 2000)),
+            std::pair("Falling", Limits(1, 100)), std::pair("Exposure", Limits(10, 2000))})
     {
-        const FeaturePtr feature = Feature(row.name);
-        int lost = 0;
-        for (KltInt64_t r = row.first; r <= row.last; r = r < row.last ? std::min(r + row.step, row.last) : r + 1)
+        const FeaturePtr feature = Feature(name);
+        KltInt64_t lost = 0;
+        for (KltInt64_t r = limits.first; r <= limits.second; ++r)
         {
             double value = 0;
             KltInt64_t after = 0;
-            const bool kept = raw->SetValue(r) == 0 && feature->GetValue(value) == 0 && feature->SetValue(value) == 0 &&
-                              raw->GetValue(after) == 0 && after == r;
-            lost += kept ? 0 : 1;
+            const KltErrorType code =
+                raw->SetValue(r) + feature->GetValue(value) + feature->SetValue(value) + raw->GetValue(after);
+            lost += code == 0 && after == r ? 0 : 1;
         }
-        EXPECT_EQ(lost, 0) << row.name;
+        EXPECT_EQ(lost, 0) << name;
     }
 }
 
@@ -179,40 +121,31 @@ TEST_F(Registers, StayAsTheyAreWhenWhatTheySayIsWritten)
     EXPECT_GT(written, 40);
 }
 
-/// As those of Aravis did, which keeps a copy of every register.
+#ifndef __SANITIZE_ADDRESS__ // It does not give back what is freed.
+/// Aravis keeps a copy of whatever its nodes read.
 TEST_F(Registers, TakeNoMemoryOnceTheyAreRead)
 {
-#ifdef __SANITIZE_ADDRESS__
-    GTEST_SKIP() << "what is freed stays";
-#endif
-    std::string nodes;
-    std::vector<std::string> names;
-    for (const std::string kind : {"Register", "StringReg"})
-        for (int i = 0; i < 8; ++i)
-        {
-            names.push_back(kind + std::to_string(i));
-            nodes += "<" + kind + " Name='" + names.back() + "'><Address>0</Address><Length>16777216</Length>" +
-                     "<AccessMode>RW</AccessMode><pPort>Device</pPort></" + kind + ">";
-        }
-    nodes += "<Register Name='Huge'><Address>0</Address><Length>16777217</Length><pPort>Device</pPort></Register>";
-    names.push_back("Huge");
+    const auto large = [](const std::string& name, const char* length)
+    {
+        return "<StringReg Name='" + name + "'><Address>0</Address><Length>" + length +
+               "</Length><AccessMode>RW</AccessMode><pPort>Device</pPort></StringReg>";
+    };
+    const std::vector<std::string> names = {"S0", "S1", "S2", "S3", "S4", "S5", "Huge"};
+    std::string nodes = large("Huge", "16777217");
+    for (int i = 0; i < 6; ++i)
+        nodes += large(names[i], "16777216");
     Write("Large.xml", Description(names, nodes));
     Open("Large");
-    EXPECT_EQ(Get("Huge"), "code -14");
-    names.pop_back();
-    const auto pages = []
+    const auto resident = []
     {
-        long total = 0, resident = 0;
-        std::ifstream("/proc/self/statm") >> total >> resident;
-        return resident;
+        long total = 0, pages = 0;
+        std::ifstream("/proc/self/statm") >> total >> pages;
+        return pages * sysconf(_SC_PAGESIZE);
     };
-    const long before = pages();
-    for (const std::string& name : names)
-    {
-        UcharVector bytes;
-        std::string text;
-        EXPECT_EQ(Feature(name)->GetValue(bytes) * Feature(name)->GetValue(text), 0) << name;
-        EXPECT_EQ(bytes.size() + text.size(), 16777216u);
-    }
-    EXPECT_LT((pages() - before) * sysconf(_SC_PAGESIZE), 32 << 20);
+    const long before = resident();
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(Get(names[i]).size(), 16777216u);
+    EXPECT_LT(resident() - before, 64 << 20);
+    EXPECT_EQ(Get("Huge"), "code -14");
 }
+#endif

@@ -16,8 +16,6 @@ namespace OPX::KltAPI
 namespace
 {
 
-const long double Infinity = std::numeric_limits<long double>::infinity();
-const long double Smallest = INT64_MIN;
 const long double Largest = INT64_MAX;
 
 /// Formulas and decimal fractions are not exact: the limits themselves can be written nevertheless.
@@ -52,22 +50,16 @@ long double ValueOf(ArvGcPropertyNode* property, ArvGcNode* node)
 /// The node whose value an integer or a float has now; null if that is its own.
 ArvGcNode* PresentValueNode(ArvGcNode* node)
 {
-    std::optional<gint64> index;
     ArvGcNode* present = ValueNode(node);
+    std::optional<gint64> index;
     ForEachProperty(node,
         [&](ArvGcPropertyNode* property, ArvGcPropertyNodeType type)
         {
+            const bool isChosen = ARV_IS_GC_VALUE_INDEXED_NODE(property) &&
+                                  index == arv_gc_value_indexed_node_get_index(ARV_GC_VALUE_INDEXED_NODE(property));
             if (type == ARV_GC_PROPERTY_NODE_TYPE_P_INDEX)
                 index = Checked([&](GError** error) { return arv_gc_property_node_get_int64(property, error); });
-            else if (type == ARV_GC_PROPERTY_NODE_TYPE_P_VALUE_DEFAULT)
-                present = arv_gc_property_node_get_linked_node(property);
-        });
-    ForEachProperty(node,
-        [&](ArvGcPropertyNode* property, ArvGcPropertyNodeType type)
-        {
-            if ((type == ARV_GC_PROPERTY_NODE_TYPE_P_VALUE_INDEXED ||
-                    type == ARV_GC_PROPERTY_NODE_TYPE_VALUE_INDEXED) &&
-                index == arv_gc_value_indexed_node_get_index(ARV_GC_VALUE_INDEXED_NODE(property)))
+            else if (isChosen || (type == ARV_GC_PROPERTY_NODE_TYPE_P_VALUE_DEFAULT && present == nullptr))
                 present = arv_gc_property_node_get_linked_node(property);
         });
     return present;
@@ -121,7 +113,7 @@ Number ReadLimit(ArvGcNode* node, bool maximum, GError** error)
 /// What follows from the size of a register, or from the limits of what a formula converts.
 void TakeGivenLimits(ArvGcNode* node, Range& range)
 {
-    long double limits[2] = {-Infinity, Infinity};
+    long double limits[2] = {range.minimum, range.maximum};
     for (const bool maximum : {false, true})
     {
         CallError error;
@@ -137,19 +129,14 @@ void TakeGivenLimits(ArvGcNode* node, Range& range)
     range.maximum = std::min(range.maximum, limits[1]);
 }
 
-/// Whether a number is one that can be stored, as far as increments are concerned.
-bool IsReached(const Range& range, long double wanted, long double stored)
+bool IsReached(const Range& range, long double number, bool isReal)
 {
-    const bool isWhole = range.whole && range.increment == std::trunc(range.increment) && range.increment <= Largest &&
-                         range.base == std::trunc(range.base);
-    if (range.increment == 0 || std::isinf(range.base))
+    if (range.increment == 0 || range.base <= -NoLimit)
         return true;
-    if (!isWhole)
-        return IsOnIncrement(
-            static_cast<double>(wanted), static_cast<double>(range.base), static_cast<double>(range.increment));
-    return std::fabs(wanted - stored) <= range.increment * 1e-6L &&
-           IsOnIncrement(static_cast<std::int64_t>(stored), static_cast<std::int64_t>(range.base),
-               static_cast<std::int64_t>(range.increment));
+    if (!isReal)
+        return std::remainder(number - range.base, range.increment) == 0;
+    return IsOnIncrement(
+        static_cast<double>(number), static_cast<double>(range.base), static_cast<double>(range.increment));
 }
 
 bool IsWithin(const Range& range, long double number, long double tolerance)
@@ -161,29 +148,26 @@ bool IsWithin(const Range& range, long double number, long double tolerance)
 /// The number nearest to \a wanted that the node can hold, whatever its limits.
 long double Nearest(const Range& range, long double wanted, bool converted)
 {
-    const bool onSteps = converted && range.increment > 0 && !std::isinf(range.base);
-    const long double step = onSteps ? range.increment : 1;
-    const long double nearest = onSteps ? range.base + step * std::round((wanted - range.base) / step) : wanted;
-    return range.whole ? std::round(nearest) : nearest;
+    if (converted && range.increment > 0 && range.base > -NoLimit)
+        wanted = range.base + range.increment * std::round((wanted - range.base) / range.increment);
+    return range.whole ? std::round(wanted) : wanted;
 }
 
 Failure Fit(const Range& range, Number& value, bool converted)
 {
-    long double wanted = value.AsWide();
-    const Failure outOfBounds(KltErrorInvalidValue, {"is out of bounds"});
-    if (!std::isfinite(wanted))
-        return outOfBounds;
-    long double stored = value.IsReal() ? Nearest(range, wanted, converted) : wanted;
-    const long double tolerance = value.IsReal() ? Inexact : 0;
+    const bool isReal = value.IsReal();
+    const long double wanted = value.AsWide();
+    const long double stored = isReal ? Nearest(range, wanted, converted) : wanted;
+    const long double tolerance = isReal ? Inexact : 0;
     if (!IsWithin(range, wanted, tolerance) && !IsWithin(range, stored, tolerance))
-        return outOfBounds;
-    if (!IsReached(range, converted ? stored : wanted, stored))
+        return {KltErrorInvalidValue, {"is out of bounds"}};
+    if (!IsReached(range, converted ? stored : wanted, isReal))
         return {KltErrorInvalidValue, {"is not a whole number of increments above the minimum"}};
-    if (!value.IsReal())
-        return KltErrorSuccess;
-    stored = std::max(stored, range.whole ? std::ceil(range.minimum) : range.minimum);
-    stored = std::min(stored, range.whole ? std::floor(range.maximum) : range.maximum);
-    value = range.whole ? Number(static_cast<std::int64_t>(stored)) : Number(static_cast<double>(stored));
+    const long double inside = std::min(std::max(stored, range.minimum), range.maximum);
+    if (isReal && range.whole)
+        value = Number(static_cast<std::int64_t>(inside < stored ? std::floor(inside) : std::ceil(inside)));
+    else if (isReal)
+        value = Number(static_cast<double>(inside));
     return KltErrorSuccess;
 }
 
@@ -205,7 +189,7 @@ Range RangeOf(ArvGcNode* node)
         range.whole = range.whole || !ARV_IS_GC_FLOAT(each);
     if (range.whole)
     {
-        range.minimum = Smallest;
+        range.minimum = static_cast<long double>(INT64_MIN);
         range.maximum = Largest;
     }
     if (!HasOwnLimits(chain.back()))

@@ -13,12 +13,14 @@
 namespace OPX::KltAPI
 {
 
+const long double NoLimit = std::numeric_limits<double>::max();
+
 /// What a number may be set to at the moment, as far as its node and those that its value comes through say. In a type
 /// that holds integers of 64 bits, too.
 struct Range
 {
-    long double minimum = -std::numeric_limits<long double>::infinity();
-    long double maximum = std::numeric_limits<long double>::infinity();
+    long double minimum = -NoLimit;
+    long double maximum = NoLimit;
     long double increment = 0; ///< 0 if no node declares one;
     long double base = 0;      ///< what it is counted from.
     bool whole = false;        ///< A fraction would be lost on the way.

@@ -1,6 +1,7 @@
 #include "Transport/RegisterDevice.h"
 
 #include <algorithm>
+#include <cstring>
 #include <map>
 #include <utility>
 #include <vector>
@@ -13,7 +14,7 @@ namespace
 const char RegistersKey[] = "kolta-registers";
 
 /// Long registers are not worth the memory.
-const std::uint32_t LongestRemembered = 64;
+const std::size_t LongestRemembered = 64;
 
 /// What a camera in a network asks of those who use its registers: it reads and writes whole words only. While it is
 /// told to remember, no word is read twice, unless something was written in between.
@@ -30,55 +31,45 @@ public:
 
     Failure ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer) override
     {
-        if (address % 4 == 0 && size % 4 == 0)
-            return ReadWords(address, size, buffer);
         Bytes words = WordsAround(address, size);
-        Failure failure = ReadWords(address - address % 4, SizeOf(words), words.data());
-        if (!failure)
-            std::copy_n(words.data() + address % 4, size, buffer);
+        Failure failure = ReadWords(address - address % 4, words);
+        std::copy_n(words.data() + address % 4, size, buffer);
         return failure;
     }
 
     Failure WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer) override
     {
-        m_known.clear();
-        if (address % 4 == 0 && size % 4 == 0)
-            return m_camera->WriteMemory(address, size, buffer);
-        // What stands beside the range is in its first word and in its last one.
         Bytes words = WordsAround(address, size);
         const std::uint64_t begin = address - address % 4;
-        const std::uint32_t last = SizeOf(words) - 4;
-        Failure failure = ReadWords(begin, 4, words.data());
-        if (!failure && last != 0)
-            failure = ReadWords(begin + last, 4, words.data() + last);
-        if (failure)
-            return failure;
+        // What stands beside the range stays.
+        if (words.size() != size)
+            if (Failure failure = ReadWords(begin, words))
+                return failure;
         std::copy_n(buffer, size, words.data() + address % 4);
         m_known.clear();
-        return m_camera->WriteMemory(begin, SizeOf(words), words.data());
+        return m_camera->WriteMemory(begin, static_cast<std::uint32_t>(words.size()), words.data());
     }
 
     Failure ReadRegister(std::uint64_t address, std::uint32_t& value) override
     {
-        std::uint32_t word = 0;
-        const auto ask = [&]
-        {
-            Failure failure = m_camera->ReadRegister(address, value);
-            word = GUINT32_TO_BE(value);
-            return failure;
-        };
-        auto* const bytes = reinterpret_cast<std::uint8_t*>(&word);
-        Failure failure = address % 4 == 0 ? Remembered(address, 4, bytes, ask) : ReadMemory(address, 4, bytes);
-        value = GUINT32_FROM_BE(word);
+        Bytes word(sizeof value);
+        Failure failure = Remembered(address, word,
+            [&]
+            {
+                Failure asked = m_camera->ReadRegister(address, value);
+                value = GUINT32_TO_BE(value);
+                std::memcpy(word.data(), &value, sizeof value);
+                return asked;
+            });
+        std::memcpy(&value, word.data(), sizeof value);
+        value = GUINT32_FROM_BE(value);
         return failure;
     }
 
     Failure WriteRegister(std::uint64_t address, std::uint32_t value) override
     {
         m_known.clear();
-        const std::uint32_t word = GUINT32_TO_BE(value);
-        return address % 4 == 0 ? m_camera->WriteRegister(address, value)
-                                : WriteMemory(address, 4, reinterpret_cast<const std::uint8_t*>(&word));
+        return m_camera->WriteRegister(address, value);
     }
 
 private:
@@ -88,28 +79,28 @@ private:
     {
         return Bytes((address % 4 + size + 3) / 4 * 4);
     }
-    static std::uint32_t SizeOf(const Bytes& words) { return static_cast<std::uint32_t>(words.size()); }
 
-    Failure ReadWords(std::uint64_t address, std::uint32_t size, std::uint8_t* words)
+    Failure ReadWords(std::uint64_t address, Bytes& words)
     {
-        return Remembered(address, size, words, [&] { return m_camera->ReadMemory(address, size, words); });
+        return Remembered(address, words,
+            [&] { return m_camera->ReadMemory(address, static_cast<std::uint32_t>(words.size()), words.data()); });
     }
 
     template <class Ask>
-    Failure Remembered(std::uint64_t address, std::uint32_t size, std::uint8_t* words, Ask ask)
+    Failure Remembered(std::uint64_t address, Bytes& words, Ask ask)
     {
-        const auto known = m_known.find({address, size});
+        const auto known = m_known.find({address, words.size()});
         if (known != m_known.end())
-            return std::copy_n(known->second.begin(), size, words), KltErrorSuccess;
+            return words = known->second, KltErrorSuccess;
         Failure failure = ask();
-        if (!failure && m_remembers && size <= LongestRemembered)
-            m_known[{address, size}] = Bytes(words, words + size);
+        if (!failure && m_remembers && words.size() <= LongestRemembered)
+            m_known[{address, words.size()}] = words;
         return failure;
     }
 
     const std::unique_ptr<RegisterAccess> m_camera;
     bool m_remembers = false;
-    std::map<std::pair<std::uint64_t, std::uint32_t>, Bytes> m_known; ///< By address and size.
+    std::map<std::pair<std::uint64_t, std::size_t>, Bytes> m_known; ///< By address and size.
 };
 
 RegisterAccess& RegistersOf(ArvDevice* device)
