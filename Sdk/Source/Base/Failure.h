@@ -76,7 +76,7 @@ Failure Perform(Call call)
 
 /// What \a work returns. No exception leaves the library, nor goes through one that is written in C.
 template <class Work>
-Failure Caught(Work work)
+auto Caught(Work work) -> decltype(work())
 try
 {
     return work();

@@ -24,7 +24,7 @@ FeatureContainer::~FeatureContainer()
 KltErrorType FeatureContainer::GetFeatures(FeaturePtr* features, unsigned int& count)
 {
     FeaturePtrVector list;
-    const KltErrorType result = m_impl->session->GetFeatures(list);
+    const KltErrorType result = Caught([&] { return m_impl->session->GetFeatures(list); });
     return result == KltErrorSuccess ? DeliverList(list, features, count) : result;
 }
 
@@ -32,7 +32,7 @@ KltErrorType FeatureContainer::GetFeatureByName(const char* name, FeaturePtr& fe
 {
     if (name == nullptr)
         return KltErrorBadParameter;
-    return m_impl->session->GetFeature(name, feature);
+    return Caught([&] { return m_impl->session->GetFeature(name, feature); });
 }
 
 Camera::Camera(Impl* impl) : FeatureContainer(impl)
@@ -58,7 +58,7 @@ KltErrorType Camera::Open(KltAccessModeType accessMode)
 {
     if (accessMode != KltAccessModeFull)
         return KltErrorBadParameter;
-    return m_impl->session->Open();
+    return Caught([&] { return m_impl->session->Open(); });
 }
 
 KltErrorType Camera::Close()

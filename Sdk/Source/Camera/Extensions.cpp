@@ -14,7 +14,7 @@ namespace
 {
 
 /// The description comes without what the check has found in it, but for the name.
-SafeDescription Checked(std::string xml, const char* modelName)
+SafeDescription WithFindings(std::string xml, const char* modelName)
 {
     SafeDescription description;
     // Few descriptions have these. The name of an element is in ASCII in each encoding that passes the check.
@@ -40,14 +40,16 @@ KltErrorType FromDescription(const char* path, CameraPtr& camera, DescriptionPro
 {
     if (path == nullptr)
         return KltErrorBadParameter;
-    const DescriptionFile file(path);
-    if (!file.IsUsable())
-    {
-        problem = {WithoutControls(file.Problem().text), file.Problem().line};
-        return KltErrorNotFound;
-    }
-    camera = NewCamera(RecordOf(file));
-    return KltErrorSuccess;
+    return Caught(
+        [&]() -> KltErrorType
+        {
+            const DescriptionFile file(path);
+            if (file.IsUsable())
+                camera = NewCamera(RecordOf(file));
+            else
+                problem = {WithoutControls(file.Problem().text), file.Problem().line};
+            return file.IsUsable() ? KltErrorSuccess : KltErrorNotFound;
+        });
 }
 
 KltErrorType FromCheckedDescription(
@@ -55,8 +57,12 @@ KltErrorType FromCheckedDescription(
 {
     if (xml == nullptr || modelName == nullptr)
         return KltErrorBadParameter;
-    camera = NewCamera(RecordOf(Checked(std::string(xml, size), modelName), path == nullptr ? "" : path));
-    return KltErrorSuccess;
+    return Caught(
+        [&]
+        {
+            camera = NewCamera(RecordOf(WithFindings(std::string(xml, size), modelName), path == nullptr ? "" : path));
+            return KltErrorSuccess;
+        });
 }
 
 KltErrorType GetTransport(const Camera& camera, char* transport, unsigned int& length)
@@ -72,7 +78,7 @@ KltErrorType GetAddress(const Camera& camera, char* address, unsigned int& lengt
 KltErrorType GetDescription(const Camera& camera, char* description, unsigned int& length)
 {
     std::string xml;
-    const KltErrorType result = FeatureContainer::Impl::Of(camera).session->GetDescription(xml);
+    const KltErrorType result = Caught([&] { return FeatureContainer::Impl::Of(camera).session->GetDescription(xml); });
     return result == KltErrorSuccess ? DeliverText(xml, description, length) : result;
 }
 

@@ -28,7 +28,7 @@ KltErrorType Use(const Feature::Impl& feature, bool rightType, KltFeatureFlagsTy
             return failure;
         return access(node, connection);
     };
-    return Caught([&] { return feature.session->Use(feature.data.nodeName, use); }).code;
+    return Caught([&] { return feature.session->Use(feature.data.nodeName, use); });
 }
 
 /// Reads a number; \a take gets it if that succeeds.

@@ -9,6 +9,7 @@
 #include "Transport/SimulatedTransport.h"
 
 #include <cstdlib>
+#include <exception>
 #include <map>
 #include <optional>
 #include <sstream>
@@ -106,6 +107,7 @@ KoltaSystem& KoltaSystem::GetInstance()
 }
 
 KltErrorType KoltaSystem::Startup()
+try
 {
     if (g_notifying)
         return KltErrorInvalidCall;
@@ -122,6 +124,10 @@ KltErrorType KoltaSystem::Startup()
     }
     ++m_impl->starts;
     return KltErrorSuccess;
+}
+catch (const std::exception&) // Too little memory, or too many threads.
+{
+    return KltErrorResources;
 }
 
 KltErrorType KoltaSystem::Shutdown()
@@ -144,6 +150,7 @@ KltErrorType KoltaSystem::Shutdown()
 }
 
 KltErrorType KoltaSystem::RegisterCameraListObserver(const shared_ptr<ICameraListObserver>& observer)
+try
 {
     if (observer.get() == nullptr)
         return KltErrorBadParameter;
@@ -154,8 +161,13 @@ KltErrorType KoltaSystem::RegisterCameraListObserver(const shared_ptr<ICameraLis
     m_impl->observers.push_back(shared);
     return KltErrorSuccess;
 }
+catch (const std::exception&) // Too little memory, or too many threads.
+{
+    return KltErrorResources;
+}
 
 KltErrorType KoltaSystem::GetCameras(CameraPtr* cameras, unsigned int& count)
+try
 {
     {
         const std::lock_guard<std::mutex> lock(m_impl->mutex);
@@ -168,6 +180,10 @@ KltErrorType KoltaSystem::GetCameras(CameraPtr* cameras, unsigned int& count)
     if (cameras != nullptr && result == KltErrorSuccess)
         g_counted.reset();
     return result;
+}
+catch (const std::exception&) // Too little memory, or too many threads.
+{
+    return KltErrorResources;
 }
 
 } // namespace OPX::KltAPI
