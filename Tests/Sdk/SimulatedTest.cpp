@@ -108,11 +108,11 @@ TEST_F(Simulated, TextsAndListsFitOrSayHowMuchTheyNeed)
 
 TEST_F(Simulated, CamerasComeAndGoWithTheirFiles)
 {
-    std::atomic<int> came(0), went(0);
+    std::atomic<int> came(0), went(0), lost(0);
     ASSERT_EQ(System().Startup(), 0);
     const std::size_t shipped = Cameras().size();
     EXPECT_GE(shipped, 3u);
-    ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(new Counter(came, went))), 0);
+    ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(new Counter(came, went, lost))), 0);
     Write("Plug.xml", Description({}, ""));
     EXPECT_TRUE(WaitFor([&] { return came == 1; }));
     const CameraPtr camera = Find("Plug");
@@ -126,7 +126,7 @@ TEST_F(Simulated, CamerasComeAndGoWithTheirFiles)
     EXPECT_EQ(System().GetCameras(listed.data(), count), 0);
     EXPECT_EQ(count, shipped + 1);
     EXPECT_EQ(Cameras().size(), shipped);
-    EXPECT_EQ(came + went, 2);
+    EXPECT_EQ(came + went + lost, 2);
     EXPECT_EQ(camera->Open(1), KltErrorNotFound);
 }
 
@@ -135,7 +135,7 @@ TEST_F(Simulated, TheSystemHasToBeStarted)
     unsigned int count = 0;
     EXPECT_EQ(System().GetCameras(nullptr, count), KltErrorApiNotStarted);
     std::atomic<int> calls(0);
-    const ICameraListObserverPtr observer(new Counter(calls, calls));
+    const ICameraListObserverPtr observer(new Counter(calls, calls, calls));
     EXPECT_EQ(System().RegisterCameraListObserver(observer), KltErrorApiNotStarted);
     EXPECT_EQ(System().Shutdown(), 0);
     setenv("KOLTA_TRANSPORTS", "none", 1);
@@ -342,14 +342,29 @@ TEST_F(Simulated, EveryNodeOnTheWayToAValueCounts)
         "ExtendedNode: 5", "AllBits = 4294967296: 0", "AllBits: 4294967296"});
 }
 
-TEST_F(Simulated, ACameraWhoseFileGoesDoesNotAnswer)
+TEST_F(Simulated, ACameraWhoseFileGoesIsLost)
 {
     OpenCopyOf("Zoo");
-    EXPECT_EQ(Get("I"), "10");
-    std::filesystem::remove(m_folder / "Zoo.xml");
-    Expect({"I: code -12", "I = 10: -12", "Memory: code -12"});
+    std::atomic<int> came(0), went(0), lost(0);
+    ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(new Counter(came, went, lost))), 0);
+    const FeaturePtr memory = Feature("Memory");
+    KltInt64_t value = 0;
+    unsigned int count = 0;
+    EXPECT_EQ(memory->SetValue(77), 0);
+    std::filesystem::rename(m_folder / "Zoo.xml", m_folder / "Zoo");
+    EXPECT_EQ(memory->GetValue(value), KltErrorDeviceNotOpen);
+    EXPECT_TRUE(WaitFor([&] { return went == 1; }));
+    EXPECT_EQ(lost, 1);
+    std::filesystem::rename(m_folder / "Zoo", m_folder / "Zoo.xml");
+    EXPECT_TRUE(WaitFor([&] { return came == 1; }));
+    EXPECT_EQ(memory->SetValue(78), KltErrorDeviceNotOpen);
+    EXPECT_EQ(m_camera->GetFeatures(nullptr, count), KltErrorDeviceNotOpen);
+    EXPECT_EQ(m_camera->Open(1), KltErrorInvalidAccess);
     EXPECT_EQ(m_camera->Close(), 0);
-    EXPECT_EQ(m_camera->Open(1), KltErrorNotFound);
+    EXPECT_EQ(m_camera->Open(1), 0);
+    EXPECT_TRUE(memory->GetValue(value) == 0 && value == 0xFFFFFFFF);
+    std::filesystem::remove(m_folder / "Zoo.xml");
+    EXPECT_EQ(m_camera->Close() + m_camera->Open(1), KltErrorNotFound);
 }
 
 TEST_F(Simulated, MemoryKeepsWhatIsWritten)
