@@ -288,13 +288,13 @@ bool GvcpChannel::Converse(const Bytes& packet, std::size_t size, Bytes& answer)
 bool GvcpChannel::Await(
     const Bytes& packet, std::size_t size, Clock::duration pause, Clock::time_point& giveUp, Bytes& answer)
 {
-    Clock::time_point until = std::min({Clock::now() + pause, giveUp, *m_deadline});
-    for (Clock::time_point now = Clock::now(); now < until; now = Clock::now())
+    Clock::time_point until = std::min(Clock::now() + pause, giveUp);
+    for (Clock::time_point now = Clock::now(); now < std::min(until, *m_deadline); now = Clock::now())
     {
         std::vector<pollfd> readable;
         for (const int descriptor : m_sockets)
             readable.push_back({descriptor, POLLIN, 0});
-        const auto wait = std::chrono::duration_cast<milliseconds>(until - now).count() + 1;
+        const auto wait = std::chrono::ceil<milliseconds>(std::min(until, *m_deadline) - now).count();
         if (poll(readable.data(), readable.size(), static_cast<int>(wait)) <= 0 || !Receive(answer) ||
             answer.size() < HeaderSize)
             continue;
@@ -303,9 +303,9 @@ bool GvcpChannel::Await(
         else if (Word(answer.data() + 2) == PendingAnswer && answer.size() >= HeaderSize + 4)
         {
             const milliseconds asked(Word(answer.data() + HeaderSize + 2));
-            until = std::min(Clock::now() + std::max<Clock::duration>(asked, pause), *m_deadline);
+            until = Clock::now() + std::max<Clock::duration>(asked, pause);
             giveUp = until + Patience;
-            m_heard = until;
+            m_heard = std::min(until, *m_deadline);
         }
         // Damaged answers are as good as lost.
         else if (Word(answer.data()) != 0 || IsWhole(answer, packet, size))
