@@ -140,7 +140,7 @@ TEST_F(GigE, CamerasComeAndGoWithOneNoticeEach)
     ASSERT_EQ(dying->Open(1), 0);
     second.Unplug();
     EXPECT_EQ(Timed([&] { return dying->GetFeatures(nullptr, count); }, seconds(5)), KltErrorTimeout);
-    EXPECT_TRUE(WaitFor([&] { return lost == 1; }));
+    EXPECT_TRUE(WaitFor([&] { return lost == 1; }, seconds(10)));
     EXPECT_EQ(Timed([&] { return dying->Close(); }, seconds(3)), 0);
     EXPECT_TRUE(WaitFor([&] { return went == 1; }, seconds(6)));
     EXPECT_EQ(Cameras().size(), 1u);
@@ -273,9 +273,9 @@ TEST_F(GigE, ALostCameraServesAgainOnlyAfterCloseAndOpen)
         if (role.manner == silent.manner)
             EXPECT_EQ(Timed([&] { return width->GetValue(value); }, seconds(5)), KltErrorTimeout);
         else
-            EXPECT_TRUE(WaitFor([&] { return lost == losses; }));
-        EXPECT_EQ(Timed([&] { return width->GetValue(value); }, seconds(1)), KltErrorDeviceNotOpen);
-        EXPECT_TRUE(WaitFor([&] { return lost == losses; }));
+            EXPECT_TRUE(WaitFor([&] { return lost == losses; }, seconds(10)));
+        EXPECT_EQ(Timed([&] { return width->GetValue(value); }, seconds(3)), KltErrorDeviceNotOpen);
+        EXPECT_TRUE(WaitFor([&] { return lost == losses; }, seconds(10)));
         played->Change(free.manner);
         EXPECT_EQ(width->SetValue(512), KltErrorDeviceNotOpen);
         EXPECT_EQ(m_camera->GetFeatures(nullptr, count), KltErrorDeviceNotOpen);
@@ -309,7 +309,7 @@ TEST_F(GigE, WhatIsAskedAgainIsAskedWithPatience)
         std::size_t limit;
     } rows[] = {
         {Manner::IsSlow, WriteMemory, 1},
-        {Manner::LosesEverySecond, WriteMemory, 2},
+        {Manner::LosesEverySecond, WriteMemory, 4},
         {Manner::AsksForFiveSeconds, ReadMemory, 1},
         {Manner::AsksForNothing, ReadMemory, 20},
     };
@@ -363,5 +363,5 @@ TEST_F(GigE, ConnectionsAreKeptAliveAndLeaveNothingBehind)
     EXPECT_EQ(width->SetValue(640), 0) << "calls have deadlines of their own";
     EXPECT_EQ(came + went + lost, 0);
     EXPECT_EQ(m_camera->Close() + m_camera->Open(1) + m_camera->Close(), 0);
-    EXPECT_TRUE(WaitFor([&] { return went == 1; }));
+    EXPECT_TRUE(WaitFor([&] { return went == 1; }, seconds(10)));
 }
