@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <fstream>
+#include <iomanip>
 #include <iostream>
 #include <map>
 #include <stdexcept>
@@ -99,6 +100,7 @@ int main()
         MeasureOurs(camera);
         MeasureAravis();
     }
+    std::cout << std::fixed << std::setprecision(1);
     for (auto& [name, times] : g_times)
     {
         std::sort(times.begin(), times.end());
