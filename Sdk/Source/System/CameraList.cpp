@@ -14,8 +14,8 @@ CameraList::Changes CameraList::Update(const Transport& transport, const std::ve
     for (const CameraRecord& record : found)
         ids.insert(record.id);
     std::vector<Known> kept;
-    for (Known known :
-        m_known) // Without the lock, which is against changes: looking may take as long as a file system.
+    // Nobody else changes them, so no lock is needed: looking at a session can take as long as a file system does.
+    for (Known known : m_known)
     {
         if (known.transport != &transport)
         {
