@@ -21,8 +21,16 @@ using std::chrono::steady_clock;
 namespace
 {
 
-const char Width[] = "<IntReg Name='Width'><Address>0x9000</Address><Length>4</Length><AccessMode>RW</AccessMode>"
-                     "<pPort>Device</pPort><Cachable>NoCache</Cachable><Endianess>BigEndian</Endianess></IntReg>";
+const char Nodes[] = "<IntReg Name='Width'><Address>0x9000</Address><Length>4</Length><AccessMode>RW</AccessMode>"
+                     "<pPort>Device</pPort><Cachable>NoCache</Cachable><Endianess>BigEndian</Endianess></IntReg>"
+                     "<StringReg Name='Label'><Address>0x9010</Address><Length>8</Length><AccessMode>RW</AccessMode>"
+                     "<pPort>Device</pPort><Cachable>NoCache</Cachable></StringReg>";
+const std::uint32_t LabelAddress = 0x9010;
+const std::uint32_t ControlRegister = 0xA00;
+
+const std::uint16_t ReadRegister = 0x80;
+const std::uint16_t ReadMemory = 0x84;
+const std::uint16_t WriteMemory = 0x86;
 
 std::string Content(const std::filesystem::path& file)
 {
@@ -52,10 +60,10 @@ KltErrorType Timed(SdkCall call, milliseconds limit)
 class FakeCamera
 {
 public:
-    FakeCamera(const std::string& address, const std::string& serialNumber, const std::string& description)
+    FakeCamera(const char* address, const char* serialNumber)
     {
-        const char* arguments[] = {std::getenv("FAKE_CAMERA"), "-i", address.c_str(), "-s", serialNumber.c_str(), "-g",
-            description.c_str(), nullptr};
+        const char* arguments[] = {
+            std::getenv("FAKE_CAMERA"), "-i", address, "-s", serialNumber, "-g", CAMERA_DESCRIPTION, nullptr};
         EXPECT_EQ(posix_spawnp(&m_process, arguments[0], nullptr, nullptr, const_cast<char**>(arguments), environ), 0);
     }
 
@@ -88,28 +96,8 @@ protected:
             m_camera->Close();
     }
 
-    FakeCamera& Plug(const std::string& address, const std::string& serialNumber,
-        const std::string& description = CAMERA_DESCRIPTION)
-    {
-        m_plugged.push_back(std::make_unique<FakeCamera>(address, serialNumber, description));
-        return *m_plugged.back();
-    }
-
-    /// With 10,000 features, for each of which the camera is asked.
-    static std::string LargeDescription()
-    {
-        std::vector<std::string> names;
-        std::string nodes =
-            "<IntReg Name='Yes'><Address>0x11C</Address><Length>4</Length><AccessMode>RO</AccessMode>"
-            "<pPort>Device</pPort><Cachable>NoCache</Cachable><Endianess>BigEndian</Endianess></IntReg>";
-        for (int i = 0; i < 10000; ++i)
-        {
-            names.push_back("F" + std::to_string(i));
-            nodes +=
-                "<Integer Name='" + names.back() + "'><pIsImplemented>Yes</pIsImplemented><Value>1</Value></Integer>";
-        }
-        return Description(names, nodes);
-    }
+    /// With a width and a label.
+    static std::string SmallDescription() { return Description({"Width", "Label"}, Nodes); }
 
     /// Starts the SDK and waits for the camera.
     CameraPtr Await(const std::string& serialNumber)
@@ -119,24 +107,20 @@ protected:
             throw std::runtime_error("no camera " + serialNumber);
         return Find(serialNumber);
     }
-
-private:
-    std::vector<std::unique_ptr<FakeCamera>> m_plugged;
 };
 
 TEST_F(GigE, CamerasComeAndGoWithOneNoticeEach)
 {
     const auto start = steady_clock::now();
     ASSERT_EQ(System().Startup(), 0);
-    EXPECT_LT(steady_clock::now() - start, milliseconds(500));
-    std::atomic<int> came(0);
-    std::atomic<int> went(0);
-    ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(new Counter(came, went))), 0);
+    const auto started = steady_clock::now();
+    std::atomic<int> came(0), went(0), lost(0);
+    ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(new Counter(came, went, lost))), 0);
 
-    Plug("127.0.0.1", "First");
-    Write("Large.xml", LargeDescription());
-    FakeCamera& second = Plug("127.0.0.2", "Second", (m_folder / "Large.xml").string());
+    const FakeCamera first("127.0.0.1", "First");
+    FakeCamera second("127.0.0.2", "Second");
     EXPECT_TRUE(WaitFor([&] { return came == 2; }));
+    EXPECT_LT(2 * (started - start), steady_clock::now() - start) << "it waited for a scan";
     ASSERT_NE(Find("First").get(), nullptr);
     ASSERT_NE(Find("Second").get(), nullptr);
     for (const CameraPtr& camera : Cameras())
@@ -146,7 +130,7 @@ TEST_F(GigE, CamerasComeAndGoWithOneNoticeEach)
     m_camera = Find("First");
     ArvDevice* other = arv_open_device("Aravis-Fake-First", nullptr);
     ASSERT_NE(other, nullptr);
-    EXPECT_EQ(Timed([&] { return m_camera->Open(1); }, milliseconds(500)), KltErrorInvalidAccess);
+    EXPECT_EQ(Timed([&] { return m_camera->Open(1); }, seconds(3)), KltErrorInvalidAccess);
     unsigned int count = 0;
     EXPECT_EQ(m_camera->GetFeatures(nullptr, count), KltErrorDeviceNotOpen);
     g_object_unref(other);
@@ -154,26 +138,22 @@ TEST_F(GigE, CamerasComeAndGoWithOneNoticeEach)
 
     const CameraPtr dying = Find("Second");
     ASSERT_EQ(dying->Open(1), 0);
-    std::thread murder(
-        [&]
-        {
-            std::this_thread::sleep_for(milliseconds(100));
-            second.Unplug();
-        });
+    second.Unplug();
     EXPECT_EQ(Timed([&] { return dying->GetFeatures(nullptr, count); }, seconds(5)), KltErrorTimeout);
-    murder.join();
-    EXPECT_EQ(Timed([&] { return dying->Close(); }, seconds(1)), 0);
+    EXPECT_TRUE(WaitFor([&] { return lost == 1; }, seconds(10)));
+    EXPECT_EQ(Timed([&] { return dying->Close(); }, seconds(3)), 0);
     EXPECT_TRUE(WaitFor([&] { return went == 1; }, seconds(6)));
     EXPECT_EQ(Cameras().size(), 1u);
     // Meanwhile two scans run, and nothing changes.
     EXPECT_EQ(Timed([&] { return dying->Open(1); }, seconds(5)), KltErrorNotFound);
     EXPECT_EQ(came, 2);
     EXPECT_EQ(went, 1);
+    EXPECT_EQ(lost, 1);
 }
 
 TEST_F(GigE, ADescriptionIsReadOrRefusedWhateverTheCameraSaysOfIt)
 {
-    const std::string sound = Description({"Width"}, Width);
+    const std::string sound = SmallDescription();
     std::string attributes;
     for (int i = 0; i < 60000; ++i)
         attributes += " a" + std::to_string(i) + "=''";
@@ -191,12 +171,16 @@ TEST_F(GigE, ADescriptionIsReadOrRefusedWhateverTheCameraSaysOfIt)
     } rows[] = {
         {{"", "", sound}, 0},
         {{"", "", sound + std::string(300, '\0')}, 0},
+        {{"", "", sound + "\n" + std::string(300, '\xFF')}, 0},
+        {{"", "", zip + std::string(300, '\xFF')}, 0},
         {{"", "", zip}, 0},
         {{"LOCAL:///Camera.xml;0x10000;" + Hex(sound.size()) + "?SchemaVersion=1.1.0", "", sound}, 0},
         {{"http://localhost/Camera.xml", "own", sound}, 0},
         {{"Local:Nothing.xml;7FFFFFF0;100", "own", sound}, 0},
         {{"", "", sound, 0, Manner::LosesEverySecond}, 0},
         {{"", "", sound, 0, Manner::IsSlow}, 0},
+        {{"", "", sound, 0, Manner::MixesUp}, 0},
+        {{"", "", sound, 0, Manner::WritesWords}, 0},
         {{"", "", sound, 0, Manner::Lies}, 0},
         {{"", "", sound, 2}, KltErrorInvalidAccess},
         {{"", "", sound, 1, Manner::IsSlow}, KltErrorInvalidAccess},
@@ -221,10 +205,12 @@ TEST_F(GigE, ADescriptionIsReadOrRefusedWhateverTheCameraSaysOfIt)
         if (row.code != 0)
             continue;
         EXPECT_EQ(Feature("Width")->SetValue(640), 0);
-        EXPECT_EQ(played.Register(0x9000), 640u);
-        EXPECT_EQ(played.Register(0xA00), 2u);
+        EXPECT_EQ(played.Register(PlayedCamera::WidthAddress), 640u);
+        EXPECT_EQ(Feature("Label")->SetValue("wordABCD"), 0);
+        EXPECT_EQ(played.Register(LabelAddress + 4), 0x41424344u);
+        EXPECT_EQ(played.Register(ControlRegister), 2u);
         EXPECT_EQ(m_camera->Close(), 0);
-        EXPECT_EQ(played.Register(0xA00), 0u);
+        EXPECT_EQ(played.Register(ControlRegister), 0u);
     }
 }
 
@@ -232,8 +218,8 @@ TEST_F(GigE, NoCallTakesTenSecondsWhateverTheCameraDoes)
 {
     PlayedCamera first("127.0.0.1", "First");
     PlayedCamera second("127.0.0.2", "Second");
-    first.Play({"", "", Description({"Width"}, Width), 0, PlayedCamera::Manner::AsksForPatience});
-    second.Play({"", "", Description({"Width"}, Width)});
+    first.Play({"", "", SmallDescription(), 0, PlayedCamera::Manner::AsksForPatience});
+    second.Play({"", "", SmallDescription()});
     m_camera = Await("Second");
     ASSERT_EQ(m_camera->Open(1), 0);
     const FeaturePtr width = Feature("Width");
@@ -249,7 +235,7 @@ TEST_F(GigE, NoCallTakesTenSecondsWhateverTheCameraDoes)
     read();
     waiting.join();
     opening.join();
-    EXPECT_EQ(Timed([&] { return m_camera->Close(); }, seconds(1)), 0);
+    EXPECT_EQ(Timed([&] { return m_camera->Close(); }, seconds(3)), 0);
 
     first.Change(PlayedCamera::Manner::KeepsSilent);
     std::thread silence([&] { EXPECT_EQ(Timed([&] { return other->Open(1); }, seconds(4)), KltErrorTimeout); });
@@ -257,13 +243,96 @@ TEST_F(GigE, NoCallTakesTenSecondsWhateverTheCameraDoes)
     EXPECT_EQ(Timed([&] { return m_camera->Open(1); }, seconds(4)), KltErrorTimeout);
     silence.join();
     second.Change(PlayedCamera::Manner::Answers);
-    EXPECT_EQ(Timed([&] { return m_camera->Open(1); }, seconds(1)), 0);
+    EXPECT_EQ(Timed([&] { return m_camera->Open(1); }, seconds(3)), 0);
+}
+
+TEST_F(GigE, ALostCameraServesAgainOnlyAfterCloseAndOpen)
+{
+    const PlayedCamera::Role free = {"", "", SmallDescription()};
+    auto played = std::make_unique<PlayedCamera>("127.0.0.1", "Lost");
+    m_camera = Await("Lost");
+    std::atomic<int> came(0), went(0), lost(0);
+    ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(new Counter(came, went, lost))), 0);
+    FeaturePtr width;
+    KltInt64_t value = 0;
+    unsigned int count = 0;
+    PlayedCamera::Role silent = free, foreign = free;
+    silent.manner = PlayedCamera::Manner::KeepsSilent;
+    foreign.control = 1;
+    int losses = 0;
+    for (const PlayedCamera::Role& role : {free, silent, foreign})
+    {
+        SCOPED_TRACE(++losses);
+        played->Play(free);
+        ASSERT_EQ(m_camera->Open(1), 0);
+        if (!width)
+            width = Feature("Width");
+        EXPECT_TRUE(width->SetValue(256) == 0 && width->GetValue(value) == 0 && value == 256);
+        // What was set and who controls it are forgotten.
+        played->Play(role);
+        if (role.manner == silent.manner)
+            EXPECT_EQ(Timed([&] { return width->GetValue(value); }, seconds(5)), KltErrorTimeout);
+        else
+            EXPECT_TRUE(WaitFor([&] { return lost == losses; }, seconds(10)));
+        EXPECT_EQ(Timed([&] { return width->GetValue(value); }, seconds(3)), KltErrorDeviceNotOpen);
+        EXPECT_TRUE(WaitFor([&] { return lost == losses; }, seconds(10)));
+        played->Change(free.manner);
+        EXPECT_EQ(width->SetValue(512), KltErrorDeviceNotOpen);
+        EXPECT_EQ(m_camera->GetFeatures(nullptr, count), KltErrorDeviceNotOpen);
+        EXPECT_EQ(m_camera->Open(1), KltErrorInvalidAccess);
+        EXPECT_EQ(m_camera->Close(), 0);
+        EXPECT_EQ(played->Register(PlayedCamera::WidthAddress), 0u);
+        EXPECT_EQ(played->Register(ControlRegister), role.control);
+    }
+    // Cameras can get another address.
+    played.reset();
+    played = std::make_unique<PlayedCamera>("127.0.0.2", "Lost");
+    played->Play(free);
+    EXPECT_TRUE(WaitFor([&] { return m_camera->Open(1) == 0; }, seconds(15)));
+    EXPECT_EQ(width->SetValue(512), 0);
+    EXPECT_EQ(came + went, 0);
+    EXPECT_EQ(lost, 3);
+}
+
+TEST_F(GigE, WhatIsAskedAgainIsAskedWithPatience)
+{
+    typedef PlayedCamera::Manner Manner;
+    PlayedCamera played("127.0.0.1", "Patient");
+    played.Play({"", "", SmallDescription()});
+    m_camera = Await("Patient");
+    ASSERT_EQ(m_camera->Open(1), 0);
+    const FeaturePtr width = Feature("Width");
+    const struct
+    {
+        Manner manner;
+        std::uint16_t command;
+        std::size_t limit;
+    } rows[] = {
+        {Manner::IsSlow, WriteMemory, 1},
+        {Manner::LosesEverySecond, WriteMemory, 4},
+        {Manner::AsksForFiveSeconds, ReadMemory, 1},
+        {Manner::AsksForNothing, ReadMemory, 20},
+    };
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE(&row - rows);
+        played.Change(row.manner);
+        const std::size_t before = played.Questions(row.command).size();
+        KltInt64_t value = 0;
+        EXPECT_EQ(row.command == ReadMemory ? width->GetValue(value) : width->SetValue(640), 0);
+        std::vector<std::uint32_t> questions = played.Questions(row.command);
+        questions.erase(questions.begin(), questions.begin() + before);
+        EXPECT_LE(questions.size(), row.limit);
+        EXPECT_EQ(std::count(questions.begin(), questions.end(), questions.at(0)), questions.size());
+    }
+    played.Change(Manner::WritesHalf);
+    EXPECT_EQ(Feature("Label")->SetValue("half"), KltErrorIncomplete);
 }
 
 TEST_F(GigE, ConnectionsAreKeptAliveAndLeaveNothingBehind)
 {
     PlayedCamera played("127.0.0.1", "Lasting");
-    played.Play({"", "", Description({"Width"}, Width)});
+    played.Play({"", "", SmallDescription()});
     m_camera = Await("Lasting");
     const auto descriptors = [] {
         return std::distance(
@@ -280,8 +349,19 @@ TEST_F(GigE, ConnectionsAreKeptAliveAndLeaveNothingBehind)
     }
     EXPECT_EQ(descriptors(), before);
 
-    // A camera drops a controller that it has not heard from for three seconds.
+    // A camera drops a controller that it has not heard from for three seconds. One that answers is not gone, whether
+    // it is found or not.
+    std::atomic<int> came(0), went(0), lost(0);
+    m_camera = Await("Lasting");
+    ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(new Counter(came, went, lost))), 0);
     ASSERT_EQ(m_camera->Open(1), 0);
-    const int questions = played.Questions();
-    EXPECT_TRUE(WaitFor([&] { return played.Questions() > questions + 1; }, seconds(2)));
+    const FeaturePtr width = Feature("Width");
+    played.Change(PlayedCamera::Manner::IsOverlooked);
+    const std::size_t questions = played.Questions(ReadRegister).size();
+    std::this_thread::sleep_for(seconds(10));
+    EXPECT_GT(played.Questions(ReadRegister).size(), questions + 9);
+    EXPECT_EQ(width->SetValue(640), 0) << "calls have deadlines of their own";
+    EXPECT_EQ(came + went + lost, 0);
+    EXPECT_EQ(m_camera->Close() + m_camera->Open(1) + m_camera->Close(), 0);
+    EXPECT_TRUE(WaitFor([&] { return went == 1; }, seconds(10)));
 }

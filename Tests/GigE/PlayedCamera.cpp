@@ -2,16 +2,23 @@
 
 #include <algorithm>
 #include <arpa/inet.h>
-#include <chrono>
 #include <poll.h>
 #include <sstream>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <utility>
 
 namespace
 {
 
 typedef std::vector<std::uint8_t> Bytes;
+
+// The answer to each has the next number.
+const std::uint16_t Search = 0x02;
+const std::uint16_t ReadRegister = 0x80;
+const std::uint16_t ReadMemory = 0x84;
+const std::uint16_t WriteMemory = 0x86;
+const std::uint16_t Patience = 0x88; ///< There is only the answer, which asks for it.
 
 std::uint32_t Number(const Bytes& bytes, std::size_t at, int size)
 {
@@ -75,6 +82,7 @@ void PlayedCamera::Play(const Role& role)
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_manner = role.manner;
     m_askedForPlace = false;
+    m_askedForWidth = false;
     m_memory.assign(DescriptionAddress + role.description.size() + 4, 0);
     Store(0x24, BytesOf(ntohl(inet_addr(m_address.c_str()))));
     Store(0x48, BytesOf("OPX"));
@@ -90,12 +98,19 @@ void PlayedCamera::Change(Manner manner)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_manner = manner;
+    m_askedForWidth = false;
 }
 
 std::uint32_t PlayedCamera::Register(std::uint32_t address)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     return Number(m_memory, address, 4);
+}
+
+std::vector<std::uint32_t> PlayedCamera::Questions(std::uint16_t command)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_questions[command];
 }
 
 void PlayedCamera::Store(std::uint32_t address, const Bytes& bytes)
@@ -111,6 +126,7 @@ void PlayedCamera::Listen()
         for (const int descriptor : m_sockets)
             readable.push_back({descriptor, POLLIN, 0});
         poll(readable.data(), readable.size(), 20);
+        SendWhatIsDue();
         for (const pollfd& one : readable)
         {
             Bytes question(1024);
@@ -122,60 +138,96 @@ void PlayedCamera::Listen()
                 continue;
             question.resize(received);
             Answer(question, sender);
+            SendWhatIsDue();
         }
     }
+}
+
+void PlayedCamera::SendWhatIsDue()
+{
+    const auto isLater = [now = Clock::now()](const Packet& packet) { return packet.due > now; };
+    const auto due = std::stable_partition(m_outgoing.begin(), m_outgoing.end(), isLater);
+    for (auto packet = due; packet != m_outgoing.end(); ++packet)
+        sendto(m_sockets.front(), packet->bytes.data(), packet->bytes.size(), 0,
+            reinterpret_cast<const sockaddr*>(&packet->receiver), sizeof packet->receiver);
+    m_outgoing.erase(due, m_outgoing.end());
 }
 
 void PlayedCamera::Answer(const Bytes& question, const sockaddr_in& sender)
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     const auto command = static_cast<std::uint16_t>(Number(question, 2, 2));
-    const bool search = command == 2;
-    m_questions += search ? 0 : 1;
-    std::uint16_t status = 0;
-    std::uint16_t kind = command + 1;
-    Bytes answer = Perform(command, question, status);
-    if (!search && m_manner == Manner::AsksForPatience)
+    m_questions[command].push_back(Number(question, 6, 2));
+    m_isSecond = command == Search ? m_isSecond : !m_isSecond;
+    const auto send =
+        [&](std::uint16_t kind, std::uint16_t status, const Bytes& content, std::chrono::milliseconds delay)
     {
-        kind = 0x89;
-        answer = {0, 0, 0xFF, 0xFF};
+        Bytes packet = BytesOf(status, 2);
+        for (const Bytes& part :
+            {BytesOf(kind + 1, 2), BytesOf(content.size(), 2), BytesOf(Number(question, 6, 2), 2), content})
+            packet.insert(packet.end(), part.begin(), part.end());
+        if (command != Search && m_manner == Manner::AnswersHalf)
+            packet.resize(packet.size() / 2);
+        m_outgoing.push_back({Clock::now() + delay, packet, sender});
+    };
+    std::uint16_t status = 0;
+    const Bytes content = Perform(command, question, status);
+    std::chrono::milliseconds delay(0);
+    if (command == Search ? m_manner == Manner::IsOverlooked
+                          : m_manner == Manner::KeepsSilent || (m_manner == Manner::LosesEverySecond && m_isSecond))
+        return;
+    if (command != Search && m_manner == Manner::AsksForPatience)
+        return send(Patience, 0, BytesOf(0xFFFF), delay);
+    if (command != Search && m_manner == Manner::IsSlow)
+        delay = std::chrono::milliseconds(100);
+    const bool asksForNothing = m_manner == Manner::AsksForNothing;
+    if ((asksForNothing || m_manner == Manner::AsksForFiveSeconds) && command == ReadMemory &&
+        Number(question, 8, 4) == WidthAddress)
+    {
+        send(Patience, 0, BytesOf(asksForNothing ? 0 : 5000), delay);
+        delay = std::chrono::seconds(4);
+        if (std::exchange(m_askedForWidth, true))
+            return;
     }
-    Bytes packet = BytesOf(status, 2);
-    for (const Bytes& part : {BytesOf(kind, 2), BytesOf(answer.size(), 2), BytesOf(Number(question, 6, 2), 2), answer})
-        packet.insert(packet.end(), part.begin(), part.end());
-    if (!search && m_manner == Manner::AnswersHalf)
-        packet.resize(packet.size() / 2);
-    if (!search && m_manner == Manner::IsSlow)
-        std::this_thread::sleep_for(std::chrono::milliseconds(100));
-    const bool lost = m_manner == Manner::LosesEverySecond && m_questions % 2 != 0;
-    if (search || (m_manner != Manner::KeepsSilent && !lost))
-        sendto(m_sockets.front(), packet.data(), packet.size(), 0, reinterpret_cast<const sockaddr*>(&sender),
-            sizeof sender);
+    send(command, status, content, delay);
+}
+
+std::uint16_t PlayedCamera::Refusal(std::uint16_t command, std::uint32_t address, std::size_t size) const
+{
+    if (command == WriteMemory && m_manner == Manner::WritesWords)
+        return 0x8001;
+    if (size > 536)
+        return 0x8002;
+    if (address % 4 != 0 || size % 4 != 0)
+        return 0x8005;
+    return address + size > m_memory.size() ? 0x8003 : 0;
 }
 
 PlayedCamera::Bytes PlayedCamera::Perform(std::uint16_t command, const Bytes& question, std::uint16_t& status)
 {
-    const std::uint32_t address = command == 2 ? 0 : Number(question, 8, 4);
-    const bool reads = command == 0x80 || command == 0x84;
-    const std::size_t size = command == 2      ? 0xF8
-                             : command == 0x84 ? Number(question, 14, 2)
-                             : command == 0x80 ? 4
-                                               : question.size() - 12;
-    if (address + size > m_memory.size())
-    {
-        status = 0x8003;
+    if (command == Search)
+        return Bytes(m_memory.begin(), m_memory.begin() + 0xF8);
+    std::uint32_t address = Number(question, 8, 4);
+    const std::size_t size = command == ReadMemory     ? Number(question, 14, 2)
+                             : command == ReadRegister ? 4
+                                                       : question.size() - 12;
+    status = Refusal(command, address, size);
+    if (status != 0)
         return Bytes();
-    }
     if (m_manner == Manner::Lies && address == 0x200 && m_askedForPlace)
         Store(0x200, BytesOf("File:///dev/zero"));
     m_askedForPlace = m_askedForPlace || address == 0x200;
+    if (command == ReadMemory && m_manner == Manner::MixesUp && m_isSecond)
+        address = 0;
     Bytes answer;
-    if (command == 0x84)
+    if (command == ReadMemory)
         answer = BytesOf(address);
-    if (reads || command == 2)
+    if (command == ReadMemory || command == ReadRegister)
         answer.insert(answer.end(), m_memory.begin() + address, m_memory.begin() + address + size);
     if (!answer.empty())
         return answer;
-    Store(address, Bytes(question.begin() + 12, question.end()));
-    return BytesOf(1); // One access was done.
+    const bool isHalf = command == WriteMemory && m_manner == Manner::WritesHalf;
+    Store(address, Bytes(question.begin() + 12, question.end() - (isHalf ? size / 2 : 0)));
+    // How many registers, or bytes.
+    return BytesOf(command == WriteMemory ? size / (isHalf ? 2 : 1) : 1);
 }

@@ -2,7 +2,9 @@
 #define PLAYEDCAMERA_H
 
 #include <atomic>
+#include <chrono>
 #include <cstdint>
+#include <map>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -17,12 +19,18 @@ public:
     enum class Manner
     {
         Answers,
-        KeepsSilent,      ///< Is found, but answers nothing else.
-        AsksForPatience,  ///< For a minute, again and again.
-        AnswersHalf,      ///< The second half of every answer is missing.
-        LosesEverySecond, ///< Of its answers.
+        KeepsSilent,        ///< Is found, but answers nothing else.
+        AsksForPatience,    ///< For a minute, again and again.
+        AsksForFiveSeconds, ///< Only for the width, which it tells after four, once.
+        AsksForNothing,     ///< The same, again and again, but for no time at all.
+        AnswersHalf,        ///< The second half of every answer is missing.
+        LosesEverySecond,   ///< Of its answers.
+        MixesUp,            ///< Every second answer is that for another address.
         IsSlow,
-        Lies ///< Where its description is, when it is asked again.
+        IsOverlooked, ///< By those who look for cameras.
+        WritesWords,  ///< And no memory.
+        WritesHalf,   ///< Of memory, and says so.
+        Lies          ///< Where its description is, when it is asked again.
     };
 
     struct Role
@@ -35,6 +43,7 @@ public:
     };
 
     static const std::uint32_t DescriptionAddress = 0x10000;
+    static const std::uint32_t WidthAddress = 0x9000;
 
     PlayedCamera(const std::string& address, const std::string& serialNumber);
     ~PlayedCamera();
@@ -44,14 +53,26 @@ public:
     void Change(Manner manner);
 
     std::uint32_t Register(std::uint32_t address);
-    int Questions() const { return m_questions; }
+
+    /// The numbers of all questions of a kind that came.
+    std::vector<std::uint32_t> Questions(std::uint16_t command);
 
 private:
     typedef std::vector<std::uint8_t> Bytes;
+    typedef std::chrono::steady_clock Clock;
+
+    struct Packet
+    {
+        Clock::time_point due;
+        Bytes bytes;
+        sockaddr_in receiver;
+    };
 
     void Store(std::uint32_t address, const Bytes& bytes);
     void Listen();
+    void SendWhatIsDue();
     void Answer(const Bytes& question, const sockaddr_in& sender);
+    std::uint16_t Refusal(std::uint16_t command, std::uint32_t address, std::size_t size) const;
     Bytes Perform(std::uint16_t command, const Bytes& question, std::uint16_t& status);
 
     const std::string m_address;
@@ -60,8 +81,11 @@ private:
     std::mutex m_mutex;
     Bytes m_memory;
     Manner m_manner = Manner::Answers;
-    std::atomic<int> m_questions{0};
+    std::map<std::uint16_t, std::vector<std::uint32_t>> m_questions;
+    std::vector<Packet> m_outgoing;
+    bool m_isSecond = false;
     bool m_askedForPlace = false;
+    bool m_askedForWidth = false;
     std::atomic<bool> m_ending{false};
     std::thread m_thread;
 };

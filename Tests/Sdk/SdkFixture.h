@@ -18,11 +18,11 @@
 #include <type_traits>
 #include <vector>
 
-/// Counts the cameras that come and go.
+/// Counts the cameras that come, go and are lost.
 class Counter : public OPX::KltAPI::ICameraListObserver
 {
 public:
-    Counter(std::atomic<int>& came, std::atomic<int>& went) : m_came(came), m_went(went) {}
+    Counter(std::atomic<int>& came, std::atomic<int>& went, std::atomic<int>& lost) : m_counts{&came, &went, &lost} {}
 
     /// Nothing is locked while observers die.
     ~Counter() override { EXPECT_EQ(OPX::KltAPI::KoltaSystem::GetInstance().Shutdown(), 0); }
@@ -31,12 +31,11 @@ public:
     {
         EXPECT_NE(camera.get(), nullptr);
         EXPECT_EQ(OPX::KltAPI::KoltaSystem::GetInstance().Shutdown(), KltErrorInvalidCall);
-        ++(reason == UpdateTriggerCameraArrived ? m_came : m_went);
+        ++*m_counts[reason];
     }
 
 private:
-    std::atomic<int>& m_came;
-    std::atomic<int>& m_went;
+    std::atomic<int>* m_counts[3];
 };
 
 /// The SDK over a folder of descriptions of its own.

@@ -108,26 +108,41 @@ TEST_F(Simulated, TextsAndListsFitOrSayHowMuchTheyNeed)
 
 TEST_F(Simulated, CamerasComeAndGoWithTheirFiles)
 {
-    std::atomic<int> came(0), went(0);
+    std::atomic<int> came(0), went(0), lost(0);
     ASSERT_EQ(System().Startup(), 0);
     const std::size_t shipped = Cameras().size();
     EXPECT_GE(shipped, 3u);
-    ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(new Counter(came, went))), 0);
-    Write("Plug.xml", Description({}, ""));
+    ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(new Counter(came, went, lost))), 0);
+    Write("Plug.xml",
+        Description({"M"}, "<IntReg Name='M'><Address>0</Address><Length>4</Length><AccessMode>RW</AccessMode>"
+                           "<pPort>Device</pPort></IntReg>"));
     EXPECT_TRUE(WaitFor([&] { return came == 1; }));
-    const CameraPtr camera = Find("Plug");
-    ASSERT_NE(camera.get(), nullptr);
-    EXPECT_EQ(Text(*camera, &Camera::GetName), "Model");
+    m_camera = Find("Plug");
+    ASSERT_NE(m_camera.get(), nullptr);
+    EXPECT_EQ(Text(*m_camera, &Camera::GetName), "Model");
     unsigned int count = 0;
-    EXPECT_EQ(System().GetCameras(nullptr, count), 0);
-    std::filesystem::remove(m_folder / "Plug.xml");
+    EXPECT_EQ(System().GetCameras(nullptr, count) + m_camera->Open(1), 0);
+    const FeaturePtr memory = Feature("M");
+    KltInt64_t value = 0;
+    EXPECT_EQ(memory->SetValue(77), 0);
+    std::filesystem::rename(m_folder / "Plug.xml", m_folder / "Plug");
+    EXPECT_EQ(memory->GetValue(value), KltErrorDeviceNotOpen);
     EXPECT_TRUE(WaitFor([&] { return went == 1; }));
     CameraPtrVector listed(count);
     EXPECT_EQ(System().GetCameras(listed.data(), count), 0);
     EXPECT_EQ(count, shipped + 1);
     EXPECT_EQ(Cameras().size(), shipped);
-    EXPECT_EQ(came + went, 2);
-    EXPECT_EQ(camera->Open(1), KltErrorNotFound);
+    EXPECT_EQ(came + went + lost, 3);
+    // The camera is back, but not the session.
+    std::filesystem::rename(m_folder / "Plug", m_folder / "Plug.xml");
+    EXPECT_TRUE(WaitFor([&] { return came == 2; }));
+    EXPECT_EQ(memory->SetValue(78), KltErrorDeviceNotOpen);
+    EXPECT_EQ(m_camera->GetFeatures(nullptr, count), KltErrorDeviceNotOpen);
+    EXPECT_EQ(m_camera->Open(1), KltErrorInvalidAccess);
+    EXPECT_EQ(m_camera->Close() + m_camera->Open(1) + memory->GetValue(value), 0);
+    EXPECT_EQ(value, 0xFFFFFFFF);
+    std::filesystem::remove(m_folder / "Plug.xml");
+    EXPECT_EQ(m_camera->Close() + m_camera->Open(1), KltErrorNotFound);
 }
 
 TEST_F(Simulated, TheSystemHasToBeStarted)
@@ -135,7 +150,7 @@ TEST_F(Simulated, TheSystemHasToBeStarted)
     unsigned int count = 0;
     EXPECT_EQ(System().GetCameras(nullptr, count), KltErrorApiNotStarted);
     std::atomic<int> calls(0);
-    const ICameraListObserverPtr observer(new Counter(calls, calls));
+    const ICameraListObserverPtr observer(new Counter(calls, calls, calls));
     EXPECT_EQ(System().RegisterCameraListObserver(observer), KltErrorApiNotStarted);
     EXPECT_EQ(System().Shutdown(), 0);
     setenv("KOLTA_TRANSPORTS", "none", 1);
@@ -345,16 +360,6 @@ TEST_F(Simulated, EveryNodeOnTheWayToAValueCounts)
         "Label = abcd: 0", "Label: abcd", "Label = abcde: -11", "Chunk: code -6", "Chunk = 1: -6", "Event: code -6",
         "EventNumber: 36865", "ChunkSelf: code -6", "ChunkSwitch = 1: 0", "ChunkSwitch: 1", "ExtendedNode: 5",
         "AllBits = 4294967296: 0", "AllBits: 4294967296"});
-}
-
-TEST_F(Simulated, ACameraWhoseFileGoesDoesNotAnswer)
-{
-    OpenCopyOf("Zoo");
-    EXPECT_EQ(Get("I"), "10");
-    std::filesystem::remove(m_folder / "Zoo.xml");
-    Expect({"I: code -12", "I = 10: -12", "Memory: code -12"});
-    EXPECT_EQ(m_camera->Close(), 0);
-    EXPECT_EQ(m_camera->Open(1), KltErrorNotFound);
 }
 
 TEST_F(Simulated, MemoryKeepsWhatIsWritten)

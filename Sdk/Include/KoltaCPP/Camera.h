@@ -32,12 +32,12 @@ public:
     /// \param features room for \a count handles. With a null pointer, as from `data()` of an empty vector, the call
     ///     only stores how many there are.
     /// \param count the length of \a features; afterwards the number of features
-    /// \return `KltErrorDeviceNotOpen` for a closed camera, `KltErrorMoreData` when \a count is too small,
+    /// \return `KltErrorDeviceNotOpen` for a closed or lost camera, `KltErrorMoreData` when \a count is too small,
     ///     `KltErrorTimeout` when the camera did not answer in time or other threads kept it busy
     KltErrorType GetFeatures(FeaturePtr* features, unsigned int& count);
 
     /// The feature of this name. Waits as `GetFeatures` does. After an error \a feature is unchanged.
-    /// \return `KltErrorNotFound` when there is no such feature, `KltErrorDeviceNotOpen` for a closed camera,
+    /// \return `KltErrorNotFound` when there is no such feature, `KltErrorDeviceNotOpen` for a closed or lost camera,
     ///     `KltErrorBadParameter` for a null pointer, `KltErrorTimeout` when the camera did not answer in time or other
     ///     threads kept it busy
     KltErrorType GetFeatureByName(const char* name, FeaturePtr& feature);
@@ -56,6 +56,13 @@ protected:
 /// for other threads and listing the features, but opening, and every access to a register, ends when the driver gives
 /// up. With a simulated camera, calls also look whether its file is still the same, which takes as long as the file
 /// system does. The camera is closed and destroyed with its last handle; its features may live longer.
+///
+/// An open camera is lost when it is restarted or unplugged, when a camera in a network cannot be reached for three
+/// seconds or is controlled by another program, and when the file of a simulated camera changes. This is noticed within
+/// a few seconds, or earlier by a call that gets no answer. From then on all calls that need the connection give
+/// `KltErrorDeviceNotOpen` at once, also if the camera is back: its settings may be gone, and nothing is done about
+/// that behind the program's back. Observers are told once, with `UpdateTriggerOpenStateChanged`. `Close` and `Open`
+/// connect again, and the features of before can be used again.
 ///
 /// This interface is for features. It transfers no images and delivers no events; ranges, increments and units are in
 /// the camera's description only, which `Extensions.h` hands out.
@@ -77,7 +84,8 @@ public:
     /// Opens the camera and reads its description, which may take up to ten seconds.
     /// \return
     ///  - `KltErrorBadParameter`: an access mode that is not `KltAccessModeFull`
-    ///  - `KltErrorInvalidAccess`: it is open already or, in a network, another program controls it
+    ///  - `KltErrorInvalidAccess`: it is open already, even if it has been lost, or, in a network, another program
+    ///    controls it
     ///  - `KltErrorNotFound`: it is gone; a simulated camera: its file was removed or replaced; on USB also: you may
     ///    not open the device, or it delivers no description that can be read
     ///  - `KltErrorTimeout`: it does not answer (in a network), or other threads kept it busy

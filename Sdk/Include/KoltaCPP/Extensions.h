@@ -68,7 +68,7 @@ KOLTACPP_EXPORT KltErrorType GetAddress(const Camera& camera, char* address, uns
 
 /// The camera's own description (GenICam XML), unpacked, in the encoding that it declares; megabytes for large cameras.
 /// Read like `Feature::GetName`. Waits for the calls of other threads.
-/// \return `KltErrorDeviceNotOpen` for a closed camera, `KltErrorMoreData` when \a length is too small,
+/// \return `KltErrorDeviceNotOpen` for a closed or lost camera, `KltErrorMoreData` when \a length is too small,
 ///     `KltErrorTimeout` when other threads kept the camera busy
 KOLTACPP_EXPORT KltErrorType GetDescription(const Camera& camera, char* description, unsigned int& length);
 

@@ -19,7 +19,7 @@ namespace KltAPI
 ///
 /// Name, category, data type, flags and entries are fixed when the camera's features are listed and can be asked for
 /// at any time, even after the camera was closed. Values can be read and written while the camera is open; on a closed
-/// camera these calls give `KltErrorDeviceNotOpen`. Calls on features of one camera may come from any thread.
+/// or lost camera these calls give `KltErrorDeviceNotOpen`. Calls on features of one camera may come from any thread.
 ///
 /// Texts are asked for twice: with a null buffer the call stores the length in bytes, without a terminating zero; with
 /// a buffer it expects the buffer's size in \a length, fills in the text and stores its length. A terminating zero is
@@ -60,7 +60,7 @@ public:
     /// \name Values
     /// Every call asks the camera and returns when it has answered, with the time limit that `Camera` describes.
     /// Numbers are in the unit that the description gives; nothing is converted. After an error \a value is unchanged.
-    ///  - `KltErrorDeviceNotOpen`: the camera is not open
+    ///  - `KltErrorDeviceNotOpen`: the camera is not open, or has been lost since; see `Camera`
     ///  - `KltErrorWrongType`: the feature is of another type
     ///  - `KltErrorInvalidAccess`: it cannot be read or written, or not now; the entry is not available now; or the
     ///    value comes with images or events and not from a register
@@ -68,7 +68,7 @@ public:
     ///    the wrong length, not an entry of the enumeration, or not in the integer's list of values
     ///  - `KltErrorNotFound`: the camera was opened again and its description no longer has the feature, or a formula
     ///    of the description needs something that is not in it
-    ///  - `KltErrorTimeout`: the camera does not answer or is gone, or other threads kept it busy
+    ///  - `KltErrorTimeout`: the camera does not answer, or other threads kept it busy
     ///  - `KltErrorOther`: a formula of the description has no value
     ///  - `KltErrorResources`: a length (of more than 16 MiB) or the result of a formula is unreasonably large, or
     ///    there is not enough memory

@@ -20,7 +20,7 @@ enum KltErrorCode : int32_t
     KltErrorApiNotStarted = -2,     ///< -2: `KoltaSystem::Startup` was not called.
     KltErrorNotFound = -3,          ///< -3: there is no such camera, feature or file.
     KltErrorBadHandle = -4,         ///< -4: a handle is empty.
-    KltErrorDeviceNotOpen = -5,     ///< -5: the camera is not open.
+    KltErrorDeviceNotOpen = -5,     ///< -5: the camera is not open, or was lost since.
     KltErrorInvalidAccess = -6,     ///< -6: not allowed, or not now: the camera is in use, the feature locked.
     KltErrorBadParameter = -7,      ///< -7: a parameter makes no sense, usually a null pointer.
     KltErrorStructSize = -8,        ///< -8: a struct of another version of the SDK.
@@ -82,7 +82,7 @@ enum UpdateTriggerType : int32_t
 {
     UpdateTriggerCameraArrived = 0,   ///< It was found.
     UpdateTriggerCameraLeft = 1,      ///< It is no longer found.
-    UpdateTriggerOpenStateChanged = 2 ///< Somebody opened or closed it. This library does not report it.
+    UpdateTriggerOpenStateChanged = 2 ///< It was open, and the connection has been lost; see `Camera`.
 };
 
 /// The SDK's outer namespace.

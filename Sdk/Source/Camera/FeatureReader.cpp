@@ -120,7 +120,9 @@ bool FeatureReader::IsImplemented(const NodeChain& chain)
 
 void FeatureReader::Notice(const Failure& failure)
 {
-    if (failure.code == KltErrorTimeout || std::chrono::steady_clock::now() > m_deadline)
+    if (failure.code == KltErrorDeviceNotOpen)
+        m_failure = failure;
+    else if (failure.code == KltErrorTimeout || std::chrono::steady_clock::now() > m_deadline)
         m_failure = KltErrorTimeout;
 }
 

@@ -35,7 +35,7 @@ public:
     explicit FeatureReader(const Connection& connection);
 
     /// All implemented features in the order of the categories. KltErrorTimeout when the camera stops answering or
-    /// takes too long; what was read until then is of no use.
+    /// takes too long, KltErrorDeviceNotOpen when it is lost; what was read until then is of no use.
     Failure Read(std::vector<FeatureData>& features);
 
 private:

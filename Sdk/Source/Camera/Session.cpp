@@ -8,18 +8,10 @@
 
 namespace OPX::KltAPI
 {
-namespace
-{
 
-/// Ten seconds are promised. What remains is for closing the connection again, and for what the processor does after
-/// the camera's last answer.
-const std::chrono::seconds CallLimit(9);
-
-} // namespace
-
-Session::Call::Call(Session& session)
+Session::Call::Call(Session& session, Connection::Clock::duration limit)
     : m_session(session),
-      m_deadline(Connection::Clock::now() + CallLimit),
+      m_deadline(Connection::Clock::now() + limit),
       m_hasLock(session.m_mutex.LockUntil(m_deadline))
 {
     if (m_hasLock)
@@ -36,7 +28,7 @@ KltErrorType Session::Call::Refusal() const
 {
     if (!m_hasLock)
         return KltErrorTimeout;
-    return m_session.m_connection.nodeMap ? KltErrorSuccess : KltErrorDeviceNotOpen;
+    return m_session.IsOpen() && !m_session.HasEnded() ? KltErrorSuccess : KltErrorDeviceNotOpen;
 }
 
 Session::Session(Connector connect, std::string camera) : m_connect(std::move(connect)), m_camera(std::move(camera))
@@ -46,7 +38,7 @@ Session::Session(Connector connect, std::string camera) : m_connect(std::move(co
 KltErrorType Session::Open()
 {
     const Call call(*this);
-    if (call.Refusal() != KltErrorDeviceNotOpen)
+    if (!call.HasLock() || IsOpen())
         return call.HasLock() ? KltErrorInvalidAccess : KltErrorTimeout;
     Connection connection;
     *connection.deadline = call.Deadline();
@@ -63,8 +55,8 @@ KltErrorType Session::Close()
     // The features own this session: they are released only after the lock, or the last one would destroy it.
     FeaturePtrVector features;
     const Call call(*this);
-    if (call.Refusal() != KltErrorSuccess)
-        return call.Refusal();
+    if (!call.HasLock() || !IsOpen())
+        return call.HasLock() ? KltErrorDeviceNotOpen : KltErrorTimeout;
     Connection closed;
     std::swap(closed, m_connection);
     m_listed = false;
@@ -98,20 +90,49 @@ KltErrorType Session::GetFeature(const std::string& name, FeaturePtr& feature)
 KltErrorType Session::GetDescription(std::string& xml)
 {
     const Call call(*this);
-    if (call.Refusal() == KltErrorSuccess)
+    const KltErrorType refusal = call.Refusal();
+    if (refusal == KltErrorSuccess)
         xml = m_connection.description->xml;
-    return call.Refusal();
+    return refusal;
+}
+
+Session::Life Session::Look(bool isMissing)
+{
+    const Call call(*this, Connection::Clock::duration::zero());
+    if (!call.HasLock())
+        return Life::GoesOn;
+    if (!IsOpen())
+        return Life::IsOver;
+    if (isMissing && !m_connection.isThere)
+        m_connection.hasEnded = true;
+    if (!HasEnded())
+        return Life::GoesOn;
+    return std::exchange(m_connection.isEndTold, true) ? Life::IsOver : Life::HasJustEnded;
+}
+
+bool Session::HasEnded()
+{
+    if (m_connection.isThere && !m_connection.isThere())
+        m_connection.hasEnded = true;
+    return m_connection.hasEnded;
+}
+
+/// Of an access: its code can be that the camera has been lost.
+KltErrorType Session::Notice(KltErrorType code)
+{
+    if (code == KltErrorDeviceNotOpen)
+        m_connection.hasEnded = true;
+    return code;
 }
 
 KltErrorType Session::EnsureListed(const Call& call)
 {
-    if (call.Refusal() != KltErrorSuccess || m_listed)
-        return call.Refusal();
-    if (!IsThere())
-        return KltErrorTimeout;
+    const KltErrorType refusal = call.Refusal();
+    if (refusal != KltErrorSuccess || m_listed)
+        return refusal;
     std::vector<FeatureData> read;
     if (Failure failure = FeatureReader(m_connection).Read(read))
-        return failure.code;
+        return Notice(failure.code);
     for (FeatureData& data : read)
     {
         m_indices.emplace(data.name, m_features.size());

@@ -18,6 +18,9 @@ namespace OPX::KltAPI
 /// No call takes longer than ten seconds, whatever the camera and other threads do; it fails with KltErrorTimeout then.
 /// Aravis' USB devices do not know the deadline: they can take longer over one access to a register.
 ///
+/// A session that has lost its camera stays open, but has ended: all calls fail with KltErrorDeviceNotOpen until it is
+/// closed and opened again.
+///
 /// Lives as long as the camera or one of its features; opened again, it serves the earlier features, too.
 class Session : public std::enable_shared_from_this<Session>
 {
@@ -36,19 +39,29 @@ public:
     /// The feature of this name; KltErrorNotFound if there is none.
     KltErrorType GetFeature(const std::string& name, FeaturePtr& feature);
 
+    /// What Look() has found.
+    enum class Life
+    {
+        GoesOn,
+        HasJustEnded, ///< Said once.
+        IsOver        ///< Or has not begun.
+    };
+
+    /// Looks whether the camera has been lost, without waiting for the calls of others.
+    /// \param isMissing whether scans no longer find the camera
+    Life Look(bool isMissing);
+
     /// Calls \a access with the node of this name, which it must not keep, and the connection; returns its code.
     template <class Access>
     KltErrorType Use(const std::string& nodeName, Access access)
     {
         const Call call(*this);
-        if (call.Refusal() != KltErrorSuccess)
-            return call.Refusal();
-        if (!IsThere())
-            return KltErrorTimeout;
+        if (const KltErrorType refusal = call.Refusal())
+            return refusal;
         ArvGcNode* node = arv_gc_get_node(m_connection.nodeMap.get(), nodeName.c_str());
         if (!ARV_IS_GC_FEATURE_NODE(node))
             return KltErrorNotFound;
-        return access(ARV_GC_FEATURE_NODE(node), static_cast<const Connection&>(m_connection)).code;
+        return Notice(access(ARV_GC_FEATURE_NODE(node), static_cast<const Connection&>(m_connection)).code);
     }
 
 private:
@@ -56,7 +69,7 @@ private:
     class Call
     {
     public:
-        explicit Call(Session& session);
+        explicit Call(Session& session, Connection::Clock::duration limit = CallLimit);
         ~Call();
         Call(const Call&) = delete;
         Call& operator=(const Call&) = delete;
@@ -64,7 +77,8 @@ private:
         bool HasLock() const { return m_hasLock; }
         Connection::Clock::time_point Deadline() const { return m_deadline; }
 
-        /// Why the camera cannot be used: KltErrorTimeout others take too long, KltErrorDeviceNotOpen; or success.
+        /// Why the camera cannot be used: KltErrorTimeout others take too long, KltErrorDeviceNotOpen not opened or
+        /// lost; or success.
         KltErrorType Refusal() const;
 
     private:
@@ -73,7 +87,13 @@ private:
         const bool m_hasLock;
     };
 
-    bool IsThere() const { return !m_connection.isThere || m_connection.isThere(); }
+    /// Ten seconds are promised. What remains is for closing the connection again, and for what the processor does
+    /// after the camera's last answer.
+    static constexpr std::chrono::seconds CallLimit{9};
+
+    bool IsOpen() const { return m_connection.nodeMap != nullptr; }
+    bool HasEnded();
+    KltErrorType Notice(KltErrorType code);
     KltErrorType EnsureListed(const Call& call);
 
     const Connector m_connect;

@@ -13,17 +13,26 @@ CameraList::Changes CameraList::Update(const Transport& transport, const std::ve
     std::set<std::string> ids;
     for (const CameraRecord& record : found)
         ids.insert(record.id);
-    const std::lock_guard<std::mutex> lock(m_mutex);
     std::vector<Known> kept;
-    for (Known& known : m_known)
+    // Nobody else changes them, so no lock is needed: looking at a session can take as long as a file system does.
+    for (Known known : m_known)
     {
-        if (known.transport == &transport)
-            known.misses = ids.erase(known.id) != 0 ? 0 : known.misses + 1;
-        if (known.transport == &transport && known.misses > transport.ToleratedMisses())
+        if (known.transport != &transport)
+        {
+            kept.push_back(known);
+            continue;
+        }
+        known.misses = ids.erase(known.id) != 0 ? 0 : known.misses + 1;
+        const bool isMissing = known.misses > transport.ToleratedMisses();
+        const Session::Life life = FeatureContainer::Impl::Of(*known.camera).session->Look(isMissing);
+        if (life == Session::Life::HasJustEnded)
+            changes.emplace_back(known.camera, UpdateTriggerOpenStateChanged);
+        if (isMissing && life != Session::Life::GoesOn)
             changes.emplace_back(known.camera, UpdateTriggerCameraLeft);
         else
             kept.push_back(known);
     }
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_known.swap(kept);
     for (const CameraRecord& record : found)
     {

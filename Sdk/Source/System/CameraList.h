@@ -17,8 +17,9 @@ class CameraList
 public:
     typedef std::vector<std::pair<CameraPtr, UpdateTriggerType>> Changes;
 
-    /// Takes over what a scan of \a transport has found.
-    /// \return the cameras that came and went
+    /// Takes over what a scan of \a transport has found, and looks after the sessions. A camera that others talk to, or
+    /// that answers a program, has not gone, whatever a scan misses. One thread at a time.
+    /// \return the cameras that came and went, and those that an open session has lost
     Changes Update(const Transport& transport, const std::vector<CameraRecord>& found);
 
     CameraPtrVector Cameras() const;

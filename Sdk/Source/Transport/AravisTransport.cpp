@@ -44,6 +44,7 @@ Failure ConnectGige(const std::string& address, Connection& connection)
         return failure;
     if (Failure failure = camera->TakeControl())
         return failure;
+    connection.isThere = [known = camera.get()] { return !known->IsLost(); };
     connection.device = NewRegisterDevice(std::move(camera), DeviceKind::GigEVision);
     return connection.Use(description);
 }

@@ -31,8 +31,11 @@ struct Connection
 
     TakeUnknown takeUnknown; ///< For simulated cameras.
 
-    /// Whether the camera is still there. Empty for cameras that do not answer when they are gone.
+    /// Whether the camera is still there, and still ours. Empty for cameras of which only a scan can tell.
     std::function<bool()> isThere;
+
+    bool hasEnded = false; ///< The camera was gone; whether it is back does not matter.
+    bool isEndTold = false;
 
     /// Makes the node map of a description, which may have a problem. For connections with a device.
     Failure Use(std::shared_ptr<const SafeDescription> checked)

@@ -7,9 +7,7 @@ namespace
 
 using std::chrono::milliseconds;
 
-/// Who controls the camera: nobody, somebody, or somebody who does not let others read either.
-const std::uint32_t ControlRegister = 0xA00;
-const std::uint32_t Controlled = 2;
+/// Somebody controls the camera, and may let others read.
 const std::uint32_t ControlBits = 3;
 
 /// A camera drops a controller that it has not heard from for three seconds. Some of what is sent gets lost.
@@ -45,8 +43,8 @@ Failure GvcpCamera::TakeControl()
     m_heart = std::thread(
         [this, end = m_end.get_future()]
         {
-            while (end.wait_for(Heartbeat) != std::future_status::ready)
-                Touch(ControlRegister);
+            while (!IsLost() && end.wait_for(Heartbeat) != std::future_status::ready)
+                Touch();
         });
     return KltErrorSuccess;
 }

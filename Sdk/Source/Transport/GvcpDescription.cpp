@@ -45,9 +45,9 @@ Failure FetchFrom(GvcpChannel& camera, std::uint32_t addressRegister, SafeDescri
     std::string content(size, '\0');
     if (Failure failure = ReadText(camera, std::stoull(found[2], nullptr, 16), content))
         return failure;
-    // The size can be that of the memory around it. An archive may end with zeros.
+    // The size can be that of the memory around it, which holds zeros or was never written. An archive may end so.
     if (!IsZip(content))
-        content.erase(content.find_last_not_of('\0') + 1);
+        content.erase(content.find_last_not_of(std::string("\0\xFF", 2)) + 1);
     description = CheckDescription(std::move(content), std::string());
     return description.problem ? Failure(KltErrorOther, description.problem) : Failure();
 }
