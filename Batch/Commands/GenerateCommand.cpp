@@ -101,7 +101,7 @@ FeatureInfos Prepare(BatchWriter& writer, const GenerateOptions& wanted)
 {
     if (wanted.outputFolder.empty())
         throw CommandError(ExitUsage, "The name of the output folder is empty.");
-    if (wanted.outputFolder == "-")
+    if (wanted.outputFolder == "-" || IsStandardOutput(wanted.outputFolder))
         throw CommandError(ExitUsage, "A class is two files, so it cannot go to the standard output. Name a folder.");
     std::vector<CameraFeatures> cameras = ReadFeatures(wanted.cameras);
     WarnOfMistakes(cameras);
@@ -178,6 +178,12 @@ bool PrintDifference(const FileContent& expected)
 {
     if (expected.IsThere())
         return false;
+    std::error_code error;
+    if (fs::status(expected.path, error).type() == fs::file_type::not_found)
+    {
+        TellError("'" + expected.path + "' does not exist.");
+        return true;
+    }
     const std::string difference =
         UnifiedDiff(expected.path, expected.Present().toStdString(), expected.bytes.toStdString());
     std::fwrite(difference.data(), 1, difference.size(), stdout);

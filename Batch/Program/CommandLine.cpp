@@ -94,8 +94,10 @@ CLI::Option* CommandLine::AddCamera(
     return command
         ->add_option_function<std::string>(
             option,
-            [this, kind](const std::string& given)
+            [this, option, kind](const std::string& given)
             {
+                if (given.empty())
+                    throw CommandError(ExitUsage, std::string("The value of ") + option + " is empty.");
                 m_options.cameras.emplace_back();
                 m_options.cameras.back().*kind = given;
             },
