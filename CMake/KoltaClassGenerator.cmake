@@ -8,8 +8,8 @@
 # library can include the header. Several descriptions give one class for all of these cameras. The class is generated
 # again when a description, its start values, a template, the generator or its SDK changes, and compiled again only if it
 # has changed then. Options are those of kolta-classgen; a relative output folder lies below the binary folder. The
-# variable gets the header's path, for install(). The source is not linted: before CMake 3.27 only not by clang-tidy, if
-# that has its checks from files, and only below the binary folder.
+# variable gets the header's path, for install(). The source is not linted; before CMake 3.27 it is up to the template to
+# say so, as ours does to clang-tidy.
 function(kolta_add_camera_class target)
     set(names OUTPUT_DIRECTORY HEADER SOURCE HEADER_TEMPLATE SOURCE_TEMPLATE)
     set(texts GETTER_PREFIX GETTER_SUFFIX SETTER_PREFIX SETTER_SUFFIX CONFLICTS)
@@ -122,11 +122,6 @@ function(kolta_add_camera_class target)
     add_custom_target(${target}_${arg_CLASS} DEPENDS ${stamp})
     add_dependencies(${target} ${target}_${arg_CLASS})
     set_source_files_properties(${files} PROPERTIES GENERATED ON SKIP_UNITY_BUILD_INCLUSION ON SKIP_LINTING ON)
-    cmake_path(IS_PREFIX CMAKE_BINARY_DIR ${output} is_ours)
-    if(CMAKE_VERSION VERSION_LESS 3.27 AND is_ours)
-        # It needs at least one check: one that a class cannot fail.
-        file(WRITE ${output}/.clang-tidy "Checks: '-*,misc-definitions-in-headers'\n")
-    endif()
     target_sources(${target} PRIVATE ${files} ${descriptions})
     target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${output}>)
     if(arg_HEADER_VARIABLE)
