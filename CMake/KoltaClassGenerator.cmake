@@ -1,16 +1,19 @@
 # kolta_add_camera_class(<target> XML <file>... CLASS <name>
 #     [OUTPUT_DIRECTORY <folder>] [HEADER <name>] [SOURCE <name>]
 #     [HEADER_TEMPLATE <file>] [SOURCE_TEMPLATE <file>]
-#     [GETTER_PREFIX <text>] [GETTER_SUFFIX <text>] [SETTER_PREFIX <text>] [SETTER_SUFFIX <text>] [FORCE])
+#     [GETTER_PREFIX <text>] [GETTER_SUFFIX <text>] [SETTER_PREFIX <text>] [SETTER_SUFFIX <text>]
+#     [ONLY <glob>...] [EXCLUDE <glob>...] [CONFLICTS handle] [FORCE] [HEADER_VARIABLE <variable>])
 #
 # Generates a camera's class from its description and adds it to an executable or a library of this folder; users of the
 # library can include the header. Several descriptions give one class for all of these cameras. The class is generated
-# again when a description, its start values, a template or the generator changes, and compiled again only if it has
-# changed then. Options are those of kolta-classgen; a relative output folder lies below the binary folder.
+# again when a description, its start values, a template, the generator or its SDK changes, and compiled again only if it
+# has changed then. Options are those of kolta-classgen; a relative output folder lies below the binary folder. The
+# variable gets the header's path, for install(). The source is not linted; before CMake 3.27 it is up to the template to
+# say so, as ours does to clang-tidy.
 function(kolta_add_camera_class target)
     set(names OUTPUT_DIRECTORY HEADER SOURCE HEADER_TEMPLATE SOURCE_TEMPLATE)
-    set(texts GETTER_PREFIX GETTER_SUFFIX SETTER_PREFIX SETTER_SUFFIX)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "FORCE" "CLASS;${names};${texts}" XML)
+    set(texts GETTER_PREFIX GETTER_SUFFIX SETTER_PREFIX SETTER_SUFFIX CONFLICTS)
+    cmake_parse_arguments(PARSE_ARGV 1 arg "FORCE" "CLASS;HEADER_VARIABLE;${names};${texts}" "XML;ONLY;EXCLUDE")
     set(call "kolta_add_camera_class(${target})")
     # A misspelled keyword after the files is taken for one of them.
     set(unknown ${arg_XML})
@@ -20,6 +23,8 @@ function(kolta_add_camera_class target)
         message(FATAL_ERROR "${call}: XML and CLASS are required.")
     elseif(unknown)
         message(FATAL_ERROR "${call}: unknown arguments: ${unknown}.")
+    elseif(arg_XML MATCHES "\\$<")
+        message(FATAL_ERROR "${call}: XML takes no generator expressions. The files have to be known while CMake runs.")
     elseif(NOT arg_CLASS MATCHES "^[A-Za-z_][A-Za-z0-9_]*$")
         message(FATAL_ERROR "${call}: '${arg_CLASS}' is not a name for a class.")
     elseif(NOT TARGET ${target})
@@ -51,6 +56,12 @@ function(kolta_add_camera_class target)
             list(APPEND options "--${option}=${arg_${text}}")
         endif()
     endforeach()
+    foreach(choice IN ITEMS only exclude)
+        string(TOUPPER ${choice} keyword)
+        foreach(glob IN LISTS arg_${keyword})
+            list(APPEND options "--${choice}=${glob}")
+        endforeach()
+    endforeach()
     if(arg_FORCE)
         list(APPEND options --force)
     endif()
@@ -68,7 +79,8 @@ function(kolta_add_camera_class target)
     foreach(xml IN LISTS arg_XML)
         get_filename_component(xml ${xml} ABSOLUTE)
         string(REGEX REPLACE "\\.[^./]*$" ".values" values ${xml})
-        file(GLOB values CONFIGURE_DEPENDS ${values})
+        string(REGEX REPLACE "[[*?]" "[\\0]" values "${values}")
+        file(GLOB values CONFIGURE_DEPENDS "${values}")
         if(xml MATCHES ":")
             # Make would take the colon for its own.
             list(LENGTH descriptions number)
@@ -91,17 +103,28 @@ function(kolta_add_camera_class target)
     set(files ${output}/${arg_HEADER} ${output}/${arg_SOURCE})
     set(stamp ${CMAKE_CURRENT_BINARY_DIR}/${target}_${arg_CLASS}.stamp)
     set(generator KoltaClassGenerator::kolta-classgen)
+    set(made BYPRODUCTS ${files})
+    if(CMAKE_GENERATOR MATCHES "Makefiles")
+        # For make by-products are nothing to look after. What is gone counts as changed, and so does the stamp then.
+        foreach(file IN LISTS files)
+            add_custom_command(OUTPUT ${file} COMMAND ${CMAKE_COMMAND} -E true COMMENT "")
+        endforeach()
+        set(made DEPENDS ${files})
+    endif()
     add_custom_command(OUTPUT ${stamp}
-        BYPRODUCTS ${files}
+        ${made}
         COMMAND ${generator} generate --class ${arg_CLASS} --header ${arg_HEADER} --source ${arg_SOURCE}
             --output ${output} ${options}
         COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
-        DEPENDS ${inputs} ${KOLTA_DEFAULT_TEMPLATES} ${generator}
+        DEPENDS ${inputs} ${KOLTA_GENERATOR_FILES} ${generator}
         COMMENT "Generating ${arg_CLASS}"
         VERBATIM)
     add_custom_target(${target}_${arg_CLASS} DEPENDS ${stamp})
     add_dependencies(${target} ${target}_${arg_CLASS})
-    set_source_files_properties(${files} PROPERTIES GENERATED ON SKIP_UNITY_BUILD_INCLUSION ON)
+    set_source_files_properties(${files} PROPERTIES GENERATED ON SKIP_UNITY_BUILD_INCLUSION ON SKIP_LINTING ON)
     target_sources(${target} PRIVATE ${files} ${descriptions})
     target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${output}>)
+    if(arg_HEADER_VARIABLE)
+        set(${arg_HEADER_VARIABLE} ${output}/${arg_HEADER} PARENT_SCOPE)
+    endif()
 endfunction()

@@ -188,14 +188,28 @@ QByteArray FileContent::Present() const
     return content;
 }
 
+bool IsStandardOutput(const std::string& path)
+{
+    struct stat file = {};
+    struct stat output = {};
+    return stat(path.c_str(), &file) == 0 && fstat(STDOUT_FILENO, &output) == 0 && file.st_dev == output.st_dev &&
+           file.st_ino == output.st_ino;
+}
+
 void ReplaceFiles(const std::vector<FileContent>& files)
 {
     const SignalsHeldBack held;
     std::list<Replacement> replacements;
+    std::list<const FileContent*> printed;
     for (const FileContent& file : files)
-        replacements.emplace_back(file).Prepare();
+        if (IsStandardOutput(file.path))
+            printed.push_back(&file);
+        else
+            replacements.emplace_back(file).Prepare();
     for (Replacement& replacement : replacements)
         replacement.Apply();
     for (Replacement& replacement : replacements)
         replacement.Keep();
+    for (const FileContent* file : printed)
+        std::fwrite(file->bytes.constData(), 1, static_cast<std::size_t>(file->bytes.size()), stdout);
 }

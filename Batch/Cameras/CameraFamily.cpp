@@ -1,8 +1,14 @@
 #include "Cameras/CameraFamily.h"
 
+#include "Base/Messages.h"
 #include "KoltaHelper.h"
 #include "SdkReads.h"
 
+#include <fnmatch.h>
+
+#include <algorithm>
+#include <iterator>
+#include <set>
 #include <unordered_map>
 #include <utility>
 
@@ -11,17 +17,51 @@ using namespace OPX::KltAPI;
 namespace
 {
 
-/// Where a feature of the family comes from.
-struct Origin
+/// Cameras that agree on something.
+struct Side
 {
-    struct Entry
-    {
-        KltInt64_t value;
-        const std::string* camera;
-    };
+    KltInt64_t value;
+    std::vector<const std::string*> cameras;
+};
 
-    const std::string* camera;
-    std::unordered_map<std::string, Entry> entries; ///< By name. Filled when a second camera has the feature, too.
+typedef std::vector<Side> Sides;
+
+void Note(Sides& sides, KltInt64_t value, const std::string& camera)
+{
+    auto side = std::find_if(sides.begin(), sides.end(), [value](const Side& any) { return any.value == value; });
+    if (side == sides.end())
+        side = sides.insert(side, {value, {}});
+    if (side->cameras.empty() || side->cameras.back() != &camera)
+        side->cameras.push_back(&camera);
+}
+
+std::string TypeText(KltInt64_t value)
+{
+    return TypeName(static_cast<KltFeatureDataType>(value));
+}
+
+std::string NumberText(KltInt64_t value)
+{
+    return std::to_string(value);
+}
+
+/// "A, B", or one of them and how many more there are.
+std::string Names(const std::vector<const std::string*>& cameras)
+{
+    const std::size_t most = 5;
+    if (cameras.size() > most)
+        return Named(*cameras.front(), "") + " (and " + std::to_string(cameras.size() - 1) + " more)";
+    std::string names;
+    for (const std::string* camera : cameras)
+        names += (names.empty() ? "" : ", ") + Named(*camera, "");
+    return names;
+}
+
+/// What cameras say of a feature.
+struct Opinions
+{
+    Sides types;
+    std::unordered_map<std::string, Sides> entries; ///< By name. Filled when a second camera has the feature, too.
 };
 
 class Union
@@ -40,60 +80,91 @@ public:
                 Merge(known->second, feature, camera.label);
             else
             {
+                m_opinions.push_back({{{feature.dataType, {&camera.label}}}, {}});
                 m_family.features.push_back(std::move(feature));
-                m_origins.push_back({&camera.label, {}});
             }
         }
     }
 
-    CameraFamily Result() { return std::move(m_family); }
+    CameraFamily Result()
+    {
+        for (std::size_t i = 0; i < m_opinions.size(); ++i)
+            Compare(m_family.features[i], m_opinions[i]);
+        return std::move(m_family);
+    }
 
 private:
     void Merge(std::size_t index, const FeatureInfo& feature, const std::string& camera)
     {
         FeatureInfo& common = m_family.features[index];
+        Note(m_opinions[index].types, feature.dataType, camera);
         if (common.dataType != feature.dataType)
-            return Contradict("'" + feature.name + "'", TypeName(common.dataType), *m_origins[index].camera,
-                TypeName(feature.dataType), camera);
+            return;
         // Whether the class has a setter is asked of the handle.
         if (!Has(*common.feature, KltFeatureFlagsWrite) && Has(*feature.feature, KltFeatureFlagsWrite))
             common.feature = feature.feature;
-        MergeEntries(common, m_origins[index], feature.entries, camera);
+        MergeEntries(common, m_opinions[index], feature.entries, camera);
     }
 
-    void MergeEntries(
-        FeatureInfo& common, Origin& origin, const std::vector<EnumEntry>& entries, const std::string& camera)
+    static void MergeEntries(
+        FeatureInfo& common, Opinions& opinions, const std::vector<EnumEntry>& entries, const std::string& camera)
     {
-        if (origin.entries.empty())
+        if (opinions.entries.empty())
             for (const EnumEntry& entry : common.entries)
-                origin.entries.emplace(
-                    TextOf(entry, &EnumEntry::GetName), Origin::Entry{ValueOf(entry), origin.camera});
+                opinions.entries.emplace(TextOf(entry, &EnumEntry::GetName),
+                    Sides{{ValueOf(entry), {opinions.types.front().cameras.front()}}});
         for (const EnumEntry& entry : entries)
         {
-            const std::string name = TextOf(entry, &EnumEntry::GetName);
-            const KltInt64_t value = ValueOf(entry);
-            const auto place = origin.entries.emplace(name, Origin::Entry{value, &camera});
-            const Origin::Entry& known = place.first->second;
-            if (place.second)
+            Sides& sides = opinions.entries[TextOf(entry, &EnumEntry::GetName)];
+            if (sides.empty())
                 common.entries.push_back(entry);
-            else if (known.value != value)
-                Contradict("Entry '" + name + "' of '" + common.name + "'", std::to_string(known.value), *known.camera,
-                    std::to_string(value), camera);
+            Note(sides, ValueOf(entry), camera);
         }
     }
 
-    void Contradict(const std::string& what, const std::string& before, const std::string& first,
-        const std::string& after, const std::string& second)
+    /// Finds out where cameras do not agree.
+    void Compare(const FeatureInfo& feature, const Opinions& opinions)
     {
-        m_family.contradictions.push_back(
-            what + " is " + before + " in '" + first + "' and " + after + " in '" + second + "'.");
+        const std::string name = "'" + feature.name + "'";
+        Compare(feature.name, name, opinions.types, &TypeText);
+        if (!opinions.entries.empty())
+            for (const EnumEntry& entry : feature.entries)
+            {
+                const std::string entryName = TextOf(entry, &EnumEntry::GetName);
+                Compare(
+                    feature.name, name + ": entry '" + entryName + "'", opinions.entries.at(entryName), &NumberText);
+            }
+    }
+
+    void Compare(
+        const std::string& feature, const std::string& what, const Sides& sides, std::string (*valueText)(KltInt64_t))
+    {
+        if (sides.size() < 2)
+            return;
+        std::string text;
+        for (const Side& side : sides)
+            text += (text.empty() ? what + " is " : " and ") + valueText(side.value) + " in " + Names(side.cameras);
+        m_family.contradictions.push_back({feature, text, valueText(sides.front().value)});
     }
 
     CameraFamily m_family;
-    std::vector<Origin> m_origins; ///< Of the features, one each.
+    std::vector<Opinions> m_opinions; ///< Of the features, one each.
     std::unordered_map<std::string, std::size_t> m_indices;
     std::size_t m_indexed = 0;
 };
+
+/// Whether any of the patterns matches. Those that do are no longer \a unused.
+bool MatchesAny(const std::vector<std::string>& patterns, const std::string& name, std::set<std::string>& unused)
+{
+    bool matches = false;
+    for (const std::string& pattern : patterns)
+        if (fnmatch(pattern.c_str(), name.c_str(), 0) == 0)
+        {
+            unused.erase(pattern);
+            matches = true;
+        }
+    return matches;
+}
 
 } // namespace
 
@@ -102,10 +173,44 @@ std::string TypeName(KltFeatureDataType dataType)
     return KoltaHelper::DataTypeToString(dataType).remove(QLatin1String("KltFeatureData")).toStdString();
 }
 
+void Select(std::vector<CameraFeatures>& cameras, const FeatureChoice& choice)
+{
+    std::set<std::string> unused(choice.only.begin(), choice.only.end());
+    unused.insert(choice.exclude.begin(), choice.exclude.end());
+    const auto isOut = [&](const FeatureInfo& feature)
+    {
+        const bool isIn = choice.only.empty() || MatchesAny(choice.only, feature.name, unused);
+        return MatchesAny(choice.exclude, feature.name, unused) || !isIn;
+    };
+    for (CameraFeatures& camera : cameras)
+        camera.features.erase(
+            std::remove_if(camera.features.begin(), camera.features.end(), isOut), camera.features.end());
+    for (const std::string& pattern : unused)
+        TellWarning("There is no feature '" + pattern + "'.");
+}
+
 CameraFamily Unite(std::vector<CameraFeatures> cameras)
 {
     Union all;
     for (CameraFeatures& camera : cameras)
         all.Add(camera);
     return all.Result();
+}
+
+std::vector<std::string> InWords(const std::vector<Contradiction>& contradictions, std::size_t most)
+{
+    std::vector<std::string> texts;
+    for (auto next = contradictions.begin(); next != contradictions.end();)
+    {
+        const auto begin = next;
+        next = std::find_if(
+            begin, contradictions.end(), [begin](const Contradiction& any) { return any.feature != begin->feature; });
+        const auto count = static_cast<std::size_t>(next - begin);
+        if (count > most)
+            texts.push_back(begin->text + ", and " + std::to_string(count - 1) + " more differ.");
+        else
+            std::transform(
+                begin, next, std::back_inserter(texts), [](const Contradiction& any) { return any.text + "."; });
+    }
+    return texts;
 }

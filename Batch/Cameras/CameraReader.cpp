@@ -41,7 +41,7 @@ std::string ContentOfStream(const std::string& file)
     static std::atomic<bool> isRead(false);
     const bool isInput = file == "-";
     if (isInput && isRead.exchange(true))
-        throw CommandError(ExitUsage, "'-' was given twice, but the standard input can be read only once.");
+        throw CommandError(ExitUsage, "The standard input was given twice, but it can be read only once.");
     const int stream = isInput ? STDIN_FILENO : open(file.c_str(), O_RDONLY | O_CLOEXEC);
     std::string content;
     const std::string problem = stream < 0 ? std::strerror(errno) : ReadStream(stream, content);
@@ -154,7 +154,8 @@ std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choice
 
 CommandError CannotBeUsed(const CameraChoice& choice, const Problem& problem)
 {
-    return {ExitCamera, "The description '" + choice.Text() + "' cannot be used: " + problem.InOneLine() + "."};
+    const std::string what = choice.Text() == "-" ? "The standard input" : "The description '" + choice.Text() + "'";
+    return {ExitCamera, what + " cannot be used: " + problem.InOneLine() + "."};
 }
 
 std::shared_ptr<const Document> ReadDescription(const CameraChoice& choice, Problem& problem)

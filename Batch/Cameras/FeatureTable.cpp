@@ -147,7 +147,7 @@ std::vector<FeatureRow> RowsOf(const CameraFeatures& camera)
 std::vector<FeatureRow> TableOf(const std::vector<CameraFeatures>& cameras)
 {
     CameraFamily family = Unite(cameras);
-    for (const std::string& contradiction : family.contradictions)
+    for (const std::string& contradiction : InWords(family.contradictions))
         TellWarning(contradiction);
     FeatureInfos catalogue;
     catalogue.Arrange(std::move(family.features));

@@ -127,10 +127,12 @@ void ListCameras(bool json)
         PrintJson(array);
 }
 
-void ListFeatures(const std::vector<CameraChoice>& cameras, const std::string& glob, bool json)
+void ListFeatures(
+    const std::vector<CameraChoice>& cameras, const FeatureChoice& choice, const std::string& glob, bool json)
 {
     QJsonArray array;
-    const std::vector<CameraFeatures> read = ReadFeatures(cameras);
+    std::vector<CameraFeatures> read = ReadFeatures(cameras);
+    Select(read, choice);
     WarnOfMistakes(read);
     const bool several = cameras.size() > 1;
     for (const FeatureRow& row : TableOf(read))

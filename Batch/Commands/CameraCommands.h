@@ -3,6 +3,7 @@
 
 #include "Base/CameraChoice.h"
 #include "Base/ExitCodes.h"
+#include "Cameras/CameraFamily.h"
 
 #include <string>
 #include <vector>
@@ -12,9 +13,10 @@
 /// Model, serial number, transport and address of every camera.
 void ListCameras(bool json);
 
-/// Category, name, type, access, entries and limits of the features whose names match \a glob. For several cameras, all
-/// features that any of them has, and which cameras those are.
-void ListFeatures(const std::vector<CameraChoice>& cameras, const std::string& glob, bool json);
+/// Category, name, type, access, entries and limits of the features that are chosen and whose names match \a glob. For
+/// several cameras, all features that any of them has, and which cameras those are.
+void ListFeatures(
+    const std::vector<CameraChoice>& cameras, const FeatureChoice& choice, const std::string& glob, bool json);
 
 /// The camera's own description; to the standard output if \a file is empty.
 void DumpDescription(const CameraChoice& camera, const std::string& file);

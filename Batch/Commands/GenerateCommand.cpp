@@ -75,12 +75,36 @@ void CheckOptions(const CppOptions& options)
     CheckTemplate("source", options.sourceTemplate);
 }
 
-/// Names all that speaks against the class.
-void CheckClass(
-    const CppOptions& options, const FeatureInfos& features, const std::vector<std::string>& contradictions, bool force)
+/// Settles what the cameras do not agree on: the class has only the handles of these features.
+QSet<QString> KeepHandles(CameraFamily& family)
 {
-    for (const std::string& contradiction : contradictions)
-        TellError("error: " + contradiction);
+    for (const std::string& contradiction : InWords(family.contradictions, 1))
+        TellWarning(contradiction + " The class has only its handle.");
+    QSet<QString> handles;
+    for (const Contradiction& contradiction : family.contradictions)
+        handles.insert(QString::fromStdString(contradiction.feature));
+    family.contradictions.clear();
+    for (FeatureInfo& feature : family.features)
+        if (handles.contains(QString::fromStdString(feature.name)))
+            feature.dataType = KltFeatureDataNone; // There is no type for its entries.
+    return handles;
+}
+
+void TellContradictions(const std::vector<Contradiction>& contradictions, bool force)
+{
+    if (force)
+        for (const Contradiction& contradiction : contradictions)
+            TellWarning(contradiction.text + ". The class has " + contradiction.first + ".");
+    else
+        for (const std::string& contradiction : InWords(contradictions))
+            TellError("error: " + contradiction);
+}
+
+/// Names all that speaks against the class.
+void CheckClass(const CppOptions& options, const FeatureInfos& features,
+    const std::vector<Contradiction>& contradictions, bool force)
+{
+    TellContradictions(contradictions, force);
     const NameProblems problems = CheckNames(options, features);
     for (const std::string& warning : problems.warnings)
         TellWarning(warning);
@@ -90,7 +114,8 @@ void CheckClass(
         return;
     if (!contradictions.empty())
         throw CommandError(ExitNames,
-            "One class cannot serve all of these cameras. Leave some out, or use --force: then the first one decides.");
+            "One class cannot serve all of these cameras. Leave some out, or use --exclude, --conflicts=handle or, for "
+            "the first one to decide, --force.");
     if (!problems.errors.empty())
         throw CommandError(ExitNames,
             "The class would not compile. Other prefixes or suffixes may help; --force accepts it as it is.");
@@ -101,17 +126,20 @@ FeatureInfos Prepare(BatchWriter& writer, const GenerateOptions& wanted)
 {
     if (wanted.outputFolder.empty())
         throw CommandError(ExitUsage, "The name of the output folder is empty.");
-    if (wanted.outputFolder == "-")
+    if (wanted.outputFolder == "-" || IsStandardOutput(wanted.outputFolder))
         throw CommandError(ExitUsage, "A class is two files, so it cannot go to the standard output. Name a folder.");
     std::vector<CameraFeatures> cameras = ReadFeatures(wanted.cameras);
     WarnOfMistakes(cameras);
+    Select(cameras, wanted.features);
     const std::string name = cameras.front().name;
     CameraFamily family = Unite(std::move(cameras));
+    const QSet<QString> handles = wanted.conflictsAreHandles ? KeepHandles(family) : QSet<QString>();
     FeatureInfos features;
     features.Arrange(std::move(family.features));
     if (features.Categories().empty() && !wanted.force)
         throw CommandError(ExitCamera, "There are no features. To accept a class without any, use --force.");
-    const CppOptions options = OptionsFor(writer, name, wanted);
+    CppOptions options = OptionsFor(writer, name, wanted);
+    options.handlesOnly = handles;
     CheckOptions(options);
     CheckClass(options, features, family.contradictions, wanted.force);
     writer.SetOptions(options);
@@ -178,6 +206,12 @@ bool PrintDifference(const FileContent& expected)
 {
     if (expected.IsThere())
         return false;
+    std::error_code error;
+    if (fs::status(expected.path, error).type() == fs::file_type::not_found)
+    {
+        TellError("'" + expected.path + "' does not exist.");
+        return true;
+    }
     const std::string difference =
         UnifiedDiff(expected.path, expected.Present().toStdString(), expected.bytes.toStdString());
     std::fwrite(difference.data(), 1, difference.size(), stdout);

@@ -3,6 +3,7 @@
 
 #include "Base/CameraChoice.h"
 #include "Base/ExitCodes.h"
+#include "Cameras/CameraFamily.h"
 #include "CppOptions.h"
 
 #include <string>
@@ -12,11 +13,13 @@
 struct GenerateOptions
 {
     std::vector<CameraChoice> cameras; ///< One class for all of them.
+    FeatureChoice features;
     std::string outputFolder;
     CppOptions given; ///< A null text was not given: the window's default applies.
     std::string depfile;
-    bool force = false;   ///< Generate even what has no features or will not compile.
-    bool verbose = false; ///< Report every step.
+    bool conflictsAreHandles = false; ///< What the cameras do not agree on has no methods but the one for its handle.
+    bool force = false;               ///< Generate even what has no features or will not compile.
+    bool verbose = false;             ///< Report every step.
 };
 
 /// Generates the class, silently unless asked otherwise.

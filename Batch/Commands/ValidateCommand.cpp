@@ -84,7 +84,7 @@ void WarnOfMistakes(const std::vector<CameraFeatures>& cameras)
         const Document& description = *camera.description;
         const std::size_t count = description.WhyNot() ? 0 : FindMistakes(description.Root()).size();
         if (count > 0)
-            TellWarning("The description of '" + camera.label + "' has " +
+            TellWarning("The description of " + Named(camera.label) + " has " +
                         (count == 1 ? "1 mistake. To see it" : std::to_string(count) + " mistakes. To see them") +
                         ", run: " + HintFor(camera.label));
     }

@@ -7,11 +7,11 @@ _kolta_classgen()
     help=$("${1/#\~/$HOME}" "${COMP_WORDS[@]:1:COMP_CWORD>1}" --help 2>/dev/null)
     [[ $help =~ $'\n'\ *"$option "([A-Z]+) ]] && value=${BASH_REMATCH[1]}
     if [[ $value == DIR ]]; then
-        compopt +o default -o dirnames
-    elif [[ -n $value && $value != FILE ]]; then
-        compopt +o default
-    elif [[ -z $value && ($COMP_CWORD -eq 1 || $2 == -* || ${COMP_WORDS[1]} != @(diff|validate)) ]]; then
+        compopt -o dirnames
+    elif [[ $value == FILE || -z $value && $COMP_CWORD -gt 1 && $2 != -* && ${COMP_WORDS[1]} == @(diff|validate) ]]; then
+        compopt -o default
+    elif [[ -z $value ]]; then
         mapfile -t COMPREPLY < <(compgen -W "$(grep -oE '^ +(--)?[a-z-]+' <<<"${help//-h,/}")" -- "$2")
     fi
 }
-complete -o default -F _kolta_classgen kolta-classgen
+complete -F _kolta_classgen kolta-classgen

@@ -12,7 +12,7 @@ for line in (kolta-classgen --help | string match -r '^  [a-z].*')
             case FILE
                 set value -r -F
             case DIR
-                set value -x -a '(__fish_complete_directories)'
+                set value -x -a '(__fish_complete_directories (commandline -ct | string replace -r "^--.*?=" ""))'
             case '?*'
                 set value -x
         end

@@ -1,6 +1,7 @@
 #compdef kolta-classgen
 # What zsh offers behind kolta-classgen: the commands and options of its help, and the names of files and folders.
 local -a offers
+words[1]=${(Q)~words[1]}
 if (( CURRENT == 2 )); then
     offers=(${(f)"$($words[1] --help | sed -nE 's/-h,//; s/^  ([a-z-]+) +/\1:/p')"})
     _describe command offers

@@ -94,8 +94,10 @@ CLI::Option* CommandLine::AddCamera(
     return command
         ->add_option_function<std::string>(
             option,
-            [this, kind](const std::string& given)
+            [this, option, kind](const std::string& given)
             {
+                if (given.empty())
+                    throw CommandError(ExitUsage, std::string("The value of ") + option + " is empty.");
                 m_options.cameras.emplace_back();
                 m_options.cameras.back().*kind = given;
             },
@@ -111,6 +113,20 @@ void CommandLine::AddCameras(CLI::App* command)
     AddCamera(cameras, "--xml", &CameraChoice::descriptionFile,
         "Description file, for a camera that is not connected; can be repeated; - is the standard input", "FILE");
     cameras->require_option();
+    AddPatterns(
+        command, "--only", m_options.features.only, "The class has only features whose names match; can be repeated");
+    AddPatterns(command, "--exclude", m_options.features.exclude,
+        "The class has no features whose names match; can be repeated");
+}
+
+void CommandLine::AddPatterns(
+    CLI::App* command, const char* option, std::vector<std::string>& patterns, const char* what)
+{
+    command
+        ->add_option_function<std::string>(
+            option, [&patterns](const std::string& given) { patterns.push_back(given); }, what)
+        ->type_name("GLOB")
+        ->trigger_on_parse();
 }
 
 void CommandLine::AddText(
@@ -145,6 +161,17 @@ void CommandLine::AddGeneration(CLI::App* command)
     AddText(command, "--getter-suffix", &CppOptions::getterSuffix, "Text after the name in a getter");
     AddText(command, "--setter-prefix", &CppOptions::setterPrefix, "Text before the name in a setter (default: Set)");
     AddText(command, "--setter-suffix", &CppOptions::setterSuffix, "Text after the name in a setter");
+    command
+        ->add_option_function<std::string>(
+            "--conflicts",
+            [this](const std::string& given)
+            {
+                if (given != "handle")
+                    throw CommandError(ExitUsage, "The value of --conflicts can only be 'handle'.");
+                m_options.conflictsAreHandles = true;
+            },
+            "With handle, features that the cameras do not agree on have their handle, but neither getter nor setter")
+        ->type_name("HOW");
     command->add_flag("--force", m_options.force,
         "Accept the class even if it has no features, does not compile or does not fit all cameras");
 }
@@ -183,7 +210,7 @@ void CommandLine::AddLookups()
     AddCameras(features);
     features->add_option("--match", m_glob, "Only features whose names match")->type_name("GLOB");
     features->add_flag("--json", m_json, "Print JSON");
-    features->callback([this] { ListFeatures(m_options.cameras, m_glob, m_json); });
+    features->callback([this] { ListFeatures(m_options.cameras, m_options.features, m_glob, m_json); });
 
     CLI::App* dump = Add("dump-xml", "Save the description of a camera, to generate from later",
         "dump-xml --camera Sim1-Mono --output Camera.xml");

@@ -25,6 +25,8 @@ private:
     CLI::Option* AddCamera(
         CLI::App* command, const char* option, std::string CameraChoice::*kind, const char* what, const char* type);
     void AddCameras(CLI::App* command);
+    static void AddPatterns(
+        CLI::App* command, const char* option, std::vector<std::string>& patterns, const char* what);
     void AddGeneration(CLI::App* command);
     void AddText(
         CLI::App* command, const char* option, QString CppOptions::*text, const char* what, const char* type = "TEXT");

@@ -15,6 +15,16 @@ CppMethod Method(CppMethod::Kind kind, const QString& name, const QString& type)
 QList<CppMethod> CppFeature::Methods() const
 {
     QList<CppMethod> methods;
+    if (!isHandleOnly)
+        methods = ValueMethods();
+    if (isHandleOnly || !methods.isEmpty())
+        methods.append({CppMethod::Accessor, names.accessor, QLatin1String(" (OPX::KltAPI::FeaturePtr & feature)")});
+    return methods;
+}
+
+QList<CppMethod> CppFeature::ValueMethods() const
+{
+    QList<CppMethod> methods;
     const auto type = CppClassWriter::SimpleFeatureTypeMap.find(dataType);
     if (dataType == KltFeatureDataEnum)
     {
@@ -32,7 +42,5 @@ QList<CppMethod> CppFeature::Methods() const
         if (writable)
             methods.append(Method(CppMethod::Setter, names.setter, QLatin1String(type->second.setterType)));
     }
-    if (!methods.isEmpty())
-        methods.append({CppMethod::Accessor, names.accessor, QLatin1String(" (OPX::KltAPI::FeaturePtr & feature)")});
     return methods;
 }

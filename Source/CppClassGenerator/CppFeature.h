@@ -39,10 +39,14 @@ struct CppFeature
     CppFeatureNames names;
     KltFeatureDataType dataType;
     bool writable;
+    bool isHandleOnly; ///< It has no methods but the one for its handle.
 
     /// All methods of the feature, in the order in which they are written; empty for a data type that has no C++
     /// counterpart.
     QList<CppMethod> Methods() const;
+
+private:
+    QList<CppMethod> ValueMethods() const;
 };
 
 #endif

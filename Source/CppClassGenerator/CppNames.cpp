@@ -37,8 +37,8 @@ CppFeature CppNames::Describe(const Feature& feature) const
 {
     KltFeatureDataType dataType = KltFeatureDataUnknown;
     feature.GetDataType(dataType);
-    const CppFeatureNames names = FeatureNames(CppClassWriter::tr(TextOf(feature, &Feature::GetName).c_str()));
-    return {names, dataType, Has(feature, KltFeatureFlagsWrite)};
+    const QString name = CppClassWriter::tr(TextOf(feature, &Feature::GetName).c_str());
+    return {FeatureNames(name), dataType, Has(feature, KltFeatureFlagsWrite), m_options.handlesOnly.contains(name)};
 }
 
 CppFeatureNames CppNames::FeatureNames(const QString& name) const

@@ -2,6 +2,7 @@
 #define CPPOPTIONS_H
 
 #include <QCoreApplication>
+#include <QSet>
 #include <QString>
 
 /// The options of the C++ generator, as values.
@@ -20,6 +21,10 @@ struct CppOptions
     QString setterSuffix;
     QString headerTemplate; ///< Path of a file.
     QString sourceTemplate; ///< Path of a file.
+
+    /// Features, by the names that the SDK has for them, of which the class hands out the handle and nothing else. None
+    /// in the window.
+    QSet<QString> handlesOnly = QSet<QString>();
 
     /// Names the class, and both files after it.
     void SetClassName(const QString& name);
