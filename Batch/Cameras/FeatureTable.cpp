@@ -131,17 +131,12 @@ std::string Joined(const std::vector<std::string>& texts)
     return joined;
 }
 
-std::vector<FeatureRow> RowsOf(const CameraFeatures& camera)
+FeatureRow RowOf(const FeatureInfo& info, const Limits& limits)
 {
-    std::vector<FeatureRow> rows;
-    const Limits limits(camera.description->Root());
-    for (const FeatureInfo& info : camera.features)
-    {
-        rows.push_back(RowOf(info, info.category, info.entries));
-        for (const Limit& limit : limits.Of(info.name))
-            rows.back().limits.push_back({limit, {}});
-    }
-    return rows;
+    FeatureRow row = RowOf(info, info.category, info.entries);
+    for (const Limit& limit : limits.Of(info.name))
+        row.limits.push_back({limit, {}});
+    return row;
 }
 
 std::vector<FeatureRow> TableOf(const std::vector<CameraFeatures>& cameras)

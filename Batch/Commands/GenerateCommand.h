@@ -15,8 +15,9 @@ struct GenerateOptions
     std::string outputFolder;
     CppOptions given; ///< A null text was not given: the window's default applies.
     std::string depfile;
-    bool force = false;   ///< Generate even what has no features or will not compile.
-    bool verbose = false; ///< Report every step.
+    std::string acceptFile; ///< Mistakes of the descriptions that nobody need hear of; empty if there is none.
+    bool force = false;     ///< Generate even what has no features or will not compile.
+    bool verbose = false;   ///< Report every step.
 };
 
 /// Generates the class, silently unless asked otherwise.
