@@ -1,5 +1,6 @@
 #include "Cameras/CameraReader.h"
 
+#include "Cameras/CatalogueExcerpt.h"
 #include "Cameras/SdkExtensions.h"
 #include "Cameras/SdkSession.h"
 #include "Document/DescriptionFile.h"
@@ -110,7 +111,15 @@ KltErrorType ReadOpenCamera(Camera& camera, CameraFeatures& read)
     return FeatureInfos::Read(camera, read.features);
 }
 
-CameraFeatures Read(const CameraChoice& choice)
+/// What the SDK is to read of a description. Values to start with may be those of any node.
+std::string XmlOf(const Document& description, const std::string& file, Extent extent)
+{
+    std::error_code error;
+    const bool hasValues = !IsStream(file) && fs::exists(fs::path(file).replace_extension(".values"), error);
+    return extent == Extent::Catalogue && !hasValues ? CatalogueExcerpt(description.Root()) : description.Xml();
+}
+
+CameraFeatures Read(const CameraChoice& choice, Extent extent)
 {
     CameraFeatures read;
     read.label = choice.Text();
@@ -126,8 +135,8 @@ CameraFeatures Read(const CameraChoice& choice)
         const SafeDescription checked = CheckDocument(*read.description, name);
         if (checked.problem)
             throw CannotBeUsed(choice, checked.problem);
-        const CameraPtr camera =
-            SimulatedCamera(read.description->Xml(), checked.modelName, IsStream(file) ? std::string() : file);
+        const CameraPtr camera = SimulatedCamera(
+            XmlOf(*read.description, file, extent), checked.modelName, IsStream(file) ? std::string() : file);
         Keep(camera);
         WithOpenCamera(camera, use);
     }
@@ -136,14 +145,15 @@ CameraFeatures Read(const CameraChoice& choice)
 
 } // namespace
 
-std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices)
+std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices, Extent extent)
 {
     std::vector<std::future<CameraFeatures>> reads;
     for (const CameraChoice& choice : choices)
     {
         // A camera may be given twice, but not opened twice at the same time.
         const bool isApart = !choice.descriptionFile.empty() && choices.size() > 1 && reads.size() < MostThreads;
-        reads.push_back(std::async(isApart ? std::launch::async : std::launch::deferred, Read, std::cref(choice)));
+        reads.push_back(
+            std::async(isApart ? std::launch::async : std::launch::deferred, Read, std::cref(choice), extent));
     }
     std::vector<CameraFeatures> cameras;
     cameras.reserve(choices.size());

@@ -19,9 +19,16 @@ struct CameraFeatures
     std::shared_ptr<const OPX::KltAPI::Document> description; ///< Never null; it may have a problem.
 };
 
+/// How much of a description the SDK reads.
+enum class Extent
+{
+    All,
+    Catalogue ///< Only what decides which features there are: nobody uses them.
+};
+
 /// Finds the cameras, opens them and reads their features; those of files at the same time, on threads of their own.
 /// Cameras of files stay open until the program ends, the others are closed. Throws CommandError if that fails.
-std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices);
+std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices, Extent extent = Extent::All);
 
 /// What to say of a description that cannot be used.
 CommandError CannotBeUsed(const CameraChoice& choice, const OPX::KltAPI::Problem& problem);

@@ -106,7 +106,7 @@ ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after, c
     RequireDescriptions();
     AcceptList accepted(options.acceptFile);
     // Never released, since the program ends soon.
-    static const auto& cameras = *new std::vector<CameraFeatures>(ReadFeatures({before, after}));
+    static const auto& cameras = *new std::vector<CameraFeatures>(ReadFeatures({before, after}, Extent::Catalogue));
     std::vector<FeatureChange> changes = ChangesBetween(cameras.front(), cameras.back());
     changes.erase(
         std::remove_if(changes.begin(), changes.end(),
