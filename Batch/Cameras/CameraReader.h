@@ -4,6 +4,7 @@
 #include "Base/CameraChoice.h"
 #include "Base/ExitCodes.h"
 #include "Document/Document.h"
+#include "Document/NodeNames.h"
 #include "FeatureInfos.h"
 
 #include <memory>
@@ -17,6 +18,12 @@ struct CameraFeatures
     std::string name;
     std::vector<FeatureInfo> features;
     std::shared_ptr<const OPX::KltAPI::Document> description; ///< Never null; it may have a problem.
+
+    /// Those of the description.
+    const OPX::KltAPI::NodeNames& Names() const;
+
+private:
+    mutable std::shared_ptr<const OPX::KltAPI::NodeNames> m_names; ///< Made when they are needed.
 };
 
 /// How much of a description the SDK reads.

@@ -1,10 +1,8 @@
 #include "Cameras/CatalogueExcerpt.h"
 
-#include "Document/NodeNames.h"
-
+#include <algorithm>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -16,62 +14,51 @@ namespace
 class Excerpt
 {
 public:
-    explicit Excerpt(const Element& root) : m_names(root)
+    Excerpt(const Element& root, const NodeNames& names) : m_names(names)
     {
         for (const Element& node : root)
-            NoteParts(node, node);
-        for (const Element& node : root)
-            FindEvaluated(node, node);
+            for (const Element& child : node)
+                if (child.node != nullptr && !child.node->Is(Trait::Entry))
+                    m_owners.emplace(&child, &node);
+        if (const Element* const first = m_names.Find("Root"))
+            Need(first, false);
         while (!m_open.empty())
         {
             const Element& node = *m_open.back();
             m_open.pop_back();
-            FollowAll(node);
+            Follow(node, node, m_needed[&node]);
         }
         for (const Element& node : root)
-            if (node.node != nullptr)
-                Write(node, m_whole.count(&node) > 0);
+            if (const auto needed = m_needed.find(&node); needed != m_needed.end() && node.node != nullptr)
+                Write(node, needed->second);
     }
 
     std::string Xml() const { return "<RegisterDescription>" + m_xml + "</RegisterDescription>"; }
 
 private:
-    void NoteParts(const Element& element, const Element& node)
+    /// \param whole whether the node is evaluated, which needs everything that it refers to
+    void Need(const Element* node, bool whole)
     {
-        for (const Element& child : element)
-            if (child.node != nullptr && !child.node->Is(Trait::Entry))
-                m_owners.emplace(&child, &node);
+        const auto owner = m_owners.find(node);
+        node = owner == m_owners.end() ? node : owner->second;
+        const auto [needed, isNew] = m_needed.emplace(node, whole);
+        if (node != nullptr && (isNew || whole > needed->second))
+            m_open.push_back(node);
+        needed->second = needed->second || whole;
     }
 
     /// Whether a feature is implemented is asked when features are listed; and an index decides which node is asked.
-    void FindEvaluated(const Element& element, const Element& node)
-    {
-        for (const Element& child : element)
-            if (child.tag == "pIsImplemented")
-                Follow(child);
-            else if (child.tag == "pIndex" && m_whole.insert(&node).second)
-                m_open.push_back(&node);
-            else if (child.node != nullptr)
-                FindEvaluated(child, node);
-    }
-
-    /// What is evaluated needs everything that it refers to.
-    void FollowAll(const Element& element)
+    void Follow(const Element& element, const Element& node, bool whole)
     {
         for (const Element& child : element)
         {
-            Follow(child);
-            FollowAll(child);
+            if (whole || child.tag == "pFeature" || child.tag == "pValue" || child.tag == "pIsImplemented")
+                Need(m_names.Find(&child), whole || child.tag == "pIsImplemented");
+            else if (child.tag == "pIndex")
+                Need(&node, true);
+            if (whole || child.node != nullptr)
+                Follow(child, node, whole);
         }
-    }
-
-    void Follow(const Element& reference)
-    {
-        const Element* node = m_names.Find(&reference);
-        const auto owner = m_owners.find(node);
-        node = owner == m_owners.end() ? node : owner->second;
-        if (node != nullptr && m_whole.insert(node).second)
-            m_open.push_back(node);
     }
 
     void Write(const Element& element, bool whole)
@@ -102,24 +89,28 @@ private:
 
     void WriteText(std::string_view text)
     {
-        for (const char character : text)
-            if (character == '<' || character == '>' || character == '&' || character == '"' ||
-                static_cast<unsigned char>(character) < ' ')
-                m_xml += "&#" + std::to_string(static_cast<int>(character)) + ";";
-            else
-                m_xml += character;
+        const auto isSpecial = [](char character)
+        {
+            return character == '<' || character == '>' || character == '&' || character == '"' ||
+                   (character < ' ' && character >= 0);
+        };
+        if (std::none_of(text.begin(), text.end(), isSpecial))
+            m_xml += text;
+        else
+            for (const char character : text)
+                m_xml += isSpecial(character) ? "&#" + std::to_string(character) + ";" : std::string(1, character);
     }
 
-    const NodeNames m_names;
+    const NodeNames& m_names;
     std::unordered_map<const Element*, const Element*> m_owners; ///< Of nodes within nodes.
-    std::unordered_set<const Element*> m_whole;                  ///< What is evaluated.
-    std::vector<const Element*> m_open;                          ///< Those of them whose references are to be followed.
+    std::unordered_map<const Element*, bool> m_needed;           ///< Nodes, and whether they are needed as a whole.
+    std::vector<const Element*> m_open;                          ///< Whose references are to be followed.
     std::string m_xml;
 };
 
 } // namespace
 
-std::string CatalogueExcerpt(const Element& root)
+std::string CatalogueExcerpt(const Element& root, const NodeNames& names)
 {
-    return Excerpt(root).Xml();
+    return Excerpt(root, names).Xml();
 }

@@ -26,7 +26,7 @@ struct Version
     explicit Version(const CameraFeatures& camera)
         : features(camera.features),
           root(camera.description->Root()),
-          structure(root)
+          structure(root, camera.Names())
     {
     }
 

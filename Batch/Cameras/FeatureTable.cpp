@@ -79,7 +79,7 @@ void AddCamera(std::vector<FeatureRow>& rows, const CameraFeatures& camera)
     std::unordered_map<std::string, FeatureRow*> places;
     for (FeatureRow& row : rows)
         places.emplace(row.name, &row);
-    const Limits limits(camera.description->Root());
+    const Limits limits(camera.description->Root(), camera.Names());
     for (const FeatureInfo& feature : camera.features)
     {
         FeatureRow& row = *places.at(feature.name);

@@ -92,7 +92,7 @@ private:
 
 } // namespace
 
-NodeStructure::NodeStructure(const Element& root) : m_limits(root)
+NodeStructure::NodeStructure(const Element& root, const NodeNames& names) : m_names(names), m_limits(root, names)
 {
     for (const Element& node : root)
         if (node.node != nullptr && node.node->Is(Trait::Struct))
@@ -102,7 +102,7 @@ NodeStructure::NodeStructure(const Element& root) : m_limits(root)
 
 const Element* NodeStructure::Find(std::string_view name) const
 {
-    const Element* const node = m_limits.Nodes().Find(name);
+    const Element* const node = m_names.Find(name);
     return node == nullptr || node->node == nullptr ? nullptr : node;
 }
 

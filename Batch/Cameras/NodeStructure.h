@@ -22,7 +22,7 @@ public:
 
     typedef OPX::KltAPI::Element Element;
 
-    explicit NodeStructure(const Element& root);
+    NodeStructure(const Element& root, const OPX::KltAPI::NodeNames& names);
 
     const OPX::KltAPI::Limits& AllLimits() const { return m_limits; }
 
@@ -58,6 +58,7 @@ private:
     Digest TextOfTarget(const Element& node);
     std::optional<OPX::KltAPI::Number> ComputeConstant(const Element& node);
 
+    const OPX::KltAPI::NodeNames& m_names;
     const OPX::KltAPI::Limits m_limits;
     std::unordered_map<const Element*, const Element*> m_wholes; ///< Of entries of structures.
     std::array<std::unordered_map<const Element*, Digest>, 2> m_digests;

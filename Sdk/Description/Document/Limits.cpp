@@ -34,7 +34,7 @@ std::optional<Limit> LiteralOf(const Element& node, const Element& literal, cons
 
 } // namespace
 
-Limits::Limits(const Element& root) : m_nodes(root)
+Limits::Limits(const Element& root, const NodeNames& nodes) : m_nodes(nodes)
 {
     for (const Element& node : root)
         if (node.node != nullptr && node.node->Is(Trait::Category))
