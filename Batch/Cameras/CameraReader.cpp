@@ -1,5 +1,6 @@
 #include "Cameras/CameraReader.h"
 
+#include "Cameras/CatalogueExcerpt.h"
 #include "Cameras/SdkExtensions.h"
 #include "Cameras/SdkSession.h"
 #include "Document/DescriptionFile.h"
@@ -17,6 +18,7 @@
 #include <functional>
 #include <future>
 #include <mutex>
+#include <thread>
 #include <utility>
 
 using namespace OPX::KltAPI;
@@ -110,7 +112,16 @@ KltErrorType ReadOpenCamera(Camera& camera, CameraFeatures& read)
     return FeatureInfos::Read(camera, read.features);
 }
 
-CameraFeatures Read(const CameraChoice& choice)
+/// What the SDK is to read of a description. Values to start with may be those of any node.
+std::string XmlOf(const CameraFeatures& camera, const std::string& file, Extent extent)
+{
+    std::error_code error;
+    const bool hasValues = !IsStream(file) && fs::exists(fs::path(file).replace_extension(".values"), error);
+    return extent == Extent::Catalogue && !hasValues ? CatalogueExcerpt(camera.description->Root(), camera.Names())
+                                                     : camera.description->Xml();
+}
+
+CameraFeatures Read(const CameraChoice& choice, Extent extent)
 {
     CameraFeatures read;
     read.label = choice.Text();
@@ -127,7 +138,7 @@ CameraFeatures Read(const CameraChoice& choice)
         if (checked.problem)
             throw CannotBeUsed(choice, checked.problem);
         const CameraPtr camera =
-            SimulatedCamera(read.description->Xml(), checked.modelName, IsStream(file) ? std::string() : file);
+            SimulatedCamera(XmlOf(read, file, extent), checked.modelName, IsStream(file) ? std::string() : file);
         Keep(camera);
         WithOpenCamera(camera, use);
     }
@@ -136,14 +147,24 @@ CameraFeatures Read(const CameraChoice& choice)
 
 } // namespace
 
-std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices)
+const NodeNames& CameraFeatures::Names() const
+{
+    if (!m_names)
+        m_names = std::make_shared<const NodeNames>(description->Root());
+    return *m_names;
+}
+
+std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices, Extent extent)
 {
     std::vector<std::future<CameraFeatures>> reads;
+    // With one core, threads only cost: each has memory of its own, which grows page by page.
+    const bool areApart = choices.size() > 1 && std::thread::hardware_concurrency() != 1;
     for (const CameraChoice& choice : choices)
     {
         // A camera may be given twice, but not opened twice at the same time.
-        const bool isApart = !choice.descriptionFile.empty() && choices.size() > 1 && reads.size() < MostThreads;
-        reads.push_back(std::async(isApart ? std::launch::async : std::launch::deferred, Read, std::cref(choice)));
+        const bool isApart = areApart && !choice.descriptionFile.empty() && reads.size() < MostThreads;
+        reads.push_back(
+            std::async(isApart ? std::launch::async : std::launch::deferred, Read, std::cref(choice), extent));
     }
     std::vector<CameraFeatures> cameras;
     cameras.reserve(choices.size());

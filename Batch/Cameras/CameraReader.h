@@ -4,6 +4,7 @@
 #include "Base/CameraChoice.h"
 #include "Base/ExitCodes.h"
 #include "Document/Document.h"
+#include "Document/NodeNames.h"
 #include "FeatureInfos.h"
 
 #include <memory>
@@ -17,11 +18,24 @@ struct CameraFeatures
     std::string name;
     std::vector<FeatureInfo> features;
     std::shared_ptr<const OPX::KltAPI::Document> description; ///< Never null; it may have a problem.
+
+    /// Those of the description.
+    const OPX::KltAPI::NodeNames& Names() const;
+
+private:
+    mutable std::shared_ptr<const OPX::KltAPI::NodeNames> m_names; ///< Made when they are needed.
+};
+
+/// How much of a description the SDK reads.
+enum class Extent
+{
+    All,
+    Catalogue ///< Only what decides which features there are: nobody uses them.
 };
 
 /// Finds the cameras, opens them and reads their features; those of files at the same time, on threads of their own.
 /// Cameras of files stay open until the program ends, the others are closed. Throws CommandError if that fails.
-std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices);
+std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices, Extent extent = Extent::All);
 
 /// What to say of a description that cannot be used.
 CommandError CannotBeUsed(const CameraChoice& choice, const OPX::KltAPI::Problem& problem);

@@ -1,11 +1,18 @@
 #include "Cameras/FeatureChanges.h"
 
+#include "Cameras/FeatureTable.h"
+#include "Cameras/NodeStructure.h"
+#include "Document/Texts.h"
 #include "Schema/Number.h"
+#include "SdkReads.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
 #include <map>
-#include <optional>
+#include <set>
 #include <utility>
 
 using namespace OPX::KltAPI;
@@ -13,16 +20,49 @@ using namespace OPX::KltAPI;
 namespace
 {
 
-/// The rows of both versions by name; null where a version has none of this name.
-template <class Row>
-std::map<std::string, std::pair<const Row*, const Row*>> Pairs(
-    const std::vector<Row>& before, const std::vector<Row>& after)
+/// A version of a camera.
+struct Version
 {
-    std::map<std::string, std::pair<const Row*, const Row*>> pairs;
+    explicit Version(const CameraFeatures& camera)
+        : features(camera.features),
+          root(camera.description->Root()),
+          structure(root, camera.Names())
+    {
+    }
+
+    const std::vector<FeatureInfo>& features;
+    const Element& root;
+    NodeStructure structure;
+};
+
+/// A feature in one version.
+struct Side
+{
+    Side(Version& version, const FeatureInfo& feature)
+        : row(RowOf(feature, version.structure.AllLimits())),
+          node(version.structure.Find(row.name)),
+          structure(version.structure)
+    {
+        if (node != nullptr)
+            chain = structure.ChainOf(*node);
+    }
+
+    FeatureRow row;
+    const Element* node; ///< Null if the description does not have it.
+    std::vector<const Element*> chain;
+    NodeStructure& structure;
+};
+
+/// The elements of both versions by name; null where a version has none of this name.
+template <class Row, class Name>
+std::map<std::string_view, std::pair<const Row*, const Row*>> Pairs(
+    const std::vector<Row>& before, const std::vector<Row>& after, Name name)
+{
+    std::map<std::string_view, std::pair<const Row*, const Row*>> pairs;
     for (const Row& row : before)
-        pairs[row.name].first = &row;
+        pairs[row.*name].first = &row;
     for (const Row& row : after)
-        pairs[row.name].second = &row;
+        pairs[row.*name].second = &row;
     return pairs;
 }
 
@@ -63,34 +103,43 @@ const LimitRow* StepOf(const FeatureRow& feature)
     return feature.type == "Float" && LimitOf(feature, "Min") == nullptr ? nullptr : LimitOf(feature, "Inc");
 }
 
+Effect BreakingIf(bool breaks)
+{
+    return breaks ? Effect::Breaking : Effect::Compatible;
+}
+
 /// Whether the steps of \a after leave out values of \a before, since they are counted from another minimum.
-bool MovesSteps(const FeatureRow& before, const FeatureRow& after)
+Effect EffectOfSteps(const FeatureRow& before, const FeatureRow& after)
 {
     const LimitRow* const inc = StepOf(after);
     if (inc == nullptr)
-        return false;
+        return Effect::Compatible;
     const std::optional<long double> was = NumberOf(before, "Min");
     const std::optional<long double> is = NumberOf(after, "Min");
     const std::optional<long double> step = inc->Number();
-    return !was || !is || !step || !IsReached(after, *was, *is, *step);
+    return !was || !is || !step ? Effect::Unclear : BreakingIf(!IsReached(after, *was, *is, *step));
 }
 
-/// Whether the camera may refuse a value now that it took before, or take it for another one.
-bool Restricts(const std::string& limit, const FeatureRow& before, const FeatureRow& after)
+/// Whether the camera may refuse a value now that it took before.
+Effect EffectOfLimit(const std::string& limit, const FeatureRow& before, const FeatureRow& after)
 {
     const bool isNew = LimitOf(before, limit) == nullptr;
     const bool isGone = LimitOf(after, limit) == nullptr;
-    if (limit == "Unit" || !before.writable)
-        return limit == "Unit" && !isNew && !isGone;
+    if (!before.writable)
+        return Effect::Compatible;
     const std::optional<long double> was = NumberOf(before, limit);
     const std::optional<long double> is = NumberOf(after, limit);
+    const bool isKnown = was && is;
     if (limit == "Min")
-        return (!isGone && (!is || !was || *is > *was)) || (!isNew && MovesSteps(before, after));
+        return std::max(isGone    ? Effect::Compatible
+                        : isKnown ? BreakingIf(*is > *was)
+                                  : Effect::Unclear,
+            isNew ? Effect::Compatible : EffectOfSteps(before, after));
     if (isGone || (limit == "Inc" && StepOf(after) == nullptr))
-        return false;
-    if (!is || !was)
-        return true;
-    return limit == "Max" ? *is < *was : !IsReached(after, *was, 0, *is);
+        return Effect::Compatible;
+    if (!isKnown)
+        return Effect::Unclear;
+    return BreakingIf(limit == "Max" ? *is < *was : !IsReached(after, *was, 0, *is));
 }
 
 /// What stands in a row; nothing if there is no row.
@@ -100,64 +149,396 @@ std::optional<std::string> ValueIn(const Row* row)
     return row == nullptr ? std::nullopt : std::optional<std::string>(row->value);
 }
 
-/// The changes of a feature that both versions have.
-std::vector<FeatureChange> ChangesBetween(const FeatureRow& before, const FeatureRow& after)
+/// A limit that a formula makes of constants is a constant.
+void Resolve(Side& side)
 {
-    std::vector<FeatureChange> changes;
-    typedef const std::optional<std::string>& Value;
-    const auto add = [&](const std::string& property, const std::string& entry, Value was, Value is, bool isBreaking) {
-        changes.push_back({after.name, property, entry, was, is, isBreaking});
-    };
-    if (before.category != after.category)
-        add("category", "", before.category, after.category, false);
-    if (before.AccessText() != after.AccessText())
-        add("access", "", before.AccessText(), after.AccessText(),
-            (before.readable && !after.readable) || (before.writable && !after.writable));
-    if (before.type != after.type)
+    for (LimitRow& limit : side.row.limits)
     {
-        add("type", "", before.type, after.type, true);
-        return changes;
+        const Element* const node = limit.varies ? side.structure.Find(limit.value) : nullptr;
+        const std::optional<Number> number = node == nullptr ? std::nullopt : side.structure.ConstantOf(*node);
+        if (!number)
+            continue;
+        limit.varies = false;
+        limit.isReal = number->IsReal();
+        char text[32];
+        const auto end = limit.isReal ? std::to_chars(text, std::end(text), number->AsReal()).ptr
+                                      : std::to_chars(text, std::end(text), number->AsInteger()).ptr;
+        limit.value.assign(text, end);
     }
-    for (const auto& [name, rows] : Pairs(before.entries, after.entries))
-        if (const auto [was, is] = rows; was == nullptr || is == nullptr || was->value != is->value)
-            add("entry", name, ValueIn(was), ValueIn(is), was != nullptr);
-    for (const char* const name : LimitNames)
-    {
-        const LimitRow* const was = LimitOf(before, name);
-        const LimitRow* const is = LimitOf(after, name);
-        // What helps the camera may have another name in every firmware.
-        const bool isSame =
-            was == nullptr || is == nullptr ? was == is : was->IsSame(*is) || (was->varies && is->varies);
-        if (!isSame)
-            add(name, "", ValueIn(was), ValueIn(is), Restricts(name, before, after));
-    }
-    return changes;
 }
 
-std::vector<FeatureChange> ChangesOf(const std::string& name, const FeatureRow* before, const FeatureRow* after)
+/// The register that a value lies in.
+struct Storage
 {
-    const auto text = [](const FeatureRow& row) { return row.type + ", " + row.AccessText(); };
-    std::vector<FeatureChange> changes;
-    if (before == nullptr)
-        changes.push_back({name, std::string(), std::string(), std::nullopt, text(*after), false});
-    else if (after == nullptr)
-        changes.push_back({name, std::string(), std::string(), text(*before), std::nullopt, true});
-    else
-        changes = ChangesBetween(*before, *after);
-    // For these the class has no methods that code could use.
-    if (before != nullptr && (before->type == "Unknown" || before->type == "None"))
-        for (FeatureChange& change : changes)
-            change.isBreaking = false;
-    return changes;
+    std::optional<long double> bits; ///< Nothing if that varies.
+    bool isSigned = false;
+
+    std::string Text(bool isNumber) const
+    {
+        if (!bits)
+            return "of varying length";
+        return std::to_string(static_cast<long long>(isNumber ? *bits : *bits / 8)) + (isNumber ? " bits" : " bytes") +
+               (isSigned ? ", signed" : "");
+    }
+
+    long double Least() const { return isSigned ? -std::exp2(*bits - 1) : 0; }
+    long double Largest() const { return std::exp2(*bits - (isSigned ? 1 : 0)) - 1; }
+};
+
+std::optional<long double> IntegerOf(const Element* element)
+{
+    const DescriptionNumber number(element == nullptr ? std::string_view() : element->Text(), true);
+    return number.comparable ? std::optional<long double>(number.Value()) : std::nullopt;
 }
+
+/// Nothing if the value does not lie in a register.
+std::optional<Storage> StorageOf(const Side& side)
+{
+    if (side.node == nullptr || !side.chain.back()->node->Is(Trait::Register | Trait::Masked))
+        return std::nullopt;
+    const Element& node = *side.chain.back();
+    const Element& whole = side.structure.WholeOf(node);
+    const Element* const sign = node.Child("Sign") == nullptr ? whole.Child("Sign") : node.Child("Sign");
+    Storage storage = {IntegerOf(whole.Child("Length")), sign != nullptr && sign->Text() == "Signed"};
+    if (storage.bits)
+        storage.bits = *storage.bits * 8;
+    const std::optional<long double> first = IntegerOf(node.Child("LSB"));
+    const std::optional<long double> last = IntegerOf(node.Child("MSB"));
+    if (node.Child("Bit") != nullptr)
+        storage.bits = 1;
+    else if (first && last)
+        storage.bits = std::fabs(*first - *last) + 1;
+    return storage;
+}
+
+class Comparison
+{
+public:
+    Comparison(Version& before, Version& after) : m_before(before), m_after(after) {}
+
+    std::vector<FeatureChange> Compare()
+    {
+        CompareCameras();
+        for (const auto& [name, pair] : Pairs(m_before.features, m_after.features, &FeatureInfo::name))
+        {
+            m_feature = name;
+            const std::size_t first = m_changes.size();
+            if (pair.first == nullptr)
+                Add("feature-added", "", "", std::nullopt, Summary(m_after, *pair.second));
+            else if (pair.second == nullptr)
+                Add("feature-removed", "", "", Summary(m_before, *pair.first), std::nullopt);
+            else if (!IsSame(*pair.first, *pair.second))
+                CompareFeatures(Side(m_before, *pair.first), Side(m_after, *pair.second));
+            // For these the class has no methods that code could use.
+            if (pair.first != nullptr &&
+                (pair.first->dataType == KltFeatureDataUnknown || pair.first->dataType == KltFeatureDataNone))
+                for (std::size_t i = first; i < m_changes.size(); ++i)
+                    m_changes[i].effect = Effect::Compatible;
+        }
+        return std::move(m_changes);
+    }
+
+private:
+    typedef std::optional<std::string> Value;
+
+    static std::string Summary(Version& version, const FeatureInfo& feature)
+    {
+        const FeatureRow row = RowOf(feature, version.structure.AllLimits());
+        return row.type + ", " + row.AccessText();
+    }
+
+    void Add(
+        std::string_view id, const std::string& property, const std::string& entry, const Value& was, const Value& is)
+    {
+        const auto kind = std::find_if(
+            ChangeKinds().begin(), ChangeKinds().end(), [id](const ChangeKind& any) { return any.id == id; });
+        m_changes.push_back({&*kind, kind->effect, m_feature, property, entry, was, is});
+    }
+
+    /// If the values are not the same.
+    void AddChange(std::string_view id, const std::string& property, const Value& was, const Value& is)
+    {
+        if (was != is)
+            Add(id, property, "", was, is);
+    }
+
+    /// What is worked out, in another way.
+    void AddOther(std::string_view id, const std::string& property, const std::string& entry = std::string())
+    {
+        Add(id, property, entry, std::nullopt, std::nullopt);
+    }
+
+    void CompareCameras()
+    {
+        m_feature = m_after.root.tag;
+        const auto version = [](const Element& root)
+        {
+            std::string text;
+            for (const char* part : {"MajorVersion", "MinorVersion", "SubMinorVersion"})
+                text += (text.empty() ? "" : ".") + std::string(root.AttributeOf(part));
+            return WithoutControls(text);
+        };
+        const auto model = [](const Element& root)
+        { return WithoutControls(std::string(root.AttributeOf("ModelName"))); };
+        AddChange("other-model", "ModelName", model(m_before.root), model(m_after.root));
+        AddChange("other-version", "version", version(m_before.root), version(m_after.root));
+    }
+
+    /// Whether there is nothing to compare. Most features stay what they were.
+    bool IsSame(const FeatureInfo& before, const FeatureInfo& after)
+    {
+        const Element* const was = m_before.structure.Find(before.name);
+        const Element* const is = m_after.structure.Find(after.name);
+        const auto sameEntry = [](const EnumEntry& one, const EnumEntry& other) {
+            return ValueOf(one) == ValueOf(other) &&
+                   TextOf(one, &EnumEntry::GetName) == TextOf(other, &EnumEntry::GetName);
+        };
+        return was != nullptr && is != nullptr && m_before.structure.TextOf(*was) == m_after.structure.TextOf(*is) &&
+               before.category == after.category && before.dataType == after.dataType &&
+               std::equal(before.entries.begin(), before.entries.end(), after.entries.begin(), after.entries.end(),
+                   sameEntry) &&
+               FlagsOf(before) == FlagsOf(after);
+    }
+
+    static KltFeatureFlagsType FlagsOf(const FeatureInfo& feature)
+    {
+        KltFeatureFlagsType flags = 0;
+        feature.feature->GetFlags(flags);
+        return flags;
+    }
+
+    void CompareFeatures(Side before, Side after)
+    {
+        const FeatureRow& was = before.row;
+        const FeatureRow& is = after.row;
+        AddChange("other-category", "category", was.category, is.category);
+        const bool lost = (was.readable && !is.readable) || (was.writable && !is.writable);
+        AddChange(lost ? "less-access" : "more-access", "access", was.AccessText(), is.AccessText());
+        if (was.type != is.type)
+            return AddChange("other-type", "type", was.type, is.type);
+        for (const auto& [name, rows] : Pairs(was.entries, is.entries, &ValueRow::name))
+            if (rows.first == nullptr || rows.second == nullptr || rows.first->value != rows.second->value)
+                Add(rows.first == nullptr    ? "entry-added"
+                    : rows.second == nullptr ? "entry-removed"
+                                             : "entry-renumbered",
+                    "entry", std::string(name), ValueIn(rows.first), ValueIn(rows.second));
+        Resolve(before);
+        Resolve(after);
+        for (const char* const name : LimitNames)
+            CompareLimit(name, before, after);
+        if (before.node == nullptr || after.node == nullptr)
+            return;
+        CompareRegisters(before, after);
+        CompareFormulas(before, after);
+        CompareConditions(before, before.chain, after, after.chain, std::string());
+        const auto entries = [](const Element& node)
+        {
+            std::map<std::string_view, const Element*> named;
+            for (const Element& child : node)
+                if (child.node != nullptr && child.node->Is(Trait::Entry))
+                    named[child.name] = &child;
+            return named;
+        };
+        const std::map<std::string_view, const Element*> newEntries = entries(*after.node);
+        for (const auto& [name, entry] : entries(*before.node))
+            if (const auto found = newEntries.find(name); found != newEntries.end())
+                CompareConditions(before, {entry}, after, {found->second}, WithoutControls(std::string(name)));
+        CompareSelected(*before.node, *after.node);
+        CompareTexts(*before.node, *after.node);
+    }
+
+    void CompareLimit(const std::string& name, const Side& before, const Side& after)
+    {
+        const LimitRow* const was = LimitOf(before.row, name);
+        const LimitRow* const is = LimitOf(after.row, name);
+        const bool isThere = was != nullptr && is != nullptr;
+        if (isThere && was->varies && is->varies)
+        {
+            const Element* const old = before.structure.Find(was->value);
+            const Element* const now = after.structure.Find(is->value);
+            const bool isSame = old == nullptr || now == nullptr
+                                    ? old == now
+                                    : before.structure.DigestOf(*old, true) == after.structure.DigestOf(*now, true);
+            if (!isSame)
+                AddOther(before.row.writable ? "unclear-range" : "harmless-range", name);
+        }
+        else if (name == "Unit")
+            AddChange(isThere ? "other-unit" : "unit-named", name, ValueIn(was), ValueIn(is));
+        else if (isThere ? !was->IsSame(*is) : was != is)
+        {
+            const Effect effect = EffectOfLimit(name, before.row, after.row);
+            Add(RangeId(effect), name, "", ValueIn(was), ValueIn(is));
+        }
+    }
+
+    static const char* RangeId(Effect effect)
+    {
+        return effect == Effect::Breaking  ? "narrower-range"
+               : effect == Effect::Unclear ? "unclear-range"
+                                           : "harmless-range";
+    }
+
+    void CompareRegisters(const Side& before, const Side& after)
+    {
+        const std::string& type = before.row.type;
+        const bool isNumber = type == "Int";
+        const std::optional<Storage> was = StorageOf(before);
+        const std::optional<Storage> is = StorageOf(after);
+        if (!was || !is || (!isNumber && type != "Float" && type != "String" && type != "Raw") ||
+            (was->bits == is->bits && was->isSigned == is->isSigned))
+            return;
+        Effect effect = !was->bits || !is->bits ? Effect::Unclear : BreakingIf(*is->bits < *was->bits);
+        if (isNumber && effect != Effect::Unclear)
+        {
+            // Where a formula lies between, the limits are not those of the register.
+            const bool isPlain = std::none_of(before.chain.begin(), before.chain.end(),
+                [](const Element* node) { return node->node->Is(Trait::Formula); });
+            const auto limit = [&](const char* name, long double natural) {
+                return isPlain && LimitOf(before.row, name) != nullptr ? NumberOf(before.row, name).value_or(natural)
+                                                                       : natural;
+            };
+            effect = BreakingIf(std::max(limit("Min", was->Least()), was->Least()) < is->Least() ||
+                                std::min(limit("Max", was->Largest()), was->Largest()) > is->Largest());
+        }
+        Add(RangeId(effect), "register", "", was->Text(isNumber), is->Text(isNumber));
+    }
+
+    void CompareFormulas(const Side& before, const Side& after)
+    {
+        const auto differs = [&](bool places) {
+            return before.structure.FormulasOf(*before.node, places) != after.structure.FormulasOf(*after.node, places);
+        };
+        if (differs(true))
+            AddOther(differs(false) ? "other-value" : "unclear-value", "value");
+    }
+
+    /// What decides whether a feature or an entry can be used; the name of the first such node, and all of them
+    /// together.
+    static std::pair<Value, NodeStructure::Digest> ConditionOf(
+        const std::string& tag, const std::vector<const Element*>& chain, NodeStructure& structure)
+    {
+        std::pair<Value, NodeStructure::Digest> condition;
+        for (const Element* node : chain)
+        {
+            const Element* const reference = node->Child(tag);
+            const Element* const target = reference == nullptr ? nullptr : structure.Find(reference->Target());
+            if (target == nullptr)
+                continue;
+            const std::optional<Number> constant = structure.ConstantOf(*target);
+            if (constant && (constant->AsReal() != 0) == (tag != "pIsLocked")) // As if it was not there.
+                continue;
+            condition.first = condition.first.value_or(WithoutControls(std::string(target->name)));
+            condition.second += structure.DigestOf(*target, true);
+        }
+        return condition;
+    }
+
+    /// \param entry the one that it is about; empty if it is about the whole feature
+    void CompareConditions(const Side& before, const std::vector<const Element*>& oldChain, const Side& after,
+        const std::vector<const Element*>& newChain, const std::string& entry)
+    {
+        for (const std::string tag : {"pIsImplemented", "pIsAvailable", "pIsLocked"})
+        {
+            const auto [was, wasDigest] = ConditionOf(tag, oldChain, before.structure);
+            const auto [is, isDigest] = ConditionOf(tag, newChain, after.structure);
+            const bool matters = tag != "pIsLocked" || before.row.writable;
+            if (was && is && wasDigest != isDigest)
+                AddOther(matters ? "unclear-condition" : "condition-removed", tag, entry);
+            else if (was.has_value() != is.has_value())
+                Add(is && matters ? "condition-added" : "condition-removed", tag, entry, was, is);
+        }
+    }
+
+    /// The selector keeps its name, but not what it is for.
+    void CompareSelected(const Element& before, const Element& after)
+    {
+        const auto selected = [](const Element& node)
+        {
+            std::set<std::string_view> names;
+            for (const Element& child : node)
+                if (child.tag == "pSelected")
+                    names.insert(child.Text());
+            return names;
+        };
+        const std::set<std::string_view> was = selected(before);
+        const std::set<std::string_view> is = selected(after);
+        for (const auto& [names, others] : {std::pair(&was, &is), std::pair(&is, &was)})
+            for (const std::string_view name : *names)
+                // What came or went with its features is told of those.
+                if (others->count(name) == 0 && m_before.structure.Find(name) != nullptr &&
+                    m_after.structure.Find(name) != nullptr)
+                {
+                    const std::string text = WithoutControls(std::string(name));
+                    Add(names == &was ? "selection-lost" : "selection-added", "pSelected", "",
+                        names == &was ? Value(text) : std::nullopt, names == &was ? std::nullopt : Value(text));
+                }
+    }
+
+    void CompareTexts(const Element& before, const Element& after)
+    {
+        for (const char* tag : {"IsDeprecated", "DisplayName", "ToolTip", "Description", "Visibility",
+                 "ImposedVisibility", "ValidValueSet"})
+        {
+            const auto text = [tag](const Element& node)
+            { return node.Child(tag) == nullptr ? Value() : WithoutControls(std::string(node.Child(tag)->Text())); };
+            AddChange(std::string_view(tag) == "IsDeprecated" ? "deprecated" : "text", tag, text(before), text(after));
+        }
+    }
+
+    Version& m_before;
+    Version& m_after;
+    std::string m_feature; ///< That is being compared.
+    std::vector<FeatureChange> m_changes;
+};
 
 } // namespace
 
-std::vector<FeatureChange> ChangesBetween(const std::vector<FeatureRow>& before, const std::vector<FeatureRow>& after)
+const std::vector<ChangeKind>& ChangeKinds()
 {
-    std::vector<FeatureChange> changes;
-    for (const auto& [name, pair] : Pairs(before, after))
-        for (FeatureChange& change : ChangesOf(name, pair.first, pair.second))
-            changes.push_back(std::move(change));
-    return changes;
+    static const std::vector<ChangeKind> kinds = {
+        {"condition-added", Effect::Breaking,
+            "A feature can be unavailable, not implemented or locked that could not."},
+        {"entry-removed", Effect::Breaking, "An entry of an enumeration is gone.", "entries removed"},
+        {"entry-renumbered", Effect::Breaking, "An entry of an enumeration has another value.", "entries renumbered"},
+        {"feature-removed", Effect::Breaking, "A feature is gone."},
+        {"less-access", Effect::Breaking, "A feature cannot be read or written any more."},
+        {"narrower-range", Effect::Breaking, "Values are refused that were allowed."},
+        {"other-type", Effect::Breaking, "A feature has another type."},
+        {"other-unit", Effect::Breaking, "A feature has another unit."},
+        {"other-value", Effect::Breaking, "A value is worked out by another formula, so it means something else."},
+        {"selection-added", Effect::Breaking, "A selector selects a feature that it did not.",
+            "features selected in addition"},
+        {"selection-lost", Effect::Breaking, "A selector does not select a feature any more.",
+            "features selected no more"},
+        {"unclear-condition", Effect::Unclear, "When a feature can be used is worked out in another way."},
+        {"unclear-range", Effect::Unclear, "A limit is worked out in another way, while the camera runs."},
+        {"unclear-value", Effect::Unclear,
+            "The formula of a value is the same, but not the registers that have a part in it."},
+        {"condition-removed", Effect::Compatible,
+            "A feature is available, implemented or unlocked all the time, or need not be."},
+        {"deprecated", Effect::Compatible, "A feature is deprecated now, or no more."},
+        {"entry-added", Effect::Compatible, "An entry of an enumeration is new.", "entries added"},
+        {"feature-added", Effect::Compatible, "A feature is new."},
+        {"harmless-range", Effect::Compatible, "The limits have changed, but no value is refused that was allowed."},
+        {"more-access", Effect::Compatible, "A feature can be read or written that could not."},
+        {"other-category", Effect::Compatible, "A feature is in another category."},
+        {"other-model", Effect::Compatible, "The description is of another model."},
+        {"other-version", Effect::Compatible, "The description has another version."},
+        {"text", Effect::Compatible,
+            "A name, a text or a visibility for people has changed. Told with --verbose only."},
+        {"unit-named", Effect::Compatible, "A unit is named that was not, or no more."},
+    };
+    return kinds;
+}
+
+std::string FeatureChange::Place() const
+{
+    return feature + (property.empty() ? "" : "." + (entry.empty() ? property : entry));
+}
+
+std::vector<FeatureChange> ChangesBetween(const CameraFeatures& before, const CameraFeatures& after)
+{
+    Version old(before);
+    Version now(after);
+    return Comparison(old, now).Compare();
 }

@@ -79,7 +79,7 @@ void AddCamera(std::vector<FeatureRow>& rows, const CameraFeatures& camera)
     std::unordered_map<std::string, FeatureRow*> places;
     for (FeatureRow& row : rows)
         places.emplace(row.name, &row);
-    const Limits limits(camera.description->Root());
+    const Limits limits(camera.description->Root(), camera.Names());
     for (const FeatureInfo& feature : camera.features)
     {
         FeatureRow& row = *places.at(feature.name);
@@ -131,17 +131,12 @@ std::string Joined(const std::vector<std::string>& texts)
     return joined;
 }
 
-std::vector<FeatureRow> RowsOf(const CameraFeatures& camera)
+FeatureRow RowOf(const FeatureInfo& info, const Limits& limits)
 {
-    std::vector<FeatureRow> rows;
-    const Limits limits(camera.description->Root());
-    for (const FeatureInfo& info : camera.features)
-    {
-        rows.push_back(RowOf(info, info.category, info.entries));
-        for (const Limit& limit : limits.Of(info.name))
-            rows.back().limits.push_back({limit, {}});
-    }
-    return rows;
+    FeatureRow row = RowOf(info, info.category, info.entries);
+    for (const Limit& limit : limits.Of(info.name))
+        row.limits.push_back({limit, {}});
+    return row;
 }
 
 std::vector<FeatureRow> TableOf(const std::vector<CameraFeatures>& cameras)

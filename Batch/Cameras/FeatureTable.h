@@ -46,8 +46,8 @@ struct FeatureRow
 /// Texts as one, with commas between them.
 std::string Joined(const std::vector<std::string>& texts);
 
-/// What a camera has, in its own order.
-std::vector<FeatureRow> RowsOf(const CameraFeatures& camera);
+/// A feature of one camera, whose limits these are.
+FeatureRow RowOf(const FeatureInfo& info, const OPX::KltAPI::Limits& limits);
 
 /// What at least one of the cameras has, in the order of the catalogue, and which of them have it. What one class
 /// cannot serve is told in warnings.

@@ -113,7 +113,7 @@ void BatchWriter::Process(QTextStream& output, QString line, const FeatureInfos&
 {
     ++m_line;
     for (const std::string& mistake : MistakesIn(line))
-        std::fprintf(stderr, "%s\n", InFile(m_templatePath.toStdString(), m_line, "warning", mistake).c_str());
+        std::fprintf(stderr, "%s\n", InFile(m_templatePath.toStdString(), {m_line, 0}, "warning", mistake).c_str());
     CppClassWriter::Process(output, line, features);
 }
 

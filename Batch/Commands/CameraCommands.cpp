@@ -3,7 +3,6 @@
 #include "Base/Json.h"
 #include "Base/OutputFiles.h"
 #include "Cameras/CameraReader.h"
-#include "Cameras/FeatureChanges.h"
 #include "Cameras/FeatureTable.h"
 #include "Cameras/SdkExtensions.h"
 #include "Cameras/SdkSession.h"
@@ -16,9 +15,7 @@
 #include <QJsonObject>
 #include <fnmatch.h>
 
-#include <algorithm>
 #include <cstdio>
-#include <future>
 
 using namespace OPX::KltAPI;
 
@@ -73,37 +70,6 @@ void Print(const FeatureRow& row, bool several)
     std::puts("");
 }
 
-const char* EffectOf(const FeatureChange& change)
-{
-    return change.isBreaking ? "breaking" : "compatible";
-}
-
-/// "+ New (Int, RW)", "~ Width: Max 100 -> 200", "- Mode: entry Off = 0"
-std::string LineOf(const FeatureChange& change)
-{
-    const char* const mark = !change.before ? "+ " : !change.after ? "- " : "~ ";
-    const std::string values = change.before && change.after
-                                   ? " " + *change.before + " -> " + *change.after
-                                   : " = " + change.before.value_or("") + change.after.value_or("");
-    if (change.property.empty())
-        return mark + change.feature + " (" + change.before.value_or("") + change.after.value_or("") + ")";
-    return mark + change.feature + ": " + change.property + (change.entry.empty() ? "" : " " + change.entry) + values;
-}
-
-QJsonObject JsonChange(const FeatureChange& change)
-{
-    QJsonObject object{{"effect", EffectOf(change)}, {"feature", JsonText(change.feature)}};
-    if (!change.property.empty())
-        object["property"] = JsonText(change.property);
-    if (!change.entry.empty())
-        object["entry"] = JsonText(change.entry);
-    if (change.before)
-        object["before"] = JsonText(*change.before);
-    if (change.after)
-        object["after"] = JsonText(*change.after);
-    return object;
-}
-
 } // namespace
 
 void ListCameras(bool json)
@@ -127,13 +93,13 @@ void ListCameras(bool json)
         PrintJson(array);
 }
 
-void ListFeatures(
-    const std::vector<CameraChoice>& cameras, const FeatureChoice& choice, const std::string& glob, bool json)
+void ListFeatures(const std::vector<CameraChoice>& cameras, const FeatureChoice& choice, const std::string& glob,
+    const std::string& acceptFile, bool json)
 {
     QJsonArray array;
     std::vector<CameraFeatures> read = ReadFeatures(cameras);
+    WarnOfMistakes(read, acceptFile);
     Select(read, choice);
-    WarnOfMistakes(read);
     const bool several = cameras.size() > 1;
     for (const FeatureRow& row : TableOf(read))
     {
@@ -161,29 +127,4 @@ void DumpDescription(const CameraChoice& camera, const std::string& file)
         std::fwrite(xml.data(), 1, xml.size(), stdout);
     else
         ReplaceFiles({{file, QByteArray::fromStdString(xml)}});
-}
-
-ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after, bool json)
-{
-    // Without them there are no limits to compare.
-    RequireDescriptions();
-    // Never released, since the program ends soon.
-    static const auto& cameras = *new std::vector<CameraFeatures>(ReadFeatures({before, after}));
-    auto old = std::async(std::launch::async, [] { return RowsOf(cameras.front()); });
-    const std::vector<FeatureRow> rows = RowsOf(cameras.back());
-    const std::vector<FeatureChange> changes = ChangesBetween(old.get(), rows);
-    const auto breaking = static_cast<int>(
-        std::count_if(changes.begin(), changes.end(), [](const FeatureChange& change) { return change.isBreaking; }));
-    const int compatible = static_cast<int>(changes.size()) - breaking;
-    QJsonArray array;
-    for (const FeatureChange& change : changes)
-        if (json)
-            array.append(JsonChange(change));
-        else
-            std::printf("%-10s  %s\n", EffectOf(change), LineOf(change).c_str());
-    if (json)
-        PrintJson(QJsonObject{{"breaking", breaking}, {"compatible", compatible}, {"changes", array}});
-    else if (!changes.empty())
-        std::printf("%d breaking, %d compatible\n", breaking, compatible);
-    return changes.empty() ? ExitDone : ExitDiffers;
 }

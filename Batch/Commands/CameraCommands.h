@@ -15,15 +15,11 @@ void ListCameras(bool json);
 
 /// Category, name, type, access, entries and limits of the features that are chosen and whose names match \a glob. For
 /// several cameras, all features that any of them has, and which cameras those are.
-void ListFeatures(
-    const std::vector<CameraChoice>& cameras, const FeatureChoice& choice, const std::string& glob, bool json);
+/// \param acceptFile what of the descriptions nobody need hear of; empty if there is none
+void ListFeatures(const std::vector<CameraChoice>& cameras, const FeatureChoice& choice, const std::string& glob,
+    const std::string& acceptFile, bool json);
 
 /// The camera's own description; to the standard output if \a file is empty.
 void DumpDescription(const CameraChoice& camera, const std::string& file);
-
-/// The differences between two versions of a camera, and what they do to code that uses the class. If there are none,
-/// it prints nothing or, in JSON, an object.
-/// \return ExitDiffers if anything is different
-ExitCode CompareCameras(const CameraChoice& before, const CameraChoice& after, bool json);
 
 #endif

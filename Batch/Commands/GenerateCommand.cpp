@@ -129,7 +129,7 @@ FeatureInfos Prepare(BatchWriter& writer, const GenerateOptions& wanted)
     if (wanted.outputFolder == "-" || IsStandardOutput(wanted.outputFolder))
         throw CommandError(ExitUsage, "A class is two files, so it cannot go to the standard output. Name a folder.");
     std::vector<CameraFeatures> cameras = ReadFeatures(wanted.cameras);
-    WarnOfMistakes(cameras);
+    WarnOfMistakes(cameras, wanted.acceptFile);
     Select(cameras, wanted.features);
     const std::string name = cameras.front().name;
     CameraFamily family = Unite(std::move(cameras));

@@ -2,6 +2,7 @@
 
 #include "Base/Messages.h"
 #include "Commands/CameraCommands.h"
+#include "Commands/DiffCommand.h"
 #include "Commands/ValidateCommand.h"
 #include "KoltaVersion.h"
 #include "Program/ManualPage.h"
@@ -117,6 +118,7 @@ void CommandLine::AddCameras(CLI::App* command)
         command, "--only", m_options.features.only, "The class has only features whose names match; can be repeated");
     AddPatterns(command, "--exclude", m_options.features.exclude,
         "The class has no features whose names match; can be repeated");
+    AddAccept(command, m_options.acceptFile, "File with the mistakes in descriptions that are not to be told");
 }
 
 void CommandLine::AddPatterns(
@@ -127,6 +129,20 @@ void CommandLine::AddPatterns(
             option, [&patterns](const std::string& given) { patterns.push_back(given); }, what)
         ->type_name("GLOB")
         ->trigger_on_parse();
+}
+
+void CommandLine::AddAccept(CLI::App* command, std::string& file, const char* what)
+{
+    command->add_option("--accept", file, what)->type_name("FILE");
+}
+
+/// For commands that tell what there is to look at.
+void CommandLine::AddReview(CLI::App* command)
+{
+    AddAccept(command, m_review.acceptFile, "File with what is accepted: neither told nor counted");
+    command->add_flag(
+        "--print-accept", m_review.printAccept, "Print the lines of such a file that accept what is told");
+    command->add_flag("--json", m_review.json, "Print JSON");
 }
 
 void CommandLine::AddText(
@@ -210,7 +226,8 @@ void CommandLine::AddLookups()
     AddCameras(features);
     features->add_option("--match", m_glob, "Only features whose names match")->type_name("GLOB");
     features->add_flag("--json", m_json, "Print JSON");
-    features->callback([this] { ListFeatures(m_options.cameras, m_options.features, m_glob, m_json); });
+    features->callback(
+        [this] { ListFeatures(m_options.cameras, m_options.features, m_glob, m_options.acceptFile, m_json); });
 
     CLI::App* dump = Add("dump-xml", "Save the description of a camera, to generate from later",
         "dump-xml --camera Sim1-Mono --output Camera.xml");
@@ -231,30 +248,37 @@ void CommandLine::AddComparisons()
         "Show what an update of a camera changes, and what that does to code that uses the class",
         "diff Old.xml New.xml",
         "A change is breaking if such code may no longer compile, may fail, or may mean something else: a feature or\n"
-        "an entry is removed, or has another type, value or unit, less access or a narrower range. All others are\n"
-        "compatible. Exits with 1 if anything has changed, with 3 if a camera or a description cannot be used.");
+        "an entry is removed, or has another type, value or unit, less access or a narrower range. It is unclear if\n"
+        "something is worked out in another way while the camera runs. All others are compatible. Exits with 1 if\n"
+        "anything has changed that --fail-on does not exclude, with 3 if a camera or a description cannot be used.");
     const char* const what = "Serial number or description file; - is the standard input";
     diff->add_option("OLD", m_before, what)->required()->type_name("");
     diff->add_option("NEW", m_after, what)->required()->type_name("");
-    diff->add_flag("--json", m_json, "Print JSON");
+    AddReview(diff);
+    diff->add_option("--fail-on", m_review.failOn, "Changes to exit with 1 for: breaking, unclear (or breaking), any")
+        ->check(CLI::IsMember({"breaking", "unclear", "any"}).description(""))
+        ->type_name("EFFECT");
+    diff->add_flag("--verbose", m_review.verbose, "Print every entry of long lists, and texts that have changed");
     diff->callback([this]
-        { m_result = CompareCameras(CameraChoice::FromText(m_before), CameraChoice::FromText(m_after), m_json); });
+        { m_result = CompareCameras(CameraChoice::FromText(m_before), CameraChoice::FromText(m_after), m_review); });
 }
 
 void CommandLine::AddValidate()
 {
     CLI::App* validate = Add("validate", "Report mistakes in usable descriptions", "validate Camera.xml",
-        "Exits with 1 if there are mistakes, with 3 if a camera or a description cannot be used.");
+        "An error makes a description unusable, a warning makes a feature fail, a note tells what is untidy. Exits "
+        "with\n"
+        "1 if there are warnings, with 3 if a camera or a description cannot be used.");
     validate->add_option("FILE", m_cameras, "Description files or serial numbers of cameras; - is the standard input")
         ->required()
         ->type_name("");
-    validate->add_flag("--json", m_json, "Print JSON");
+    AddReview(validate);
     validate->callback(
         [this]
         {
             std::vector<CameraChoice> cameras(m_cameras.size());
             std::transform(m_cameras.begin(), m_cameras.end(), cameras.begin(), CameraChoice::FromText);
-            m_result = Validate(cameras, m_json);
+            m_result = Validate(cameras, m_review);
         });
 }
 

@@ -3,6 +3,7 @@
 
 #include "Base/ExitCodes.h"
 #include "Commands/GenerateCommand.h"
+#include "Commands/ValidateCommand.h"
 
 #include <CLI/CLI.hpp>
 
@@ -27,6 +28,8 @@ private:
     void AddCameras(CLI::App* command);
     static void AddPatterns(
         CLI::App* command, const char* option, std::vector<std::string>& patterns, const char* what);
+    static void AddAccept(CLI::App* command, std::string& file, const char* what);
+    void AddReview(CLI::App* command);
     void AddGeneration(CLI::App* command);
     void AddText(
         CLI::App* command, const char* option, QString CppOptions::*text, const char* what, const char* type = "TEXT");
@@ -39,6 +42,7 @@ private:
 
     CLI::App m_program;
     GenerateOptions m_options;
+    ReviewOptions m_review;
     bool m_json = false;
     std::string m_glob;
     std::string m_file;

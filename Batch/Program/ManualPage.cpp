@@ -1,5 +1,8 @@
 #include "Program/ManualPage.h"
 
+#include "Cameras/FeatureChanges.h"
+#include "Lint/Rules.h"
+
 namespace
 {
 
@@ -37,6 +40,29 @@ std::string ManualOptions(const std::vector<const CLI::Option*>& options)
     return text;
 }
 
+/// An identifier of what 'validate' or 'diff' tells.
+std::string ManualIdentifier(std::string_view id, std::string_view kind, std::string_view sentence)
+{
+    return ".TP\n.B " + Escaped(std::string(id)) + "\n(" + std::string(kind) + ") " + Escaped(std::string(sentence)) +
+           "\n";
+}
+
+/// All of them.
+std::string ManualIdentifiers()
+{
+    std::string text = ".SH MISTAKES\nWhat\n.B validate\ntells, and whether it is an error, a warning or a note.\n";
+    for (const OPX::KltAPI::Rule& rule : OPX::KltAPI::Rules())
+        text += ManualIdentifier(rule.id, rule.severity, rule.sentence);
+    text += ".SH CHANGES\nWhat\n.B diff\ntells, and what it does to code.\n";
+    for (const ChangeKind& kind : ChangeKinds())
+        text += ManualIdentifier(kind.id, EffectNames[static_cast<std::size_t>(kind.effect)], kind.sentence);
+    return text +
+           ".SH ACCEPTED\nA file for\n.B \\-\\-accept\nhas lines of an identifier and a place, which is a node or, "
+           "behind a "
+           "dot, an element of it\nor an entry: no\\-effect Width.AccessMode. Both are patterns as shells have them. "
+           "Lines that begin with #\nare comments.\n";
+}
+
 /// The options of a command except for its help, including those in groups.
 std::vector<const CLI::Option*> OptionsOf(const CLI::App& command)
 {
@@ -62,7 +88,7 @@ std::string ManualPage(const CLI::App& program)
     for (const CLI::App* command : program.get_subcommands(&IsShown))
         page += ".SS " + Escaped(command->get_name()) + "\n" + Escaped(command->get_description()) + ".\n.PP\n" +
                 Escaped(command->get_footer()) + "\n" + ManualOptions(OptionsOf(*command));
-    return page +
+    return page + ManualIdentifiers() +
            ".SH ENVIRONMENT\n.TP\n.B KOLTA_TRANSPORTS\nAny of simulated, gige and usb3, separated by commas: where "
            "cameras are looked for.\nAll of them if it is not set or empty.\n"
            ".TP\n.B KOLTA_CAMERA_PATH\nFiles and folders, separated by colons, with descriptions (.xml or .zip) of "

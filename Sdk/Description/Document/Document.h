@@ -12,7 +12,7 @@
 namespace OPX::KltAPI
 {
 
-/// An attribute with a meaning: of an index, or of the root.
+/// An attribute with a meaning: of an index, or of the root, where "xmlns" is its namespace.
 struct Attribute
 {
     std::string_view name;
@@ -41,8 +41,10 @@ struct Element
     const Attribute* attributes = nullptr; ///< All but the name.
     const Element* firstChild = nullptr;   ///< Its children are in the order of the document.
     const Element* next = nullptr;         ///< The sibling behind it.
-    int line = 0;                          ///< Where its start tag begins, in the file.
+    int line = 0;                          ///< Where its start tag begins, in the file,
+    int column = 0;                        ///< and in the line, in bytes.
     bool holdsMoreThanText = false;        ///< An element, a comment or the like stands between its tags.
+    bool holdsTextBetween = false;         ///< Text stands behind its first element, which is not in its content.
 
     Iterator begin() const { return {firstChild}; } // NOLINT(readability-identifier-naming): for loops.
     Iterator end() const { return {nullptr}; }      // NOLINT(readability-identifier-naming)

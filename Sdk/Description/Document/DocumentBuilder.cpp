@@ -35,15 +35,6 @@ std::size_t SizeOf(const NodeKind* kind)
     return kind->Is(Trait::Formula) ? SizeOfFormula : SizeOfRegister;
 }
 
-/// The parser is at the end of a start tag. The lines in libxml2's own tree end at 65535.
-int LineOfTag(const xmlParserInput& input)
-{
-    int line = input.line;
-    for (const xmlChar* at = input.cur; at > input.base && *at != '<'; --at)
-        line -= *at == '\n' ? 1 : 0;
-    return line;
-}
-
 /// What is wrong with the text of a document.
 Problem ProblemOf(const xmlError& error)
 {
@@ -132,11 +123,16 @@ void DocumentBuilder::OnError(void* context, Error* error)
         xmlCopyError(error, &builder.m_error);
 }
 
-void DocumentBuilder::OnBegin(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* /*uri*/,
+void DocumentBuilder::OnBegin(void* context, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri,
     int /*spaces*/, const xmlChar** /*spaceList*/, int count, int /*defaulted*/, const xmlChar** attributes)
 {
-    Pass(context, [&](DocumentBuilder& builder, const xmlParserInput& input)
-        { builder.Begin(name, prefix, attributes, count, LineOfTag(input)); });
+    Pass(context,
+        [&](DocumentBuilder& builder, const xmlParserInput& input)
+        {
+            builder.Begin(name, prefix, attributes, count, input);
+            if (uri != nullptr && builder.m_open.size() == 1)
+                builder.AddAttribute(builder.m_document.m_root, "xmlns", builder.Kept(ToView(uri)));
+        });
 }
 
 void DocumentBuilder::OnEnd(void* context, const xmlChar* /*name*/, const xmlChar* /*prefix*/, const xmlChar* /*uri*/)
@@ -170,7 +166,8 @@ void DocumentBuilder::OnInstruction(void* context, const xmlChar* /*target*/, co
     OnComment(context, nullptr);
 }
 
-void DocumentBuilder::Begin(const xmlChar* name, const xmlChar* prefix, const xmlChar** attributes, int count, int line)
+void DocumentBuilder::Begin(
+    const xmlChar* name, const xmlChar* prefix, const xmlChar** attributes, int count, const xmlParserInput& input)
 {
     const Tag tag = TagOf(name, prefix);
     m_size += SizeOf(tag.node);
@@ -192,9 +189,28 @@ void DocumentBuilder::Begin(const xmlChar* name, const xmlChar* prefix, const xm
     element.tag = tag.text;
     element.node = tag.node;
     element.element = tag.element;
-    element.line = line;
+    PlaceTag(element, input);
     TakeAttributes(element, attributes, count);
     m_open.push_back({&element, nullptr});
+}
+
+/// The parser is at the end of the start tag. The lines in libxml2's own tree end at 65535.
+void DocumentBuilder::PlaceTag(Element& element, const xmlParserInput& input)
+{
+    const auto offset = [&input](const xmlChar* at) { return static_cast<long>(input.consumed) + (at - input.base); };
+    const xmlChar* at = input.cur;
+    element.line = input.line;
+    for (; at > input.base && *at != '<'; --at)
+        element.line -= *at == '\n' ? 1 : 0;
+    if (element.line != m_line) // The whole document may be one line.
+    {
+        const xmlChar* begin = at;
+        while (begin > input.base && begin[-1] != '\n')
+            --begin;
+        m_line = element.line;
+        m_lineBegin = offset(begin);
+    }
+    element.column = static_cast<int>(offset(at) - m_lineBegin) + 1;
 }
 
 void DocumentBuilder::CheckRoot(std::string_view name, bool isPrefixed)
@@ -222,9 +238,15 @@ void DocumentBuilder::End()
 
 void DocumentBuilder::TakeText(std::string_view text)
 {
-    if (m_ignored > 0 || m_open.empty() || m_open.back().lastChild != nullptr)
+    if (m_ignored > 0 || m_open.empty())
         return;
-    std::string_view& content = m_open.back().element->content;
+    Element& element = *m_open.back().element;
+    if (m_open.back().lastChild != nullptr)
+    {
+        element.holdsTextBetween = element.holdsTextBetween || !Trimmed(text).empty();
+        return;
+    }
+    std::string_view& content = element.content;
     const std::string_view place = m_gathered.empty() ? InXml(text) : std::string_view();
     const bool goesOn = content.empty() || content.data() + content.size() == place.data();
     if (!place.empty() && goesOn)
@@ -275,10 +297,16 @@ void DocumentBuilder::TakeAttributes(Element& element, const xmlChar** attribute
             continue;
         if (name == "Name")
             element.name = Kept(value);
-        else if (name == "Index" || name == "Offset" || name == "pOffset" || name == "ModelName")
-            element.attributes = new (m_document.m_memory.allocate(sizeof(Attribute), alignof(Attribute)))
-                Attribute{name, Kept(value), element.attributes};
+        else if (name == "Index" || name == "Offset" || name == "pOffset" || name == "ModelName" ||
+                 name == "MajorVersion" || name == "MinorVersion" || name == "SubMinorVersion")
+            AddAttribute(element, name, Kept(value));
     }
+}
+
+void DocumentBuilder::AddAttribute(Element& element, std::string_view name, std::string_view value)
+{
+    element.attributes = new (m_document.m_memory.allocate(sizeof(Attribute), alignof(Attribute)))
+        Attribute{name, value, element.attributes};
 }
 
 DocumentBuilder::Tag DocumentBuilder::TagOf(const xmlChar* name, const xmlChar* prefix)

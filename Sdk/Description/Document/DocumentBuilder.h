@@ -57,7 +57,9 @@ private:
     static void OnComment(void* context, const xmlChar* text);
     static void OnInstruction(void* context, const xmlChar* target, const xmlChar* data);
 
-    void Begin(const xmlChar* name, const xmlChar* prefix, const xmlChar** attributes, int count, int line);
+    void Begin(
+        const xmlChar* name, const xmlChar* prefix, const xmlChar** attributes, int count, const xmlParserInput& input);
+    void PlaceTag(Element& element, const xmlParserInput& input);
     void CheckRoot(std::string_view name, bool isPrefixed);
     void End();
     void TakeText(std::string_view text);
@@ -65,6 +67,7 @@ private:
     void KeepGathered();
     Element& NewElement();
     void TakeAttributes(Element& element, const xmlChar** attributes, int count);
+    void AddAttribute(Element& element, std::string_view name, std::string_view value);
     Tag TagOf(const xmlChar* name, const xmlChar* prefix);
     std::string_view NameOf(const xmlChar* name);
     std::string_view Kept(std::string_view text);
@@ -77,6 +80,8 @@ private:
     std::vector<Open> m_open;
     std::size_t m_size = 0; ///< Of Aravis' document.
     int m_ignored = 0;      ///< How deep we are in an extension.
+    int m_line = 0;         ///< The last one that a tag began in,
+    long m_lineBegin = 0;   ///< and where that begins.
     std::string m_gathered; ///< Text of the innermost element that does not stand like this in the XML.
     std::unordered_map<const xmlChar*, Tag> m_tags; ///< By the parser's own names, which it has once.
     std::unordered_map<const xmlChar*, std::string_view> m_names;

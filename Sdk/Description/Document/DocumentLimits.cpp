@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstring>
 #include <iterator>
 
 namespace OPX::KltAPI
@@ -56,7 +57,9 @@ Problem ProblemOfText(const std::string& xml, int firstLine)
     std::size_t attributes = 0;
     std::size_t elements = 0;
     int line = firstLine;
-    for (std::size_t i = 0; i < xml.size(); ++i)
+    // Most characters mean nothing here. None is a null.
+    const auto next = [&xml](std::size_t from) { return from + std::strcspn(xml.c_str() + from, "\n<=!"); };
+    for (std::size_t i = next(0); i < xml.size(); i = next(i + 1))
     {
         if (xml[i] == '\n')
             ++line;

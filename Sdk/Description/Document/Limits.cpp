@@ -16,6 +16,13 @@ bool SharesValues(const Element* node)
     return node != nullptr && node->node != nullptr && node->node->Is(Trait::Plain);
 }
 
+/// Its own limit, or the reference to one; null if it has none, or none that has an effect.
+const Element* OwnChild(const Element& node, const std::string& tag)
+{
+    const Element* const child = node.Child(tag);
+    return child != nullptr && child->element->HasEffectIn(*node.node) ? child : nullptr;
+}
+
 /// Nothing if there is no text. The node decides how it is read.
 std::optional<Limit> LiteralOf(const Element& node, const Element& literal, const std::string& limit)
 {
@@ -27,7 +34,7 @@ std::optional<Limit> LiteralOf(const Element& node, const Element& literal, cons
 
 } // namespace
 
-Limits::Limits(const Element& root) : m_nodes(root)
+Limits::Limits(const Element& root, const NodeNames& nodes) : m_nodes(nodes)
 {
     for (const Element& node : root)
         if (node.node != nullptr && node.node->Is(Trait::Category))
@@ -51,11 +58,11 @@ std::vector<Limit> Limits::Of(const std::string& feature) const
 /// This ends: nodes whose values depend on themselves have been refused.
 std::optional<Limit> Limits::Find(const Element& node, const std::string& limit) const
 {
-    if (const Element* const literal = node.Child(limit))
+    if (const Element* const literal = OwnChild(node, limit))
         return LiteralOf(node, *literal, limit);
-    if (const Element* const reference = node.Child('p' + limit))
+    if (const Element* const reference = OwnChild(node, 'p' + limit))
     {
-        const Element* const owner = NodeOfConstant(*reference);
+        const Element* const owner = NodeOfConstant(m_nodes.Find(reference));
         return owner == nullptr ? Limit{limit, WithoutControls(std::string(reference->Text())), false, true}
                                 : LiteralOf(*owner, *owner->Child("Value"), limit);
     }
@@ -63,11 +70,8 @@ std::optional<Limit> Limits::Find(const Element& node, const std::string& limit)
     return SharesValues(value) ? Find(*value, limit) : std::nullopt;
 }
 
-/// The node with the constant that a reference leads to; null if the value is worked out, lies in a register or can be
-/// written.
-const Element* Limits::NodeOfConstant(const Element& reference) const
+const Element* Limits::NodeOfConstant(const Element* node) const
 {
-    const Element* node = m_nodes.Find(&reference);
     while (SharesValues(node) && node->Child("pValue") != nullptr)
         node = m_nodes.Find(node->Child("pValue"));
     if (!SharesValues(node))

@@ -31,20 +31,23 @@ struct Limit
     bool IsSame(const Limit& other) const;
 };
 
-/// What a description holds of the limits of features; the SDK does not tell it. Refers to the document.
+/// What a description holds of the limits of features; the SDK does not tell it. Refers to the document and its names.
 class Limits
 {
 public:
-    explicit Limits(const Element& root);
+    Limits(const Element& root, const NodeNames& nodes);
 
     /// The limits of a feature. Where it leaves one to another node, the constant in that node counts.
     std::vector<Limit> Of(const std::string& feature) const;
 
+    /// The node with the constant that \a node has for its value; null if that is worked out, lies in a register or can
+    /// be written, or if there is no node.
+    const Element* NodeOfConstant(const Element* node) const;
+
 private:
     std::optional<Limit> Find(const Element& node, const std::string& limit) const;
-    const Element* NodeOfConstant(const Element& reference) const;
 
-    NodeNames m_nodes;
+    const NodeNames& m_nodes;
     std::unordered_set<std::string_view> m_features; ///< Names that users see, and can set unless that is forbidden.
 };
 

@@ -9,21 +9,23 @@
 namespace OPX::KltAPI
 {
 
-/// A line that editors understand, as compilers write them: "Camera.xml:7: warning: ...".
-/// \param line 0 for the whole file
-/// \param text a sentence
-inline std::string InFile(const std::string& file, int line, const char* severity, const std::string& text)
+/// Where something stands in a file.
+struct Position
 {
-    return WithoutControls(file) + (line == 0 ? "" : ":" + std::to_string(line)) + ": " + severity + ": " +
-           WithoutControls(text);
-}
-
-/// Something in a file that is not as its author meant it. The file can be used all the same.
-struct Mistake
-{
-    int line;
-    std::string text; ///< A sentence.
+    int line = 0;   ///< 0 for the whole file.
+    int column = 0; ///< 0 for the whole line.
 };
+
+/// A line that editors understand, as compilers write them: "Camera.xml:7:3: warning: ...".
+/// \param text a sentence
+inline std::string InFile(
+    const std::string& file, const Position& position, std::string_view severity, const std::string& text)
+{
+    std::string place = WithoutControls(file);
+    for (const int number : {position.line, position.column})
+        place += number == 0 ? "" : ":" + std::to_string(number);
+    return place + ": " + std::string(severity) + ": " + WithoutControls(text);
+}
 
 /// \a text in a message.
 inline std::string Quoted(std::string_view text)

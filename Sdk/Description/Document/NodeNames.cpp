@@ -20,6 +20,10 @@ bool IsEntry(const Element& node)
 
 NodeNames::NodeNames(const Element& root)
 {
+    std::size_t count = 0;
+    for (const Element& node : root)
+        count += node.name.empty() ? 0 : 1;
+    m_nodes.reserve(count);
     for (const Element& node : root)
         Add(node, nullptr);
 }

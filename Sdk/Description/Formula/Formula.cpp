@@ -2,6 +2,7 @@
 
 #include "Formula/FormulaParser.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
@@ -221,6 +222,31 @@ Formula::Formula(
     : m_integers(integers)
 {
     FormulaParser(*this, expressions, variables).Parse(text);
+}
+
+void Formula::Visit(const std::function<void(int, const Number&, const std::string&)>& visit) const
+{
+    for (const Step& step : m_steps)
+        if (step.operation == Load)
+            visit(step.operation, Number(), m_variables[step.index]);
+        else
+            visit(step.operation, step.operation == Push ? step.number : Number(std::int64_t(step.index)), "");
+}
+
+bool Formula::DividesByZero() const
+{
+    std::size_t conditional = 0; // What stands before this step may be skipped.
+    for (std::size_t i = 1; i < m_steps.size(); ++i)
+    {
+        const Step& step = m_steps[i];
+        const Step& before = m_steps[i - 1];
+        if (step.operation == Jump || step.operation == JumpIfZero)
+            conditional = std::max(conditional, step.index);
+        else if ((step.operation == Divide || step.operation == Remainder) && before.operation == Push &&
+                 before.number.AsReal() == 0 && i >= conditional)
+            return true;
+    }
+    return false;
 }
 
 Number Formula::Evaluate(const Variables& variables) const

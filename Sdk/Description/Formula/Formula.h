@@ -103,6 +103,13 @@ public:
     /// Asks for each variable at most once. Throws what that throws, or a `FormulaError` if there is no value.
     Number Evaluate(const Variables& variables) const;
 
+    /// Calls \a visit with everything that it does: the operation, the number and the variable that this is about.
+    void Visit(
+        const std::function<void(int operation, const Number& number, const std::string& variable)>& visit) const;
+
+    /// Whether it divides by a number that is written as zero, whatever the variables are.
+    bool DividesByZero() const;
+
 private:
     friend class FormulaParser;
 

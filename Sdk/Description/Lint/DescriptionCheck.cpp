@@ -30,6 +30,11 @@ std::string Suggestion(std::string_view word, const std::vector<std::string_view
     return DidYouMean(std::find(known.begin(), known.end(), local) != known.end() ? local : NearestWord(word, known));
 }
 
+const char* const LosesFraction = "of which it cuts off the fraction";
+
+/// What the namespaces of all versions of the format begin with.
+const std::string_view KnownSpace = "http://www.genicam.org/GenApi/Version_1_";
+
 /// Elements of makers are short words that are like others, too. One letter for another counts as two.
 const std::size_t MostLettersWrong = 2;
 
@@ -55,37 +60,80 @@ std::string WithArticle(std::string_view kind)
 class Checker
 {
 public:
-    explicit Checker(const Element& root) : m_root(root), m_names(root) {}
+    Checker(const Element& root, const NameCleaner& clean) : m_root(root), m_clean(clean), m_names(root) {}
 
     std::vector<Mistake> Check()
     {
+        CheckRoot();
         ReportDuplicates();
         for (const Element& node : m_root)
             CheckNode({node, nullptr});
         CheckFeatures();
         std::stable_sort(m_mistakes.all.begin(), m_mistakes.all.end(),
-            [](const Mistake& one, const Mistake& other) { return one.line < other.line; });
+            [](const Mistake& one, const Mistake& other) {
+                return std::pair(one.position.line, one.position.column) <
+                       std::pair(other.position.line, other.position.column);
+            });
         return std::move(m_mistakes.all);
     }
 
 private:
-    void Report(const Element& where, std::string sentence) { m_mistakes.Report(where, std::move(sentence)); }
+    void Report(std::string_view rule, const Node& node, const Element& where, std::string sentence)
+    {
+        m_mistakes.Report(rule, node, where, std::move(sentence));
+    }
+
+    void CheckRoot()
+    {
+        const Node root = {m_root, nullptr};
+        if (m_root.AttributeOf("ModelName").empty())
+            Report("no-model-name", root, m_root, "the camera has no ModelName, so it is called like the file.");
+        const std::string_view space = m_root.AttributeOf("xmlns");
+        if (!space.empty() && space.substr(0, KnownSpace.size()) != KnownSpace)
+            Report("unknown-namespace", root, m_root,
+                "the namespace " + Quoted(space) + " is not that of the format, " +
+                    Quoted(std::string(KnownSpace) + "0") + " or a later one. Some programs refuse the description.");
+        CheckText(root);
+    }
+
+    void CheckText(const Node& node)
+    {
+        const Element& element = node.element;
+        if (element.firstChild != nullptr && (element.holdsTextBetween || !element.Text().empty()))
+            Report("stray-text", node, element,
+                "text stands between the elements of " + (&element == &m_root ? "the root" : node.Text()) +
+                    ". It is ignored.");
+    }
+
+    /// Entries share an enumeration's name in code, and others may begin with a digit.
+    void CheckName(const Node& node)
+    {
+        const Element& element = node.element;
+        const bool isEntry = node.Is(Trait::Entry) && node.outer != nullptr;
+        const std::string name = (isEntry ? std::string(node.outer->name) + "_" : "") + std::string(element.name);
+        const std::string identifier = element.name.empty() ? name : m_clean(name);
+        if (identifier != name && (!isEntry || m_clean(std::string(element.name)) != element.name))
+            Report("no-identifier", node, element,
+                node.Text() + " is no identifier: generated code has " + Quoted(identifier) + ".");
+    }
 
     void ReportDuplicates()
     {
         for (const NodeNames::Duplicate& duplicate : m_names.Duplicates())
-            Report(*duplicate.second, "the name " + Quoted(duplicate.second->name) + " is taken already, in line " +
-                                          std::to_string(duplicate.first->line) +
-                                          (duplicate.secondCounts ? ". The last one counts." : "."));
+            Report("duplicate-name", {*duplicate.second, nullptr}, *duplicate.second,
+                "the name " + Quoted(duplicate.second->name) + " is taken already, in line " +
+                    std::to_string(duplicate.first->line) + (duplicate.secondCounts ? ". The last one counts." : "."));
     }
 
     void CheckNode(const Node& node)
     {
         const Element& element = node.element;
         if (element.node == nullptr)
-            return Report(
-                element, Quoted(element.tag) + " is not a kind of node." + Suggestion(element.tag, TagsOfNodes()));
+            return Report("unknown-node", node, element,
+                Quoted(element.tag) + " is not a kind of node." + Suggestion(element.tag, TagsOfNodes()));
         CheckPlace(node);
+        CheckName(node);
+        CheckText(node);
         for (const Need& need : Needs())
             if (node.Is(need.traits))
                 CheckNeed(node, need);
@@ -107,20 +155,20 @@ private:
     {
         const Element& element = node.element;
         if (node.outer == nullptr && !element.node->whole.empty())
-            Report(element,
+            Report("misplaced-node", node, element,
                 node.Text() + " is not within " + WithArticle(element.node->whole) + ", where such a node belongs.");
         else if (node.outer != nullptr && !CanContain(*node.outer->node, *element.node))
-            Report(element, node.Text() + " is a node within a node that holds none.");
+            Report("misplaced-node", node, element, node.Text() + " is a node within a node that holds none.");
         // Structures have no names, nobody asks for those of formulas within a register.
         else if (element.name.empty() && !node.Is(Trait::Struct) && (node.outer == nullptr || !node.Is(Trait::Knife)))
-            Report(element, node.Text() + " has no name.");
+            Report("nameless", node, element, node.Text() + " has no name.");
     }
 
     void CheckNeed(const Node& node, const Need& need)
     {
         if (std::none_of(need.oneOf.begin(), need.oneOf.end(),
                 [&node](std::string_view tag) { return node.element.Child(tag) != nullptr; }))
-            Report(node.element, node.Text() + " has no " + need.missing + ".");
+            Report("missing-element", node, node.element, node.Text() + " has no " + need.missing + ".");
     }
 
     /// An element of a node that is no node.
@@ -149,7 +197,8 @@ private:
         else if (element.tag == "ValueIndexed" || element.tag == "pValueIndexed")
         {
             if (element.AttributeOf("Index").empty())
-                Report(element, "a " + std::string(element.tag) + " of " + node.Text() + " has no Index.");
+                Report("missing-element", node, element,
+                    "a " + std::string(element.tag) + " of " + node.Text() + " has no Index.");
             CheckAttribute(node, element, "Index");
         }
     }
@@ -158,14 +207,15 @@ private:
     {
         const std::string_view text = element.AttributeOf(name);
         if (!text.empty())
-            CheckNumber(node.Text(std::string(name) + " of the " + std::string(element.tag)), element, text, true);
+            CheckNumber(node, std::string(name) + " of the " + std::string(element.tag), element, text, true);
     }
 
     /// Few mistakes are as common as an access mode in a feature that has none of its own.
     void ReportUseless(const Node& node, const Element& element)
     {
-        Report(element, node.Text(element.tag) + " has no effect in " + WithArticle(node.element.tag) + "." +
-                            DidYouMean(element.tag == "AccessMode" ? "ImposedAccessMode" : ""));
+        Report("no-effect", node, element,
+            node.Text(element.tag) + " has no effect in " + WithArticle(node.element.tag) + "." +
+                DidYouMean(element.tag == "AccessMode" ? "ImposedAccessMode" : ""));
     }
 
     void CheckRepetition(const Node& node, const Element& element)
@@ -173,7 +223,8 @@ private:
         if (element.element->Is(ElementKind::Repeats))
             return;
         if (std::exchange(m_lastOwners[element.element], &node.element) == &node.element)
-            Report(element, node.Text(element.tag) + " is there more than once. The last one counts.");
+            Report("repeated-element", node, element,
+                node.Text(element.tag) + " is there more than once. The last one counts.");
     }
 
     void CheckWord(const Node& node, const Element& element)
@@ -183,8 +234,9 @@ private:
         if (!text.empty() && std::find(all.begin(), all.end(), text) != all.end())
             return;
         const std::vector<std::string_view> words(all.begin(), std::find(all.begin(), all.end(), std::string_view()));
-        Report(element, node.Text(element.tag) + " is " + Quoted(text) + ", which is not " + Choice(words) + "." +
-                            Suggestion(text, words));
+        Report("bad-word", node, element,
+            node.Text(element.tag) + " is " + Quoted(text) + ", which is not " + Choice(words) + "." +
+                Suggestion(text, words));
     }
 
     /// Many links are followed by nobody, and this one by the SDK itself.
@@ -198,11 +250,12 @@ private:
     void CheckUnknown(const Node& node, const Element& element)
     {
         if (element.tag == "Group")
-            return Report(
-                element, "what stands in this Group does not belong to " + node.Text() + ": groups hold whole nodes.");
+            return Report("misplaced-node", node, element,
+                "what stands in this Group does not belong to " + node.Text() + ": groups hold whole nodes.");
         const std::string suggestion = DidYouMean(NearestWord(element.tag, TagsOfElements(), MostLettersWrong));
         if (!suggestion.empty())
-            Report(element, "the element " + Quoted(element.tag) + " of " + node.Text() + " is unknown." + suggestion);
+            Report("unknown-element", node, element,
+                "the element " + Quoted(element.tag) + " of " + node.Text() + " is unknown." + suggestion);
         else if (element.tag.size() > 1 && element.tag[0] == 'p' &&
                  std::isupper(static_cast<unsigned char>(element.tag[1])) != 0)
             CheckReference(node, element, element.tag, element.Text(), Content::Node);
@@ -212,29 +265,67 @@ private:
     {
         const bool isFound = m_names.Find(element.Target()) != nullptr;
         if (!isFound && !MayBePadded(element, content) && m_names.Find(element.Text()) != nullptr)
-            return Report(element, node.Text(element.tag) + " leads nowhere: the SDK takes the white space around " +
-                                       Quoted(element.Text()) + " for a part of the name.");
+            return Report("padded-name", node, element,
+                node.Text(element.tag) + " leads nowhere: the SDK takes the white space around " +
+                    Quoted(element.Text()) + " for a part of the name.");
         CheckReference(node, element, element.tag, isFound ? element.Target() : element.Text(), content);
+        if (element.tag == "pValue" && node.Is(Trait::Command))
+            CheckCommand(node, element);
+    }
+
+    /// What a command writes to. This ends: values that depend on themselves have been refused.
+    void CheckCommand(const Node& node, const Element& reference)
+    {
+        for (const Element* next = m_names.Find(&reference); next != nullptr;
+             next = m_names.Find(next->Child("pValue")))
+            for (const char* tag : {"AccessMode", "ImposedAccessMode"})
+                if (const Element* const access = next->Child(tag); access != nullptr && access->Text() == "RO")
+                    return Report("read-only-command", node, reference,
+                        node.Text() + " writes to " + Quoted(next->name) +
+                            ", which is read-only: cameras refuse that.");
     }
 
     void CheckReference(
         const Node& node, const Element& element, std::string_view what, std::string_view target, Content content)
     {
         const Element* const found = m_names.Find(target);
-        const unsigned traits = found == nullptr || found->node == nullptr ? 0 : found->node->traits;
-        std::string problem;
-        if (found == nullptr)
-            problem = IsEntry(target)
-                          ? std::string()
-                          : "which does not exist." + DidYouMean(Nearest(target, what == "pPort" ? "Port" : ""));
-        else if (what == "pPort" && (traits & Trait::Port) == 0)
-            problem = "which is not a Port.";
-        else if (content == Content::NodeWithValue && (traits & (Trait::Category | Trait::Port)) != 0)
-            problem = "which has no value.";
-        else if (what == "pFeature" && std::exchange(m_lastCategories[found], &node.element) == &node.element)
-            problem = "as one before it does.";
-        if (!problem.empty())
-            Report(element, node.Text(what) + " leads to " + Quoted(target) + ", " + problem);
+        const auto report = [&](const char* rule, const std::string& problem)
+        { Report(rule, node, element, node.Text(what) + " leads to " + Quoted(target) + ", " + problem + "."); };
+        const bool isFollowed = element.element != nullptr && !MayBePadded(element, content);
+        if (found == nullptr && !IsEntry(target))
+        {
+            const std::string meant = DidYouMean(Nearest(target, what == "pPort" ? "Port" : ""));
+            Report(isFollowed ? "missing-node" : "dangling-link", node, element,
+                node.Text(what) + " leads to " + Quoted(target) + ", which does not exist." + meant);
+        }
+        else if (found != nullptr && what == "pFeature" &&
+                 std::exchange(m_lastCategories[found], &node.element) == &node.element)
+            report("repeated-feature", "as one before it does");
+        else if (found != nullptr && found->node != nullptr)
+        {
+            const std::string problem = WrongKind(node, element, *found->node, content);
+            if (!problem.empty())
+                report(problem == LosesFraction ? "lost-fraction" : "wrong-kind", problem);
+        }
+    }
+
+    /// What is wrong with a reference to a node of this kind; empty if nothing is.
+    static std::string WrongKind(const Node& node, const Element& element, const NodeKind& target, Content content)
+    {
+        const ElementKind* const link = element.element;
+        const char* const effect = link == nullptr || element.tag[0] != 'p' ? nullptr : link->withoutNumber;
+        const bool isNumber = target.Is(
+            Trait::Plain | Trait::Numeric | Trait::Masked | Trait::Formula | Trait::Enumeration | Trait::Boolean);
+        if (element.tag == "pPort")
+            return target.Is(Trait::Port) ? "" : "which is not a Port";
+        if (effect != nullptr && target.Is(Trait::Read) && !isNumber)
+            return WithArticle(target.tag) + ", which is no number: " + effect;
+        if (content == Content::NodeWithValue && target.Is(Trait::Category | Trait::Port))
+            return "which has no value";
+        if (element.tag == "pValue" && node.Is(Trait::Enumeration) && target.Is(Trait::Text))
+            return "which is a text: none of the entries can be set";
+        const bool isWhole = element.tag == "pAddress" || (!node.Is(Trait::Real) && element.tag.substr(0, 3) != "pIs");
+        return effect != nullptr && isWhole && target.Is(Trait::Real) ? LosesFraction : "";
     }
 
     /// Entries of enumerations have a name for the whole description, too: EnumEntry_Enumeration_Entry.
@@ -270,55 +361,80 @@ private:
         if (dependsOnNode && node.Is(Trait::Boolean))
             CheckTruth(node, element);
         else if (dependsOnNode && !node.Is(Trait::Text))
-            CheckNumber(node.Text(element.tag), element, element.Text(), !node.Is(Trait::Real));
+            CheckNumber(node, element.tag, element, element.Text(), !node.Is(Trait::Real));
         else if (content == Content::WholeNumber || content == Content::RealNumber)
-            CheckNumber(node.Text(element.tag), element, element.Text(), content == Content::WholeNumber);
+            CheckNumber(node, element.tag, element, element.Text(), content == Content::WholeNumber);
     }
 
     void CheckTruth(const Node& node, const Element& element)
     {
         const std::string_view text = element.Text();
         if (text != "true" && text != "false" && !DescriptionNumber(text, true).problem.empty())
-            Report(element, node.Text(element.tag) + " is " + Quoted(text) + ", which is not true, false or a number.");
+            Report("bad-number", node, element,
+                node.Text(element.tag) + " is " + Quoted(text) + ", which is not true, false or a number.");
     }
 
-    void CheckNumber(const std::string& what, const Element& where, std::string_view text, bool whole)
+    void CheckNumber(const Node& node, std::string_view what, const Element& where, std::string_view text, bool whole)
     {
         const DescriptionNumber number(text, whole);
         if (!number.problem.empty())
-            Report(where, what + " is " + Quoted(text) + ", " + number.problem + ".");
+            Report("bad-number", node, where, node.Text(what) + " is " + Quoted(text) + ", " + number.problem + ".");
     }
 
     void CheckFeatures()
     {
         const Element* const root = m_names.Find("Root");
         if (root == nullptr || root->node == nullptr || !root->node->Is(Trait::Category))
-            Report(m_root, "there is no Category 'Root', so the camera has no features.");
+            Report("no-features", {m_root, nullptr}, m_root,
+                "there is no Category 'Root', so the camera has no features.");
         else if (!LeadsToFeature(*root))
-            Report(*root, "no feature can be reached from the Category 'Root', so the camera has none.");
+            Report("no-features", {*root, nullptr}, *root,
+                "no feature can be reached from the Category 'Root', so the camera has none.");
     }
 
-    bool LeadsToFeature(const Element& category)
+    /// A category whose features are being followed, and the next one of them.
+    struct Open
     {
-        std::vector<const Element*> open(1, &category);
-        std::unordered_set<const Element*> seen = {&category};
+        const Element* category;
+        const Element* next;
+    };
+
+    /// Also tells of categories that contain themselves.
+    bool LeadsToFeature(const Element& root)
+    {
+        bool leads = false;
+        std::vector<Open> open = {{&root, root.firstChild}};
+        std::unordered_map<const Element*, bool> isOpen = {{&root, true}};
         while (!open.empty())
         {
-            const Element& next = *open.back();
-            open.pop_back();
-            if (next.node != nullptr && next.node->Is(Trait::Read) && !next.node->Is(Trait::Category))
-                return true;
-            for (const Element& child : next)
+            const Open last = open.back();
+            if (last.next == nullptr)
             {
-                const Element* const target = child.tag == "pFeature" ? m_names.Find(&child) : nullptr;
-                if (target != nullptr && seen.insert(target).second)
-                    open.push_back(target);
+                isOpen[last.category] = false;
+                open.pop_back();
+                continue;
             }
+            open.back().next = last.next->next;
+            const Element* const target = last.next->tag == "pFeature" ? m_names.Find(last.next) : nullptr;
+            if (target == nullptr || target->node == nullptr || !target->node->Is(Trait::Read))
+                continue;
+            const bool isCategory = target->node->Is(Trait::Category);
+            leads = leads || !isCategory;
+            if (!isCategory)
+                continue;
+            const auto [known, isNew] = isOpen.emplace(target, true);
+            if (isNew)
+                open.push_back({target, target->firstChild});
+            else if (known->second)
+                Report("category-circle", {*last.category, nullptr}, *last.next,
+                    Node{*last.category, nullptr}.Text(last.next->tag) + " leads to " + Quoted(target->name) +
+                        ", which contains it: what is in there is listed once.");
         }
-        return false;
+        return leads;
     }
 
     const Element& m_root;
+    const NameCleaner& m_clean;
     Mistakes m_mistakes;
     const NodeNames m_names;
     std::unordered_set<std::string> m_entries; ///< Empty until somebody asks.
@@ -329,9 +445,9 @@ private:
 
 } // namespace
 
-std::vector<Mistake> FindMistakes(const Element& root)
+std::vector<Mistake> FindMistakes(const Element& root, const NameCleaner& clean)
 {
-    return Checker(root).Check();
+    return Checker(root, clean).Check();
 }
 
 } // namespace OPX::KltAPI

@@ -35,20 +35,21 @@ public:
     }
 
 private:
-    void Report(const Element& where, const std::string& problem)
+    void Report(std::string_view rule, const Element& where, const std::string& problem)
     {
         const std::string what = std::string(where.tag) + (where.name.empty() ? "" : " " + Quoted(where.name));
-        m_mistakes.Report(where, m_node.Text(what) + " " + problem + ".");
+        m_mistakes.Report(rule, m_node, where, m_node.Text(what) + " " + problem + ".");
     }
 
     void Add(const Element& element)
     {
         if (element.name.empty())
-            return Report(element, "has no Name");
+            return Report("nameless", element, "has no Name");
         const std::string name(element.name);
         const auto [known, added] = m_parts.emplace(name, &element);
         if (!added)
-            Report(element, "has a name that is taken already, in line " + std::to_string(known->second->line));
+            Report("duplicate-name", element,
+                "has a name that is taken already, in line " + std::to_string(known->second->line));
         if (element.tag == "pVariable")
             m_variables.insert(name);
         else
@@ -57,11 +58,13 @@ private:
 
     /// What the SDK says about a formula; nothing if it can work with it.
     std::optional<FormulaError> ErrorOf(
-        const Element& element, const Formula::Expressions& expressions, const Names& variables) const
+        const Element& element, const Formula::Expressions& expressions, const Names& variables)
     {
         try
         {
             const Formula formula(std::string(element.Text()), !m_node.Is(Trait::Real), expressions, variables);
+            if (formula.DividesByZero() && element.name.empty()) // What uses an expression tells of it, too.
+                Report("division-by-zero", element, "always divides by zero, so there is no value");
             return std::nullopt;
         }
         catch (const FormulaError& error)
@@ -76,8 +79,9 @@ private:
         if (!error)
             return;
         const bool isTooLarge = error->What() == FormulaError::Overflow;
-        Report(element, "is " + Quoted(element.Text()) +
-                            (isTooLarge ? ", which does not fit into 64 bits" : ", which is not a number"));
+        Report("bad-formula", element,
+            "is " + Quoted(element.Text()) +
+                (isTooLarge ? ", which does not fit into 64 bits" : ", which is not a number"));
         m_variables.insert(std::string(element.name));
     }
 
@@ -101,12 +105,13 @@ private:
     void ReportFormula(const Element& element, const FormulaError& error, bool isEndless)
     {
         if (element.Text().empty())
-            Report(element, "is empty");
+            Report("bad-formula", element, "is empty");
         else if (error.What() == FormulaError::UnknownVariable)
-            Report(element, "uses " + Quoted(error.Name()) + ", which it does not know");
+            Report("bad-formula", element, "uses " + Quoted(error.Name()) + ", which it does not know");
         else
-            Report(element, "cannot be read: " + std::string(error.what()) +
-                                (isEndless ? "" : ", at character " + std::to_string(error.Place() + 1)));
+            Report("bad-formula", element,
+                "cannot be read: " + std::string(error.what()) +
+                    (isEndless ? "" : ", at character " + std::to_string(error.Place() + 1)));
     }
 
     const NodeInPlace m_node;

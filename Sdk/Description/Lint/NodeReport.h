@@ -2,7 +2,7 @@
 #define NODEREPORT_H
 
 #include "Document/Document.h"
-#include "Document/Mistake.h"
+#include "Lint/Rules.h"
 
 #include <cctype>
 #include <string>
@@ -30,21 +30,32 @@ struct NodeInPlace
 
     /// One of its elements in the middle of a sentence.
     std::string Text(std::string_view what) const { return "the " + std::string(what) + " of " + Text(); }
+
+    /// For lists of what is accepted: "Width", "Mode.Off" or, of one of its elements, "Width.Max".
+    std::string Place(const Element& where) const
+    {
+        std::string place(element.name.empty() ? element.tag : element.name);
+        if (outer != nullptr && !outer->name.empty())
+            place.insert(0, std::string(outer->name) + ".");
+        return WithoutControls(&where == &element ? place : place + "." + std::string(where.tag));
+    }
 };
 
 /// The mistakes that were found so far.
 struct Mistakes
 {
-    void Report(const Element& where, std::string sentence)
+    /// \param where the node or one of its elements
+    void Report(std::string_view rule, const NodeInPlace& node, const Element& where, std::string sentence)
     {
         sentence[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(sentence[0])));
-        all.push_back({where.line, std::move(sentence)});
+        all.push_back({&RuleOf(rule), {where.line, where.column}, node.Place(where), std::move(sentence)});
     }
 
     std::vector<Mistake> all;
 };
 
-/// Looks for constants of a node that contradict each other: limits, values of enumerations, bits of registers.
+/// Looks for constants of a node that contradict each other: limits, values of enumerations, bits of registers, states
+/// of Booleans.
 void CheckValues(const NodeInPlace& node, Mistakes& mistakes);
 
 /// Looks for mistakes in the formulas of a node, and in what they are made of. The SDK would notice them as late as

@@ -2,6 +2,7 @@
 
 #include "Schema/Number.h"
 
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -35,8 +36,9 @@ void CheckOrder(const NodeInPlace& node, const Element* least, const Element* mo
         return;
     const bool whole = !node.Is(Trait::Real);
     if (DescriptionNumber(least->Text(), whole).IsAbove(DescriptionNumber(most->Text(), whole)))
-        mistakes.Report(*most, node.Text(most->tag) + " is " + Spelled(*most) + ", less than its " +
-                                   std::string(least->tag) + ", which is " + Spelled(*least) + ".");
+        mistakes.Report("contradictory-limits", node, *most,
+            node.Text(most->tag) + " is " + Spelled(*most) + ", less than its " + std::string(least->tag) +
+                ", which is " + Spelled(*least) + ".");
 }
 
 void CheckLimits(const NodeInPlace& node, Mistakes& mistakes)
@@ -50,12 +52,18 @@ void CheckLimits(const NodeInPlace& node, Mistakes& mistakes)
     const Element* const increment = node.element.tag == "Integer" ? Constant(node.element, "Inc", "pInc") : nullptr;
     const DescriptionNumber step = IntegerOf(increment);
     if (step.comparable && step.Integer() < 1)
-        mistakes.Report(*increment, node.Text("Inc") + " is " + Spelled(*increment) + ", so it has no effect.");
+        mistakes.Report(
+            "no-effect", node, *increment, node.Text("Inc") + " is " + Spelled(*increment) + ", so it has no effect.");
 }
 
-bool IsConditional(const Element& node)
+/// The nodes that decide whether \a node is there; empty if it always is.
+std::string ConditionsOf(const Element& node)
 {
-    return node.Child("pIsImplemented") != nullptr || node.Child("pIsAvailable") != nullptr;
+    std::string conditions;
+    for (const char* tag : {"pIsImplemented", "pIsAvailable"})
+        if (const Element* const condition = node.Child(tag))
+            conditions.append(tag).append(condition->Text());
+    return conditions;
 }
 
 /// The entries of an enumeration.
@@ -76,8 +84,8 @@ public:
             return;
         const DescriptionNumber number = IntegerOf(value);
         if (number.comparable && m_values.count(number.Integer()) == 0)
-            m_mistakes.Report(
-                *value, m_node.Text("Value") + " is " + Spelled(*value) + ", which none of its entries has.");
+            m_mistakes.Report("no-such-entry", m_node, *value,
+                m_node.Text("Value") + " is " + Spelled(*value) + ", which none of its entries has.");
     }
 
 private:
@@ -86,28 +94,35 @@ private:
     {
         const Element* first = nullptr;
         const Element* unconditional = nullptr;
+        std::map<std::string, const Element*> conditional; ///< By what they depend on.
     };
 
     void CheckEntry(const NodeInPlace& entry)
     {
         const auto [named, added] = m_names.emplace(entry.element.name, &entry.element);
         if (!added && !entry.element.name.empty())
-            m_mistakes.Report(
-                entry.element, entry.Text() + " exists already, in line " + std::to_string(named->second->line) + ".");
+            m_mistakes.Report("duplicate-entry", entry, entry.element,
+                entry.Text() + " exists already, in line " + std::to_string(named->second->line) + ".");
         const Element* const value = entry.element.Child("Value");
         const DescriptionNumber number = IntegerOf(value);
         m_isOpen = m_isOpen || !number.comparable;
         if (!number.comparable)
             return;
         Owners& owners = m_values[number.Integer()];
-        const bool conditional = IsConditional(entry.element);
-        // Two that are there under conditions need not be there together.
-        const Element* const same = conditional ? owners.unconditional : owners.first;
+        const std::string conditions = ConditionsOf(entry.element);
+        const Element* same = owners.first;
+        if (!conditions.empty()) // Two of those need not be there together, unless their conditions are the same.
+        {
+            const auto [alike, isNew] = owners.conditional.emplace(conditions, &entry.element);
+            same = owners.unconditional != nullptr || isNew ? owners.unconditional : alike->second;
+        }
         if (same != nullptr)
-            m_mistakes.Report(*value, entry.Text() + " has the same value as " + Quoted(same->name) + ", " +
-                                          std::to_string(number.Integer()) + ".");
+            m_mistakes.Report("same-value", entry, *value,
+                entry.Text() + " has the same value as " + Quoted(same->name) + ", " +
+                    std::to_string(number.Integer()) + ".");
         owners.first = owners.first == nullptr ? &entry.element : owners.first;
-        owners.unconditional = owners.unconditional == nullptr && !conditional ? &entry.element : owners.unconditional;
+        owners.unconditional =
+            owners.unconditional == nullptr && conditions.empty() ? &entry.element : owners.unconditional;
     }
 
     const NodeInPlace m_node;
@@ -134,9 +149,39 @@ void CheckBits(const NodeInPlace& node, Mistakes& mistakes)
         const Element* const bit = bits > 0 ? node.element.Child(tag) : nullptr;
         const DescriptionNumber number = IntegerOf(bit);
         if (number.comparable && number.Integer() >= bits)
-            mistakes.Report(*bit,
+            mistakes.Report("missing-bits", node, *bit,
                 node.Text(tag) + " is " + Spelled(*bit) + ", but the register has " + std::to_string(bits) + " bits.");
     }
+}
+
+/// Whether a number fits into the register, and fills it.
+void CheckLength(const NodeInPlace& node, Mistakes& mistakes)
+{
+    const Element* const length = Constant(node.element, "Length", "pLength");
+    const DescriptionNumber number = IntegerOf(length);
+    if (!number.comparable)
+        return;
+    const long long bytes = number.Integer();
+    const auto report = [&](const char* rule, const std::string& why)
+    { mistakes.Report(rule, node, *length, node.Text("Length") + " is " + Spelled(*length) + why); };
+    if (node.Is(Trait::Real) && bytes != 4 && bytes != 8)
+        report("lost-bytes", ", but a real number has 4 or 8 bytes: it cannot be read.");
+    else if (!node.Is(Trait::Real) && bytes > 8)
+        report("lost-bytes", ", but an integer has 8 bytes at the most: the others are lost.");
+    else if (bytes != 1 && bytes != 2 && bytes != 4 && bytes != 8)
+        report("odd-length", ", not 1, 2, 4 or 8: some programs refuse that.");
+}
+
+void CheckStates(const NodeInPlace& node, Mistakes& mistakes)
+{
+    const Element* const on = node.element.Child("OnValue");
+    const Element* const off = node.element.Child("OffValue");
+    const DescriptionNumber onValue = on == nullptr ? DescriptionNumber("1", true) : IntegerOf(on);
+    const DescriptionNumber offValue = off == nullptr ? DescriptionNumber("0", true) : IntegerOf(off);
+    if (onValue.comparable && offValue.comparable && onValue.Integer() == offValue.Integer())
+        mistakes.Report("same-states", node, on == nullptr ? *off : *on,
+            node.Text() + " has the value " + std::to_string(onValue.Integer()) +
+                " whether it is true or false: it cannot be turned off.");
 }
 
 } // namespace
@@ -149,6 +194,13 @@ void CheckValues(const NodeInPlace& node, Mistakes& mistakes)
         CheckLimits(node, mistakes);
     if (node.Is(Trait::Masked))
         CheckBits(node, mistakes);
+    if (node.Is(Trait::Numeric))
+        CheckLength(node, mistakes);
+    if (node.Is(Trait::Boolean))
+        CheckStates(node, mistakes);
+    const Element* const value = node.Is(Trait::Holder) ? node.element.Child("Value") : nullptr;
+    if (value != nullptr && node.element.Child("pValue") != nullptr)
+        mistakes.Report("no-effect", node, *value, node.Text("Value") + " has no effect, since its pValue counts.");
 }
 
 } // namespace OPX::KltAPI

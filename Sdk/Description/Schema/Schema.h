@@ -22,7 +22,7 @@ struct Trait
         Knife = 1U << 6U,     ///< by one formula,
         Converter = 1U << 7U, ///< or by one for each direction.
         Real = 1U << 8U,      ///< Its numbers can have fractions.
-        Limited = 1U << 9U,   ///< It can have limits.
+        Limited = 1U << 9U,   ///< It can have limits of its own.
         Plain = 1U << 10U,    ///< It has the values of the node that it refers to, unchanged.
         Holder = 1U << 11U,   ///< It has a value of its own, or that of another node.
         Entry = 1U << 12U,    ///< One choice of an enumeration.
@@ -75,7 +75,8 @@ struct ElementKind
     {
         Once = 0,
         Repeats = 1, ///< A node may have several.
-        Decides = 2  ///< The value of the node that it names is needed for that of its own node.
+        Decides = 2, ///< The value of the node that it names is needed for that of its own node.
+        Shapes = 4   ///< It has a part in what the value of the node is, where it lies and how it is read.
     };
 
     std::string_view tag;
@@ -83,6 +84,9 @@ struct ElementKind
     unsigned uses = Once;
     unsigned places = ~0U;        ///< It has an effect in nodes with one of these traits.
     const Words* words = nullptr; ///< Null if what it can hold is not a matter of words.
+
+    /// What happens if the node that it names has no number, for a sentence; null if it need not have one.
+    const char* withoutNumber = nullptr;
 
     bool Is(Uses use) const { return (uses & use) != 0; }
 
