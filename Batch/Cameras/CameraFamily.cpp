@@ -125,25 +125,28 @@ private:
     /// Finds out where cameras do not agree.
     void Compare(const FeatureInfo& feature, const Opinions& opinions)
     {
-        const std::string name = "'" + feature.name + "'";
-        Compare(feature.name, name, opinions.types, &TypeText);
-        if (!opinions.entries.empty())
-            for (const EnumEntry& entry : feature.entries)
-            {
-                const std::string entryName = TextOf(entry, &EnumEntry::GetName);
-                Compare(
-                    feature.name, name + ": entry '" + entryName + "'", opinions.entries.at(entryName), &NumberText);
-            }
+        Compare(feature.name, "", opinions.types, &TypeText);
+        if (opinions.entries.empty())
+            return;
+        for (const EnumEntry& entry : feature.entries)
+        {
+            const std::string name = TextOf(entry, &EnumEntry::GetName);
+            Compare(feature.name, name, opinions.entries.at(name), &NumberText);
+        }
     }
 
     void Compare(
-        const std::string& feature, const std::string& what, const Sides& sides, std::string (*valueText)(KltInt64_t))
+        const std::string& feature, const std::string& entry, const Sides& sides, std::string (*valueText)(KltInt64_t))
     {
         if (sides.size() < 2)
             return;
-        std::string text;
+        std::string text = "'" + feature + (entry.empty() ? "'" : "': entry '" + entry + "'");
+        const char* link = " is ";
         for (const Side& side : sides)
-            text += (text.empty() ? what + " is " : " and ") + valueText(side.value) + " in " + Names(side.cameras);
+        {
+            text.append(link).append(valueText(side.value)).append(" in ").append(Names(side.cameras));
+            link = " and ";
+        }
         m_family.contradictions.push_back({feature, text, valueText(sides.front().value)});
     }
 
