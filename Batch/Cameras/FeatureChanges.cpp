@@ -161,8 +161,8 @@ void Resolve(Side& side)
         limit.varies = false;
         limit.isReal = number->IsReal();
         char text[32];
-        const auto end = limit.isReal ? std::to_chars(text, std::end(text), number->AsReal()).ptr
-                                      : std::to_chars(text, std::end(text), number->AsInteger()).ptr;
+        char* const end = limit.isReal ? std::to_chars(text, std::end(text), number->AsReal()).ptr
+                                       : std::to_chars(text, std::end(text), number->AsInteger()).ptr;
         limit.value.assign(text, end);
     }
 }
@@ -331,6 +331,14 @@ private:
         CompareRegisters(before, after);
         CompareFormulas(before, after);
         CompareConditions(before, before.chain, after, after.chain, std::string());
+        CompareEntries(before, after);
+        CompareSelected(*before.node, *after.node);
+        CompareTexts(*before.node, *after.node);
+    }
+
+    /// Whether entries can be used.
+    void CompareEntries(const Side& before, const Side& after)
+    {
         const auto entries = [](const Element& node)
         {
             std::map<std::string_view, const Element*> named;
@@ -343,8 +351,6 @@ private:
         for (const auto& [name, entry] : entries(*before.node))
             if (const auto found = newEntries.find(name); found != newEntries.end())
                 CompareConditions(before, {entry}, after, {found->second}, WithoutControls(std::string(name)));
-        CompareSelected(*before.node, *after.node);
-        CompareTexts(*before.node, *after.node);
     }
 
     void CompareLimit(const std::string& name, const Side& before, const Side& after)

@@ -2,7 +2,9 @@
 
 #include "Schema/Number.h"
 
+#include <algorithm>
 #include <functional>
+#include <iterator>
 #include <set>
 #include <utility>
 
@@ -49,10 +51,8 @@ bool IsDefault(const Element& element)
 {
     static const std::pair<std::string_view, std::string_view> defaults[] = {
         {"Endianess", "LittleEndian"}, {"OffValue", "0"}, {"OnValue", "1"}, {"Sign", "Unsigned"}};
-    for (const auto& [tag, text] : defaults)
-        if (element.tag == tag && element.Text() == text)
-            return true;
-    return false;
+    return std::any_of(std::begin(defaults), std::end(defaults),
+        [&element](const auto& known) { return known.first == element.tag && known.second == element.Text(); });
 }
 
 /// A formula of a node, and the nodes that it asks for numbers. Throws a FormulaError.
@@ -182,23 +182,29 @@ Digest NodeStructure::ShapeOf(const Element& node, bool places)
         const bool isNode = child.node != nullptr && child.node->Is(Trait::Formula);
         if (!isNode && (kind == nullptr || !kind->Is(ElementKind::Shapes) || IsDefault(child)))
             continue;
-        const Element* target = isNode ? &child : kind->content >= Content::Node ? Find(child.Target()) : nullptr;
-        if (target != nullptr && !isNode && kind->content == Content::Node && !target->node->Is(Trait::Port))
-            target = nullptr; // What nobody follows may lead in a circle.
-        Digest content =
-            target != nullptr ? DigestOf(*target, places)
-            : kind->content == Content::Text
-                ? DigestOfText(child.Text())
-                : DigestOfContent(child, !node.node->Is(Trait::Real) || kind->content == Content::WholeNumber);
-        for (const Attribute* attribute = child.attributes; attribute != nullptr; attribute = attribute->next)
-        {
-            const Element* const offset = attribute->name == "pOffset" ? Find(attribute->value) : nullptr;
-            content = Mixed(content, offset == nullptr ? DigestOfText(attribute->value) : DigestOf(*offset, places));
-        }
-        digest += Mixed(DigestOfText(isNode ? "Address" : child.tag), content);
+        digest += Mixed(DigestOfText(isNode ? "Address" : child.tag),
+            isNode ? DigestOf(child, places) : DigestOfElement(child, !node.node->Is(Trait::Real), places));
     }
     const Element& whole = WholeOf(node);
     return &whole == &node ? digest : digest + ShapeOf(whole, places);
+}
+
+/// \param whole whether the numbers of its node are integers
+Digest NodeStructure::DigestOfElement(const Element& element, bool whole, bool places)
+{
+    const Content content = element.element->content;
+    const Element* const target = content >= Content::Node ? Find(element.Target()) : nullptr;
+    // What nobody follows may lead in a circle, except for ports.
+    const bool isFollowed = target != nullptr && (content == Content::NodeWithValue || target->node->Is(Trait::Port));
+    Digest digest = isFollowed                 ? DigestOf(*target, places)
+                    : content == Content::Text ? DigestOfText(element.Text())
+                                               : DigestOfContent(element, whole || content == Content::WholeNumber);
+    for (const Attribute* attribute = element.attributes; attribute != nullptr; attribute = attribute->next)
+    {
+        const Element* const offset = attribute->name == "pOffset" ? Find(attribute->value) : nullptr;
+        digest = Mixed(digest, offset == nullptr ? DigestOfText(attribute->value) : DigestOf(*offset, places));
+    }
+    return digest;
 }
 
 Digest NodeStructure::FormulaDigest(const Element& node, const Element& text, bool places)

@@ -53,7 +53,8 @@ private:
     Digest ComputeDigest(const Element& node, bool places);
     Digest OwnDigest(const Element& node, bool places);
     Digest ShapeOf(const Element& node, bool places);
-    Digest FormulaDigest(const Element& node, const Element& formula, bool places);
+    Digest DigestOfElement(const Element& element, bool whole, bool places);
+    Digest FormulaDigest(const Element& node, const Element& text, bool places);
     Digest TextOfElement(const Element& element, bool followsAll);
     Digest TextOfTarget(const Element& node);
     std::optional<OPX::KltAPI::Number> ComputeConstant(const Element& node);
