@@ -2,13 +2,17 @@
 #define KOLTACPP_EXTENSIONS_H
 
 /// \file
-/// What only this library has: cameras made from descriptions, and what it tells of a camera besides its name. Other
-/// libraries with the SDK's interface have neither these functions nor this header. A program that is to work with them
-/// includes it only where it is there (`__has_include`); generated classes do without it.
+/// What only this library has: cameras made from descriptions, what it tells of a camera besides its name, and
+/// questions about a feature before it is used. Other libraries with the SDK's interface have neither these functions
+/// nor this header. A program that is to work with them includes it only where it is there (`__has_include`); generated
+/// classes do without it.
 ///
-/// Any thread may call these functions. The SDK need not be started for them.
+/// Any thread may call these functions. The SDK need not be started for them, but for `FindCamera`. What they store is
+/// unchanged after an error.
 
 #include "KoltaCPP/Camera.h"
+#include "KoltaCPP/EnumEntry.h"
+#include "KoltaCPP/Feature.h"
 #include "KoltaCPP/KoltaExport.h"
 #include "KoltaCPP/KoltaTypes.h"
 
@@ -71,6 +75,85 @@ KOLTACPP_EXPORT KltErrorType GetAddress(const Camera& camera, char* address, uns
 /// \return `KltErrorDeviceNotOpen` for a closed or lost camera, `KltErrorMoreData` when \a length is too small,
 ///     `KltErrorTimeout` when other threads kept the camera busy
 KOLTACPP_EXPORT KltErrorType GetDescription(const Camera& camera, char* description, unsigned int& length);
+
+/// \name Questions about features
+/// For features of an open camera, as a generated class hands them out (`GetExposureTimeFeature`); on a closed camera
+/// they give `KltErrorDeviceNotOpen`. Those that say so ask the camera, and can then fail like `Feature::GetValue`.
+/// Texts are read like `Feature::GetName`.
+/// @{
+
+/// What an integer may be set to now: the limits of its node and of those that its value comes through, worked out by
+/// the camera's present registers. Every number from \a minimum to \a maximum in steps of \a increment is accepted, and
+/// none beyond, unless the description lists the values (`Feature::GetEntries`), or converts them by a formula that hides
+/// the steps of what is behind it. There may be none: then the minimum is above the maximum. Asks the camera.
+/// \param increment 1 or more
+/// \return `KltErrorWrongType` for another type
+KOLTACPP_EXPORT KltErrorType GetRange(
+    const Feature& feature, KltInt64_t& minimum, KltInt64_t& maximum, KltInt64_t& increment);
+
+/// The same for a float, in the feature's unit. Where there is no limit, it is infinite.
+/// \param increment 0 if any number between the limits is accepted; the nearest that the camera can hold is stored
+KOLTACPP_EXPORT KltErrorType GetRange(const Feature& feature, double& minimum, double& maximum, double& increment);
+
+/// How many bytes a string can have, without a zero at its end, or has to have if the feature is `KltFeatureDataRaw`;
+/// 0 if nothing limits it. Asks the camera if a register says so.
+/// \return `KltErrorWrongType` for another type
+KOLTACPP_EXPORT KltErrorType GetLength(const Feature& feature, KltInt64_t& maximum);
+
+/// What can be done at this moment: those of `Feature::GetFlags` that are not locked and not unavailable. Asks the
+/// camera.
+KOLTACPP_EXPORT KltErrorType GetAccessNow(const Feature& feature, KltFeatureFlagsType& flags);
+
+/// Those of an enumeration's entries that can be set now. Asks the camera. Lists are read like `Feature::GetEntries`.
+/// \return `KltErrorWrongType` for another type
+KOLTACPP_EXPORT KltErrorType GetAvailableEntries(const Feature& feature, EnumEntry* entries, unsigned int& count);
+
+/// The name of the entry with this value. On a closed camera, too.
+/// \return `KltErrorNotFound` if there is none
+KOLTACPP_EXPORT KltErrorType GetEntryName(const Feature& feature, KltInt64_t value, char* name, unsigned int& length);
+
+/// The value of the entry with this name. On a closed camera, too.
+/// \return `KltErrorNotFound` if there is none, `KltErrorBadParameter` for a null pointer
+KOLTACPP_EXPORT KltErrorType GetEntryValue(const Feature& feature, const char* name, KltInt64_t& value);
+
+/// The unit of a number, for example "us"; empty if there is none.
+KOLTACPP_EXPORT KltErrorType GetUnit(const Feature& feature, char* unit, unsigned int& length);
+
+/// The name for people, for example "Exposure Time"; the feature's own name if the description has none.
+KOLTACPP_EXPORT KltErrorType GetDisplayName(const Feature& feature, char* name, unsigned int& length);
+
+/// What the feature is, in a line; empty if the description does not say.
+KOLTACPP_EXPORT KltErrorType GetToolTip(const Feature& feature, char* toolTip, unsigned int& length);
+
+/// What the feature is, at length: the description's `Description`; empty if it has none.
+KOLTACPP_EXPORT KltErrorType GetHelp(const Feature& feature, char* help, unsigned int& length);
+
+/// For whom a feature is meant, from everybody to nobody.
+enum class FeatureVisibility
+{
+    Beginner,
+    Expert,
+    Guru,
+    Invisible
+};
+
+/// For whom the feature is meant; `Beginner` if the description does not say.
+KOLTACPP_EXPORT KltErrorType GetVisibility(const Feature& feature, FeatureVisibility& visibility);
+
+/// The features whose values belong to the present value of this one: those that a selector selects; none for most.
+/// Lists are read like `FeatureContainer::GetFeatures`.
+KOLTACPP_EXPORT KltErrorType GetSelected(const Feature& feature, FeaturePtr* features, unsigned int& count);
+
+/// @}
+
+/// Waits until a camera with this serial number is in the list.
+/// \param milliseconds how long at most; 0 only looks
+/// \return `KltErrorNotFound` when it has not appeared, `KltErrorApiNotStarted` when the SDK is not started or is shut
+///     down meanwhile, `KltErrorBadParameter` for a null pointer
+KOLTACPP_EXPORT KltErrorType FindCamera(const char* serialNumber, unsigned int milliseconds, CameraPtr& camera);
+
+/// What a code means, in an English sentence; for what is none, that it is unknown. Never null; lives for ever.
+KOLTACPP_EXPORT const char* ErrorText(KltErrorType code);
 
 } // namespace KltAPI
 } // namespace OPX

@@ -57,25 +57,12 @@ Failure SetNumber(ArvGcFeatureNode* node, Number value)
 }
 
 /// Whether the camera has this entry, and has it now.
-Failure CheckEntry(
+Failure CheckKnownEntry(
     ArvGcEnumeration* enumeration, const FeatureData& data, KltInt64_t value, const TakeUnknown& takeUnknown)
 {
     const bool isEntry = std::any_of(data.entries.begin(), data.entries.end(),
-        [value](const EnumEntry& entry)
-        {
-            KltInt64_t entryValue = 0;
-            entry.GetValue(entryValue);
-            return entryValue == value;
-        });
-    Failure result = KltErrorInvalidValue;
-    const GSList* entry = isEntry ? arv_gc_enumeration_get_entries(enumeration) : nullptr;
-    for (; entry != nullptr && result; entry = entry->next)
-    {
-        CallError error;
-        if (arv_gc_enum_entry_get_value(ARV_GC_ENUM_ENTRY(entry->data), error.Out()) == value && error.Get() == nullptr)
-            result = CheckState(ARV_GC_FEATURE_NODE(entry->data), false, takeUnknown);
-    }
-    return result;
+        [value](const EnumEntry& entry) { return EnumEntry::Impl::Of(entry).value == value; });
+    return isEntry ? CheckEntry(enumeration, value, takeUnknown) : KltErrorInvalidValue;
 }
 
 } // namespace
@@ -191,7 +178,7 @@ KltErrorType Feature::SetValue(KltInt64_t value)
         {
             Failure failure;
             if (isEnum)
-                failure = CheckEntry(ARV_GC_ENUMERATION(node), m_impl->data, value, connection.takeUnknown);
+                failure = CheckKnownEntry(ARV_GC_ENUMERATION(node), m_impl->data, value, connection.takeUnknown);
             return failure ? failure : SetNumber(node, Number(static_cast<std::int64_t>(value)));
         });
 }

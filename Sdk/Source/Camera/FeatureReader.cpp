@@ -15,12 +15,6 @@ namespace
 /// Cameras have three or four levels of categories.
 const int MaximumDepth = 32;
 
-std::string NameOf(ArvGcFeatureNode* node)
-{
-    const char* name = arv_gc_feature_node_get_name(node);
-    return name == nullptr ? std::string() : name;
-}
-
 /// The nodes that a category names, in its order, without those that do not exist. The time that Aravis' own list of
 /// the names takes grows with the square of its length: half a minute for 90,000.
 std::vector<ArvGcFeatureNode*> FeaturesOf(ArvGcNode* category)

@@ -21,12 +21,16 @@ struct EnumEntry::Impl
 {
     std::string name;
     KltInt64_t value;
+
+    static const Impl& Of(const EnumEntry& entry) { return *entry.m_impl; }
 };
 
 struct Feature::Impl
 {
     FeatureData data;
     std::shared_ptr<Session> session;
+
+    static const Impl& Of(const Feature& feature) { return *feature.m_impl; }
 };
 
 struct FeatureContainer::Impl

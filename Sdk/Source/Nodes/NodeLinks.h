@@ -3,6 +3,7 @@
 
 #include <arv.h>
 
+#include <string>
 #include <vector>
 
 namespace OPX::KltAPI
@@ -16,6 +17,13 @@ void ForEachProperty(ArvGcNode* node, Visit visit)
          child = arv_dom_node_get_next_sibling(child))
         if (ARV_IS_GC_PROPERTY_NODE(child))
             visit(ARV_GC_PROPERTY_NODE(child), arv_gc_property_node_get_node_type(ARV_GC_PROPERTY_NODE(child)));
+}
+
+/// The name in the description; empty if there is none.
+inline std::string NameOf(ArvGcFeatureNode* node)
+{
+    const char* name = arv_gc_feature_node_get_name(node);
+    return name == nullptr ? std::string() : name;
 }
 
 /// The node whose value becomes the value of \a node; null if that has a value of its own.

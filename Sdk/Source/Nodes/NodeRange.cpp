@@ -198,6 +198,23 @@ Range RangeOf(ArvGcNode* node)
     return range;
 }
 
+Range OnSteps(Range range)
+{
+    // Formulas and decimal fractions are not exact.
+    const long double slack = range.whole ? 0 : 1e-9L;
+    if (range.increment > 0 && !std::isinf(range.base))
+    {
+        const auto steps = [&range](long double limit) { return (limit - range.base) / range.increment; };
+        range.minimum = range.base + std::ceil(steps(range.minimum) - slack) * range.increment;
+        range.maximum = range.base + std::floor(steps(range.maximum) + slack) * range.increment;
+    }
+    if (!range.whole)
+        return range;
+    range.minimum = std::ceil(range.minimum);
+    range.maximum = std::floor(range.maximum);
+    return range;
+}
+
 const std::vector<std::int64_t>& ValidValuesOf(ArvGcNode* node)
 {
     static const std::vector<std::int64_t> none;

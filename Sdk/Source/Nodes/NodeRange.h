@@ -30,6 +30,9 @@ struct Range
 /// \param node an integer, a float or an enumeration
 Range RangeOf(ArvGcNode* node);
 
+/// The range from the first number on its increments to the last, as those who ask for it expect it.
+Range OnSteps(Range range);
+
 /// The only values that a node takes; none if all within its range will do.
 const std::vector<std::int64_t>& ValidValuesOf(ArvGcNode* node);
 

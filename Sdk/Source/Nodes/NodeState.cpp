@@ -80,6 +80,19 @@ Failure CheckState(ArvGcFeatureNode* node, bool write, const TakeUnknown& takeUn
     return usable ? KltErrorSuccess : KltErrorInvalidAccess;
 }
 
+Failure CheckEntry(ArvGcEnumeration* enumeration, std::int64_t value, const TakeUnknown& takeUnknown)
+{
+    Failure result = KltErrorInvalidValue;
+    for (const GSList* entry = arv_gc_enumeration_get_entries(enumeration); entry != nullptr && result;
+         entry = entry->next)
+    {
+        CallError error;
+        if (arv_gc_enum_entry_get_value(ARV_GC_ENUM_ENTRY(entry->data), error.Out()) == value && error.Get() == nullptr)
+            result = CheckState(ARV_GC_FEATURE_NODE(entry->data), false, takeUnknown);
+    }
+    return result;
+}
+
 bool DeliveredNodes::Contain(ArvGcNode* node)
 {
     if (!ARV_IS_GC_NODE(node))

@@ -29,6 +29,9 @@ Failure AskImplemented(const NodeChain& chain, const TakeUnknown& takeUnknown, b
 /// Whether the node can be used in the camera's present state. \return KltErrorInvalidAccess if not
 Failure CheckState(ArvGcFeatureNode* node, bool write, const TakeUnknown& takeUnknown);
 
+/// Whether the camera has an entry of this value now. \return KltErrorInvalidValue if it never has
+Failure CheckEntry(ArvGcEnumeration* enumeration, std::int64_t value, const TakeUnknown& takeUnknown);
+
 /// Finds the nodes whose values come with images and events, and not from the camera's registers.
 class DeliveredNodes
 {

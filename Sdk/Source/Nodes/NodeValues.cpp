@@ -104,6 +104,17 @@ Failure ReadLength(ArvGcRegister* node, guint64& length)
     return error.Code();
 }
 
+Failure ReadCapacity(ArvGcFeatureNode* node, guint64& length)
+{
+    ArvGcFeatureNode* const last = ValueChain(node).back();
+    if (ARV_IS_GC_REGISTER(last))
+        return ReadLength(ARV_GC_REGISTER(last), length);
+    CallError error;
+    const gint64 maximum = ARV_IS_GC_STRING(node) ? arv_gc_string_get_max_length(ARV_GC_STRING(node), error.Out()) : 0;
+    length = maximum > 0 ? static_cast<guint64>(maximum) : 0;
+    return error.Code();
+}
+
 Failure ReadText(ArvGcString* node, std::string& value)
 {
     ArvGcFeatureNode* const last = ValueChain(ARV_GC_FEATURE_NODE(node)).back();

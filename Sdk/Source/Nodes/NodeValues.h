@@ -31,6 +31,9 @@ void WriteNumber(ArvGcNode* node, const Number& value, GError** error);
 /// The length can come from another register and be anything. \return KltErrorResources if it is unreasonable
 Failure ReadLength(ArvGcRegister* node, guint64& length);
 
+/// How many bytes a string or a register has room for; 0 if nothing says so.
+Failure ReadCapacity(ArvGcFeatureNode* node, guint64& length);
+
 Failure ReadText(ArvGcString* node, std::string& value);
 Failure ReadBytes(ArvGcRegister* node, UcharVector& value);
 Failure WriteText(ArvGcString* node, const char* value);
