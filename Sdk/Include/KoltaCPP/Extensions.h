@@ -86,12 +86,18 @@ KOLTACPP_EXPORT KltErrorType GetDescription(const Camera& camera, char* descript
 /// the camera's present registers. Every number from \a minimum to \a maximum in steps of \a increment is accepted, and
 /// none beyond, unless the description lists the values (`Feature::GetEntries`), or converts them by a formula that hides
 /// the steps of what is behind it. There may be none: then the minimum is above the maximum. Asks the camera.
+/// \param feature an integer
+/// \param minimum the least number
+/// \param maximum the largest one
 /// \param increment 1 or more
 /// \return `KltErrorWrongType` for another type
 KOLTACPP_EXPORT KltErrorType GetRange(
     const Feature& feature, KltInt64_t& minimum, KltInt64_t& maximum, KltInt64_t& increment);
 
 /// The same for a float, in the feature's unit. Where there is no limit, it is infinite.
+/// \param feature a float
+/// \param minimum the least number
+/// \param maximum the largest one
 /// \param increment 0 if any number between the limits is accepted; the nearest that the camera can hold is stored
 KOLTACPP_EXPORT KltErrorType GetRange(const Feature& feature, double& minimum, double& maximum, double& increment);
 
@@ -147,7 +153,9 @@ KOLTACPP_EXPORT KltErrorType GetSelected(const Feature& feature, FeaturePtr* fea
 /// @}
 
 /// Waits until a camera with this serial number is in the list.
+/// \param serialNumber as `Camera::GetSerialNumber` gives it
 /// \param milliseconds how long at most; 0 only looks
+/// \param camera unchanged after an error
 /// \return `KltErrorNotFound` when it has not appeared, `KltErrorApiNotStarted` when the SDK is not started or is shut
 ///     down meanwhile, `KltErrorBadParameter` for a null pointer
 KOLTACPP_EXPORT KltErrorType FindCamera(const char* serialNumber, unsigned int milliseconds, CameraPtr& camera);
