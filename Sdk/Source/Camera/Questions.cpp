@@ -26,7 +26,7 @@ KltErrorType Ask(const Feature::Impl& feature, Access access)
         const ReadOnce readOnce(connection.device.get());
         return access(node, connection);
     };
-    return Caught([&] { return feature.session->Use(feature.data.nodeName, ask); }).code;
+    return Caught([&] { return feature.session->Use(feature.data.nodeName, ask); });
 }
 
 template <class Take>
