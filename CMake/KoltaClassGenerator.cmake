@@ -2,7 +2,7 @@
 #     [OUTPUT_DIRECTORY <folder>] [HEADER <name>] [SOURCE <name>]
 #     [HEADER_TEMPLATE <file>] [SOURCE_TEMPLATE <file>]
 #     [GETTER_PREFIX <text>] [GETTER_SUFFIX <text>] [SETTER_PREFIX <text>] [SETTER_SUFFIX <text>]
-#     [ONLY <glob>...] [EXCLUDE <glob>...] [CONFLICTS handle] [FORCE] [HEADER_VARIABLE <variable>])
+#     [ONLY <glob>...] [EXCLUDE <glob>...] [CONFLICTS handle] [ACCEPT <file>] [FORCE] [HEADER_VARIABLE <variable>])
 #
 # Generates a camera's class from its description and adds it to an executable or a library of this folder; users of the
 # library can include the header. Several descriptions give one class for all of these cameras. The class is generated
@@ -11,7 +11,7 @@
 # variable gets the header's path, for install(). The source is not linted; before CMake 3.27 it is up to the template to
 # say so, as ours does to clang-tidy.
 function(kolta_add_camera_class target)
-    set(names OUTPUT_DIRECTORY HEADER SOURCE HEADER_TEMPLATE SOURCE_TEMPLATE)
+    set(names OUTPUT_DIRECTORY HEADER SOURCE HEADER_TEMPLATE SOURCE_TEMPLATE ACCEPT)
     set(texts GETTER_PREFIX GETTER_SUFFIX SETTER_PREFIX SETTER_SUFFIX CONFLICTS)
     cmake_parse_arguments(PARSE_ARGV 1 arg "FORCE" "CLASS;HEADER_VARIABLE;${names};${texts}" "XML;ONLY;EXCLUDE")
     set(call "kolta_add_camera_class(${target})")
@@ -40,12 +40,13 @@ function(kolta_add_camera_class target)
 
     set(options)
     set(inputs)
-    foreach(kind IN ITEMS HEADER SOURCE)
-        if(arg_${kind}_TEMPLATE)
-            get_filename_component(template ${arg_${kind}_TEMPLATE} ABSOLUTE)
+    foreach(kind IN ITEMS HEADER_TEMPLATE SOURCE_TEMPLATE ACCEPT)
+        if(arg_${kind})
+            get_filename_component(file ${arg_${kind}} ABSOLUTE)
             string(TOLOWER ${kind} option)
-            list(APPEND options --${option}-template ${template})
-            list(APPEND inputs ${template})
+            string(REPLACE _ - option ${option})
+            list(APPEND options --${option} ${file})
+            list(APPEND inputs ${file})
         endif()
     endforeach()
     foreach(text IN LISTS texts)
