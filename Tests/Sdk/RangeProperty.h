@@ -25,7 +25,7 @@ int CheckRange(OPX::KltAPI::Feature& feature, const std::string& name, std::mt19
     const auto steps = std::min(1e6, (double(maximum) - double(minimum)) / (increment > 0 ? double(increment) : 1.0));
     const Number step = increment > 0 ? increment : Number(1);
     const Number within = minimum + step * Number(std::uniform_int_distribution<long>(0, long(steps))(random));
-    const double largest = std::is_same<Number, double>::value ? HUGE_VAL : 9.2e18;
+    const double largest = std::is_same<Number, double>::value ? 1e300 : 9.2e18; // No limit at all.
     int tried = 0;
     for (const Number value : {minimum, maximum, within})
         if (std::fabs(double(value)) < largest)

@@ -84,8 +84,8 @@ KOLTACPP_EXPORT KltErrorType GetDescription(const Camera& camera, char* descript
 
 /// What an integer may be set to now: the limits of its node and of those that its value comes through, worked out by
 /// the camera's present registers. Every number from \a minimum to \a maximum in steps of \a increment is accepted, and
-/// none beyond, unless the description lists the values (`Feature::GetEntries`), or converts them by a formula that hides
-/// the steps of what is behind it. There may be none: then the minimum is above the maximum. Asks the camera.
+/// none beyond, unless the description lists the values (`Feature::GetEntries`), or converts them by a formula that
+/// hides the steps of what is behind it. There may be none: then the minimum is above the maximum. Asks the camera.
 /// \param feature an integer
 /// \param minimum the least number
 /// \param maximum the largest one
@@ -94,7 +94,7 @@ KOLTACPP_EXPORT KltErrorType GetDescription(const Camera& camera, char* descript
 KOLTACPP_EXPORT KltErrorType GetRange(
     const Feature& feature, KltInt64_t& minimum, KltInt64_t& maximum, KltInt64_t& increment);
 
-/// The same for a float, in the feature's unit. Where there is no limit, it is infinite.
+/// The same for a float, in the feature's unit. Where there is no limit, it is that of the type.
 /// \param feature a float
 /// \param minimum the least number
 /// \param maximum the largest one

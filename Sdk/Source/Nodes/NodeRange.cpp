@@ -202,7 +202,7 @@ Range OnSteps(Range range)
 {
     // Formulas and decimal fractions are not exact.
     const long double slack = range.whole ? 0 : 1e-9L;
-    if (range.increment > 0 && !std::isinf(range.base))
+    if (range.increment > 0 && std::fabs(range.base) < NoLimit)
     {
         const auto steps = [&range](long double limit) { return (limit - range.base) / range.increment; };
         range.minimum = range.base + std::ceil(steps(range.minimum) - slack) * range.increment;
