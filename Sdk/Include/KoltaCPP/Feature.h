@@ -94,7 +94,8 @@ public:
     KltErrorType SetValue(KltInt64_t value);
 
     /// Sets a float. NaN is out of bounds. The camera gets the nearest value that it can hold: where the feature stands
-    /// on an integer, the value is rounded, and only then compared with the limits.
+    /// on an integer, the value is rounded, and only then compared with the limits. What a formula makes of it is also
+    /// rounded to the increment of what is behind the formula.
     KltErrorType SetValue(double value);
 
     /// Sets a string. The bytes go to the camera as they are; a null pointer gives `KltErrorBadParameter`.
