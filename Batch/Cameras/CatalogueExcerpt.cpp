@@ -47,11 +47,25 @@ private:
         needed->second = needed->second || whole;
     }
 
+    /// Whether a feature is the same without the register that its value lies in: that can be read and written, and is
+    /// always there.
+    bool AddsNothing(const Element& owner, const Element& reference) const
+    {
+        const bool isHolder = owner.node != nullptr && owner.node->Is(Trait::Holder) && reference.tag == "pValue";
+        const Element* const node = isHolder ? m_names.Find(&reference) : nullptr;
+        const Element* const access = node == nullptr ? nullptr : node->Child("AccessMode");
+        return access != nullptr && access->Text() == "RW" && node->node != nullptr &&
+               node->node->Is(Trait::Register) && node->Child("ImposedAccessMode") == nullptr &&
+               node->Child("pIsImplemented") == nullptr;
+    }
+
     /// Whether a feature is implemented is asked when features are listed; and an index decides which node is asked.
     void Follow(const Element& element, const Element& node, bool whole)
     {
         for (const Element& child : element)
         {
+            if (!whole && AddsNothing(element, child))
+                continue;
             if (whole || child.tag == "pFeature" || child.tag == "pValue" || child.tag == "pIsImplemented")
                 Need(m_names.Find(&child), whole || child.tag == "pIsImplemented");
             else if (child.tag == "pIndex")
@@ -74,8 +88,9 @@ private:
         const bool isEntry = element.node != nullptr && element.node->Is(Trait::Entry);
         for (const Element& child : element)
             if (whole || (child.node != nullptr && !child.node->Is(Trait::Knife)) ||
-                (isEntry && child.tag == "Value") || child.tag == "pFeature" || child.tag == "pValue" ||
-                child.tag == "pIsImplemented" || child.tag == "AccessMode" || child.tag == "ImposedAccessMode")
+                (isEntry && child.tag == "Value") || child.tag == "pFeature" ||
+                (child.tag == "pValue" && !AddsNothing(element, child)) || child.tag == "pIsImplemented" ||
+                child.tag == "AccessMode" || child.tag == "ImposedAccessMode")
                 Write(child, whole);
         m_xml.append("</").append(element.tag).append(">");
     }

@@ -414,8 +414,10 @@ private:
         const auto differs = [&](bool places) {
             return before.structure.FormulasOf(*before.node, places) != after.structure.FormulasOf(*after.node, places);
         };
-        if (differs(true))
-            AddOther(differs(false) ? "other-value" : "unclear-value", "value");
+        if (differs(false))
+            AddOther("other-value", "value");
+        else if (differs(true))
+            AddOther("unclear-value", "value");
     }
 
     /// What decides whether a feature or an entry can be used; the name of the first such node, and all of them
