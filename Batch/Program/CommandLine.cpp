@@ -7,6 +7,8 @@
 #include "KoltaVersion.h"
 #include "Program/ManualPage.h"
 
+#include <CLI/CLI.hpp>
+
 #include <algorithm>
 #include <cstdio>
 
@@ -32,22 +34,23 @@ std::vector<std::string> LastFirst(const std::vector<std::string>& arguments)
 
 } // namespace
 
-CommandLine::CommandLine() : m_program("Generate C++ classes for the cameras of the Kolta SDK", "kolta-classgen")
+CommandLine::CommandLine()
+    : m_program(std::make_shared<CLI::App>("Generate C++ classes for the cameras of the Kolta SDK", "kolta-classgen"))
 {
-    m_program.require_subcommand(1);
-    m_program.set_help_flag("-h,--help", "Print help and exit");
-    m_program.set_version_flag("--version", KOLTA_VERSION, "Print the version and exit");
-    m_program.footer("Exit codes: 0 done, 1 differs or has mistakes, 2 wrong usage, 3 camera or description not\n"
-                     "usable, 4 file error, 5 the class would not compile or would not fit all cameras.\n"
-                     "'kolta-classgen COMMAND --help' explains a command.");
+    m_program->require_subcommand(1);
+    m_program->set_help_flag("-h,--help", "Print help and exit");
+    m_program->set_version_flag("--version", KOLTA_VERSION, "Print the version and exit");
+    m_program->footer("Exit codes: 0 done, 1 differs or has mistakes, 2 wrong usage, 3 camera or description not\n"
+                      "usable, 4 file error, 5 the class would not compile or would not fit all cameras.\n"
+                      "'kolta-classgen COMMAND --help' explains a command.");
     AddLookups();
     AddGenerate();
     AddCheck();
     AddComparisons();
     AddValidate();
-    m_program.add_subcommand("man", "Print the manual page")
+    m_program->add_subcommand("man", "Print the manual page")
         ->group("")
-        ->callback([this] { std::fputs(ManualPage(m_program).c_str(), stdout); });
+        ->callback([this] { std::fputs(ManualPage(*m_program).c_str(), stdout); });
 }
 
 ExitCode CommandLine::Run(int argc, const char* const* argv)
@@ -55,7 +58,7 @@ ExitCode CommandLine::Run(int argc, const char* const* argv)
     m_arguments.assign(argv, argv + argc);
     try
     {
-        m_program.parse(LastFirst(m_arguments));
+        m_program->parse(LastFirst(m_arguments));
         return m_result;
     }
     catch (const CLI::ParseError& error)
@@ -67,9 +70,9 @@ ExitCode CommandLine::Run(int argc, const char* const* argv)
 ExitCode CommandLine::Exit(const CLI::ParseError& error) const
 {
     if (error.get_exit_code() == 0) // Help or version.
-        return m_program.exit(error) == 0 ? ExitDone : ExitUsage;
-    const std::vector<CLI::App*> command = m_program.get_subcommands();
-    const std::vector<std::string> unknown = m_program.remaining(true);
+        return m_program->exit(error) == 0 ? ExitDone : ExitUsage;
+    const std::vector<CLI::App*> command = m_program->get_subcommands();
+    const std::vector<std::string> unknown = m_program->remaining(true);
     std::string text = error.what();
     if (command.empty())
         text = unknown.empty() ? "No command given." : "There is no command '" + unknown.front() + "'.";
@@ -86,7 +89,7 @@ ExitCode CommandLine::Exit(const CLI::ParseError& error) const
 CLI::App* CommandLine::Add(const char* name, const char* what, const char* example, const char* note)
 {
     const std::string more = note == nullptr ? std::string() : std::string("\n\n") + note;
-    return m_program.add_subcommand(name, what)->footer(std::string("Example: kolta-classgen ") + example + more);
+    return m_program->add_subcommand(name, what)->footer(std::string("Example: kolta-classgen ") + example + more);
 }
 
 CLI::Option* CommandLine::AddCamera(

@@ -5,10 +5,16 @@
 #include "Commands/GenerateCommand.h"
 #include "Commands/ValidateCommand.h"
 
-#include <CLI/CLI.hpp>
-
+#include <memory>
 #include <string>
 #include <vector>
+
+namespace CLI
+{
+class App;
+class Option;
+class ParseError;
+} // namespace CLI
 
 /// The commands and options of the program. Help and manual page are made from this alone, and
 /// completion reads the help.
@@ -40,7 +46,7 @@ private:
     void AddValidate();
     std::string RepairCommand() const;
 
-    CLI::App m_program;
+    const std::shared_ptr<CLI::App> m_program;
     GenerateOptions m_options;
     ReviewOptions m_review;
     bool m_json = false;

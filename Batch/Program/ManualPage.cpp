@@ -3,6 +3,8 @@
 #include "Cameras/FeatureChanges.h"
 #include "Lint/Rules.h"
 
+#include <CLI/CLI.hpp>
+
 namespace
 {
 

@@ -1,9 +1,12 @@
 #ifndef MANUALPAGE_H
 #define MANUALPAGE_H
 
-#include <CLI/CLI.hpp>
-
 #include <string>
+
+namespace CLI
+{
+class App;
+} // namespace CLI
 
 /// The manual page (section 1) of a program, made from its commands and options.
 std::string ManualPage(const CLI::App& program);
