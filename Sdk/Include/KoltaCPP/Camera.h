@@ -64,8 +64,8 @@ protected:
 /// that behind the program's back. Observers are told once, with `UpdateTriggerOpenStateChanged`. `Close` and `Open`
 /// connect again, and the features of before can be used again.
 ///
-/// This interface is for features. It transfers no images and delivers no events; ranges, increments and units are asked
-/// for with the functions of `Extensions.h`.
+/// This interface is for features. It transfers no images and delivers no events; ranges, increments and units are
+/// asked for with the functions of `Extensions.h`.
 class KOLTACPP_EXPORT Camera : public FeatureContainer
 {
 public:
