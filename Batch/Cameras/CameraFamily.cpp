@@ -18,21 +18,22 @@ namespace
 {
 
 /// Cameras that agree on something.
-struct Side
+struct Agreement
 {
     KltInt64_t value;
     std::vector<const std::string*> cameras;
 };
 
-typedef std::vector<Side> Sides;
+typedef std::vector<Agreement> Agreements;
 
-void Note(Sides& sides, KltInt64_t value, const std::string& camera)
+void Note(Agreements& agreements, KltInt64_t value, const std::string& camera)
 {
-    auto side = std::find_if(sides.begin(), sides.end(), [value](const Side& any) { return any.value == value; });
-    if (side == sides.end())
-        side = sides.insert(side, {value, {}});
-    if (side->cameras.empty() || side->cameras.back() != &camera)
-        side->cameras.push_back(&camera);
+    auto agreement = std::find_if(
+        agreements.begin(), agreements.end(), [value](const Agreement& any) { return any.value == value; });
+    if (agreement == agreements.end())
+        agreement = agreements.insert(agreement, {value, {}});
+    if (agreement->cameras.empty() || agreement->cameras.back() != &camera)
+        agreement->cameras.push_back(&camera);
 }
 
 std::string TypeText(KltInt64_t value)
@@ -60,8 +61,8 @@ std::string Names(const std::vector<const std::string*>& cameras)
 /// What cameras say of a feature.
 struct Opinions
 {
-    Sides types;
-    std::unordered_map<std::string, Sides> entries; ///< By name. Filled when a second camera has the feature, too.
+    Agreements types;
+    std::unordered_map<std::string, Agreements> entries; ///< By name. Filled when a second camera has the feature, too.
 };
 
 class Union
@@ -112,13 +113,13 @@ private:
         if (opinions.entries.empty())
             for (const EnumEntry& entry : common.entries)
                 opinions.entries.emplace(TextOf(entry, &EnumEntry::GetName),
-                    Sides{{ValueOf(entry), {opinions.types.front().cameras.front()}}});
+                    Agreements{{ValueOf(entry), {opinions.types.front().cameras.front()}}});
         for (const EnumEntry& entry : entries)
         {
-            Sides& sides = opinions.entries[TextOf(entry, &EnumEntry::GetName)];
-            if (sides.empty())
+            Agreements& agreements = opinions.entries[TextOf(entry, &EnumEntry::GetName)];
+            if (agreements.empty())
                 common.entries.push_back(entry);
-            Note(sides, ValueOf(entry), camera);
+            Note(agreements, ValueOf(entry), camera);
         }
     }
 
@@ -135,19 +136,19 @@ private:
         }
     }
 
-    void Compare(
-        const std::string& feature, const std::string& entry, const Sides& sides, std::string (*valueText)(KltInt64_t))
+    void Compare(const std::string& feature, const std::string& entry, const Agreements& agreements,
+        std::string (*valueText)(KltInt64_t))
     {
-        if (sides.size() < 2)
+        if (agreements.size() < 2)
             return;
         std::string text = "'" + feature + (entry.empty() ? "'" : "': entry '" + entry + "'");
         const char* link = " is ";
-        for (const Side& side : sides)
+        for (const Agreement& agreement : agreements)
         {
-            text.append(link).append(valueText(side.value)).append(" in ").append(Names(side.cameras));
+            text.append(link).append(valueText(agreement.value)).append(" in ").append(Names(agreement.cameras));
             link = " and ";
         }
-        m_family.contradictions.push_back({feature, text, valueText(sides.front().value)});
+        m_family.contradictions.push_back({feature, text, valueText(agreements.front().value)});
     }
 
     CameraFamily m_family;

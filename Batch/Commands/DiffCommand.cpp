@@ -18,7 +18,7 @@ namespace
 {
 
 /// "~ Width: Max 100 -> 200", "- Mode: entry Off = 0", "+ New (Int, RW)"
-std::string LineOf(const FeatureChange& change)
+std::string LineOfChange(const FeatureChange& change)
 {
     const bool isOther = !change.before && !change.after;
     const char* const mark = isOther || (change.before && change.after) ? "~ " : change.before ? "- " : "+ ";
@@ -63,7 +63,7 @@ void PrintChanges(const std::vector<FeatureChange>& changes, bool verbose)
             continue;
         const std::string line =
             isFolded ? "~ " + change.feature + ": " + std::to_string(all.size()) + " " + std::string(change.kind->many)
-                     : LineOf(change);
+                     : LineOfChange(change);
         std::printf("%-10s  %s [%s]\n", EffectNames[static_cast<std::size_t>(change.effect)], line.c_str(),
             std::string(change.kind->id).c_str());
     }

@@ -56,7 +56,7 @@ constexpr unsigned Anywhere = ~0U;
 /// Nodes that have an access mode and a byte order of their own.
 constexpr unsigned Own = T::Register | T::Formula | T::Masked | T::Port;
 
-const char* const NoLimit = "there is no such limit";
+constexpr const char* NoLimit = "there is no such limit";
 
 /// All that the versions of GenApi have had so far.
 constexpr std::array<ElementKind, 81> ElementTable = {{

@@ -26,7 +26,7 @@ std::string ContentOf(ArvGcPropertyNode* property)
     return text == nullptr ? std::string() : text;
 }
 
-std::string NameOf(ArvGcPropertyNode* property)
+std::string VariableOf(ArvGcPropertyNode* property)
 {
     const char* name = arv_gc_property_node_get_name(property);
     return name == nullptr ? std::string() : name;
@@ -66,9 +66,9 @@ private:
     void Take(ArvGcPropertyNode* property, ArvGcPropertyNodeType type)
     {
         if (type == ARV_GC_PROPERTY_NODE_TYPE_P_VARIABLE)
-            m_variables[NameOf(property)] = property;
+            m_variables[VariableOf(property)] = property;
         else if (type == ARV_GC_PROPERTY_NODE_TYPE_EXPRESSION || type == ARV_GC_PROPERTY_NODE_TYPE_CONSTANT)
-            m_expressions[NameOf(property)] = ContentOf(property); // A constant like -1 is a formula, too.
+            m_expressions[VariableOf(property)] = ContentOf(property); // A constant like -1 is a formula, too.
         else if (type == ARV_GC_PROPERTY_NODE_TYPE_FORMULA || type == ARV_GC_PROPERTY_NODE_TYPE_FORMULA_TO ||
                  type == ARV_GC_PROPERTY_NODE_TYPE_FORMULA_FROM)
             m_texts[type] = ContentOf(property);
@@ -299,7 +299,7 @@ ObjectPtr<ArvGc> NewNodeMap(ArvDevice* device, const SafeDescription& descriptio
 
 const SafeDescription& DescriptionOf(ArvGcNode* node)
 {
-    static const SafeDescription none;
+    static const SafeDescription none = SafeDescription();
     const gpointer known = g_object_get_data(G_OBJECT(arv_gc_node_get_genicam(node)), DescriptionKey);
     return known == nullptr ? none : *static_cast<const SafeDescription*>(known);
 }

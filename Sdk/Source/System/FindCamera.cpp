@@ -52,7 +52,7 @@ KltErrorType FindCamera(const char* serialNumber, unsigned int milliseconds, Cam
     {
         const KltErrorType result = Look(serialNumber, camera);
         const auto left = end - std::chrono::steady_clock::now();
-        if (result != KltErrorNotFound || left <= left.zero())
+        if (result != KltErrorNotFound || left <= std::chrono::steady_clock::duration::zero())
             return result;
         std::this_thread::sleep_for(std::min<std::chrono::steady_clock::duration>(TimeBetweenLooks, left));
     }

@@ -89,12 +89,13 @@ private:
     template <class Ask>
     Failure Remembered(std::uint64_t address, Bytes& words, Ask ask)
     {
-        const auto known = m_known.find({address, words.size()});
+        const auto place = std::make_pair(address, words.size());
+        const auto known = m_known.find(place);
         if (known != m_known.end())
             return words = known->second, KltErrorSuccess;
         Failure failure = ask();
         if (!failure && m_remembers && words.size() <= LongestRemembered)
-            m_known[{address, words.size()}] = words;
+            m_known[place] = words;
         return failure;
     }
 
