@@ -4,7 +4,6 @@
 #include "Camera/Impls.h"
 #include "Nodes/NodeRange.h"
 #include "Nodes/NodeValues.h"
-#include "Transport/RegisterDevice.h"
 
 #include <algorithm>
 
@@ -23,12 +22,11 @@ KltErrorType Use(const Feature::Impl& feature, bool rightType, KltFeatureFlagsTy
     {
         if ((feature.data.flags & wanted) == 0 || feature.data.isDelivered)
             return KltErrorInvalidAccess;
-        const ReadOnce readOnce(connection.device.get());
         if (Failure failure = CheckState(node, wanted == KltFeatureFlagsWrite, connection.takeUnknown))
             return failure;
         return access(node, connection);
     };
-    return Caught([&] { return feature.session->Use(feature.data.nodeName, use); });
+    return feature.session->Use(feature.data.nodeName, use);
 }
 
 /// Reads a number; \a take gets it if that succeeds.

@@ -5,7 +5,6 @@
 #include "Document/Texts.h"
 #include "Nodes/NodeRange.h"
 #include "Nodes/NodeValues.h"
-#include "Transport/RegisterDevice.h"
 
 #include <algorithm>
 #include <sstream>
@@ -21,12 +20,7 @@ namespace
 template <class Access>
 KltErrorType Ask(const Feature::Impl& feature, Access access)
 {
-    const auto ask = [&](ArvGcFeatureNode* node, const Connection& connection) -> Failure
-    {
-        const ReadOnce readOnce(connection.device.get());
-        return access(node, connection);
-    };
-    return Caught([&] { return feature.session->Use(feature.data.nodeName, ask); });
+    return feature.session->Use(feature.data.nodeName, access);
 }
 
 template <class Take>
@@ -146,9 +140,8 @@ KltErrorType GetAvailableEntries(const Feature& feature, EnumEntry* entries, uns
         {
             for (const EnumEntry& entry : impl.data.entries)
             {
-                KltInt64_t value = 0;
-                entry.GetValue(value);
-                Failure failure = CheckEntry(ARV_GC_ENUMERATION(node), value, connection.takeUnknown);
+                Failure failure =
+                    CheckEntry(ARV_GC_ENUMERATION(node), EnumEntry::Impl::Of(entry).value, connection.takeUnknown);
                 if (!failure)
                     available.push_back(entry);
                 else if (failure.code != KltErrorInvalidAccess)

@@ -4,6 +4,7 @@
 #include "Base/TimedMutex.h"
 #include "KoltaCPP/Feature.h"
 #include "Transport/Connection.h"
+#include "Transport/RegisterDevice.h"
 
 #include <memory>
 #include <string>
@@ -51,9 +52,17 @@ public:
     /// \param isMissing whether scans no longer find the camera
     Life Look(bool isMissing);
 
-    /// Calls \a access with the node of this name, which it must not keep, and the connection; returns its code.
+    /// Calls \a access with the node of this name, which it must not keep, and the connection; returns its code. No
+    /// exception leaves it, and no register is read twice in it.
     template <class Access>
     KltErrorType Use(const std::string& nodeName, Access access)
+    {
+        return Caught([&] { return UseNode(nodeName, access); });
+    }
+
+private:
+    template <class Access>
+    KltErrorType UseNode(const std::string& nodeName, Access& access)
     {
         const Call call(*this);
         if (const KltErrorType refusal = call.Refusal())
@@ -61,10 +70,10 @@ public:
         ArvGcNode* node = arv_gc_get_node(m_connection.nodeMap.get(), nodeName.c_str());
         if (!ARV_IS_GC_FEATURE_NODE(node))
             return KltErrorNotFound;
+        const ReadOnce readOnce(m_connection.device.get());
         return Notice(access(ARV_GC_FEATURE_NODE(node), static_cast<const Connection&>(m_connection)).code);
     }
 
-private:
     /// One call, from its beginning: the lock, and the deadline of what is done under it.
     class Call
     {

@@ -221,8 +221,7 @@ const std::vector<std::int64_t>& ValidValuesOf(ArvGcNode* node)
     const ValidValues& known = DescriptionOf(node).validValues;
     for (ArvGcFeatureNode* each : known.empty() ? NodeChain() : ValueChain(ARV_GC_FEATURE_NODE(node)))
     {
-        const char* const name = arv_gc_feature_node_get_name(each);
-        const auto found = known.find(name == nullptr ? "" : name);
+        const auto found = known.find(NameOf(each));
         if (found != known.end())
             return found->second;
         if (!HasOwnLimits(ARV_GC_NODE(each)))

@@ -183,8 +183,7 @@ try
     const ValueCopies& copies = DescriptionOf(ARV_GC_NODE(node)).copies;
     for (ArvGcFeatureNode* each : copies.empty() ? NodeChain() : ValueChain(node))
     {
-        const char* name = arv_gc_feature_node_get_name(each);
-        const auto targets = copies.find(name == nullptr ? "" : name);
+        const auto targets = copies.find(NameOf(each));
         if (targets != copies.end())
             for (const std::string& target : targets->second)
             {

@@ -1,5 +1,6 @@
 #include "KoltaCPP/Extensions.h"
 
+#include "Camera/Impls.h"
 #include "ErrorTexts.h"
 #include "KoltaCPP/KoltaSystem.h"
 
@@ -15,15 +16,6 @@ namespace
 
 const std::chrono::milliseconds TimeBetweenLooks(20);
 
-std::string SerialNumberOf(const Camera& camera)
-{
-    unsigned int length = 0;
-    camera.GetSerialNumber(nullptr, length);
-    std::string text(length, '\0');
-    camera.GetSerialNumber(&text[0], length);
-    return text;
-}
-
 KltErrorType Look(const std::string& serialNumber, CameraPtr& camera)
 {
     unsigned int count = 0;
@@ -33,7 +25,7 @@ KltErrorType Look(const std::string& serialNumber, CameraPtr& camera)
     if (const KltErrorType result = KoltaSystem::GetInstance().GetCameras(cameras.data(), count))
         return count == 0 ? KltErrorNotFound : result;
     for (const CameraPtr& each : cameras)
-        if (SerialNumberOf(*each) == serialNumber)
+        if (FeatureContainer::Impl::Of(*each).serialNumber == serialNumber)
         {
             camera = each;
             return KltErrorSuccess;
