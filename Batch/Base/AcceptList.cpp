@@ -1,10 +1,9 @@
 #include "Base/AcceptList.h"
 
 #include "Base/ExitCodes.h"
+#include "Base/Glob.h"
 #include "Document/DescriptionFile.h"
 #include "Document/Texts.h"
-
-#include <fnmatch.h>
 
 #include <algorithm>
 #include <sstream>
@@ -17,15 +16,10 @@ namespace
 
 const char* const Wild = "*?[\\";
 
-bool Matches(const std::string& pattern, std::string_view text)
-{
-    return fnmatch(pattern.c_str(), std::string(text).c_str(), 0) == 0;
-}
-
 bool MatchesAny(const std::string& pattern, const std::vector<std::string_view>& texts)
 {
-    return std::any_of(
-        texts.begin(), texts.end(), [&pattern](std::string_view text) { return Matches(pattern, text); });
+    return std::any_of(texts.begin(), texts.end(),
+        [&pattern](std::string_view text) { return MatchesGlob(pattern, std::string(text)); });
 }
 
 } // namespace
@@ -64,7 +58,7 @@ bool AcceptList::Accepts(std::string_view id, const std::string& place)
     if (accepts)
         m_entries[exact->second].isUsed = true;
     for (const std::size_t index : m_patterns)
-        if (Entry& entry = m_entries[index]; Matches(entry.id, id) && Matches(entry.place, place))
+        if (Entry& entry = m_entries[index]; MatchesGlob(entry.id, std::string(id)) && MatchesGlob(entry.place, place))
             accepts = entry.isUsed = true;
     return accepts;
 }

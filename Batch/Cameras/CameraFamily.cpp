@@ -1,10 +1,9 @@
 #include "Cameras/CameraFamily.h"
 
+#include "Base/Glob.h"
 #include "Base/Messages.h"
 #include "KoltaHelper.h"
 #include "SdkReads.h"
-
-#include <fnmatch.h>
 
 #include <algorithm>
 #include <iterator>
@@ -162,7 +161,7 @@ bool MatchesAny(const std::vector<std::string>& patterns, const std::string& nam
 {
     bool matches = false;
     for (const std::string& pattern : patterns)
-        if (fnmatch(pattern.c_str(), name.c_str(), 0) == 0)
+        if (MatchesGlob(pattern, name))
         {
             unused.erase(pattern);
             matches = true;

@@ -1,5 +1,6 @@
 #include "Commands/CameraCommands.h"
 
+#include "Base/Glob.h"
 #include "Base/Json.h"
 #include "Base/OutputFiles.h"
 #include "Cameras/CameraReader.h"
@@ -13,7 +14,6 @@
 #include <QByteArray>
 #include <QJsonArray>
 #include <QJsonObject>
-#include <fnmatch.h>
 
 #include <cstdio>
 
@@ -103,7 +103,7 @@ void ListFeatures(const std::vector<CameraChoice>& cameras, const FeatureChoice&
     const bool several = cameras.size() > 1;
     for (const FeatureRow& row : TableOf(read))
     {
-        if (!glob.empty() && fnmatch(glob.c_str(), row.name.c_str(), 0) != 0)
+        if (!glob.empty() && !MatchesGlob(glob, row.name))
             continue;
         if (json)
             array.append(JsonFeature(row, several));
