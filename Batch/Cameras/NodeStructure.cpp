@@ -36,14 +36,20 @@ Digest DigestOfNumber(const Number& number)
     return isWhole ? static_cast<Digest>(number.AsInteger()) : Mixed(1, std::hash<double>()(real));
 }
 
-/// Of a number, or of whatever else stands there.
-Digest DigestOfContent(const Element& element, bool whole)
+/// Nothing if it is none.
+std::optional<Number> NumberIn(const Element& element, bool whole)
 {
     const DescriptionNumber number(element.Text(), whole);
     if (!number.comparable)
-        return DigestOfText(element.Text());
-    return DigestOfNumber(
-        whole ? Number(static_cast<std::int64_t>(number.Integer())) : Number(static_cast<double>(number.Value())));
+        return std::nullopt;
+    return whole ? Number(static_cast<std::int64_t>(number.Integer())) : Number(static_cast<double>(number.Value()));
+}
+
+/// Of a number, or of whatever else stands there.
+Digest DigestOfContent(const Element& element, bool whole)
+{
+    const std::optional<Number> number = NumberIn(element, whole);
+    return number ? DigestOfNumber(*number) : DigestOfText(element.Text());
 }
 
 /// Whether the node would be the same without the element.
@@ -291,14 +297,7 @@ std::optional<Number> NodeStructure::ConstantOf(const Element& node)
 std::optional<Number> NodeStructure::ComputeConstant(const Element& node)
 {
     if (const Element* const constant = m_limits.NodeOfConstant(&node))
-    {
-        const bool whole = !constant->node->Is(Trait::Real);
-        const DescriptionNumber number(constant->Child("Value")->Text(), whole);
-        if (!number.comparable)
-            return std::nullopt;
-        return whole ? Number(static_cast<std::int64_t>(number.Integer()))
-                     : Number(static_cast<double>(number.Value()));
-    }
+        return NumberIn(*constant->Child("Value"), !constant->node->Is(Trait::Real));
     const Element* const reference = node.Child("pValue");
     const Element* const target = reference == nullptr ? nullptr : Find(reference->Target());
     const std::optional<Number> behind = target == nullptr ? std::nullopt : ConstantOf(*target);
