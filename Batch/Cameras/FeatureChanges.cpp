@@ -1,15 +1,13 @@
 #include "Cameras/FeatureChanges.h"
 
+#include "Cameras/ChangedRange.h"
 #include "Cameras/FeatureTable.h"
 #include "Cameras/NodeStructure.h"
 #include "Document/Texts.h"
-#include "Schema/Number.h"
 #include "SdkReads.h"
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
-#include <cstdint>
 #include <iterator>
 #include <map>
 #include <set>
@@ -66,82 +64,6 @@ std::map<std::string_view, std::pair<const Row*, const Row*>> Pairs(
     return pairs;
 }
 
-/// A limit of a feature; null if there is none.
-const LimitRow* LimitOf(const FeatureRow& feature, const std::string& name)
-{
-    for (const LimitRow& limit : feature.limits)
-        if (limit.name == name)
-            return &limit;
-    return nullptr;
-}
-
-/// The limit as a number. Without one, all numbers of the type are allowed.
-std::optional<long double> NumberOf(const FeatureRow& feature, const std::string& name)
-{
-    if (const LimitRow* const limit = LimitOf(feature, name))
-        return limit->Number();
-    const long double largest = feature.type == "Int" ? static_cast<long double>(INT64_MAX) : HUGE_VALL;
-    if (name == "Inc")
-        return feature.type == "Int" ? std::optional<long double>(1) : std::nullopt;
-    return name == "Max" ? largest : feature.type == "Int" ? -largest - 1 : -largest;
-}
-
-/// Whether the steps of a feature lead from \a minimum to \a value.
-bool IsReached(const FeatureRow& feature, long double value, long double minimum, long double step)
-{
-    const auto fits = [](long double number) { return number >= INT64_MIN && number <= INT64_MAX; };
-    if (feature.type == "Int" && fits(value) && fits(minimum) && fits(step))
-        return IsOnIncrement(
-            static_cast<std::int64_t>(value), static_cast<std::int64_t>(minimum), static_cast<std::int64_t>(step));
-    return IsOnIncrement(static_cast<double>(value), static_cast<double>(minimum), static_cast<double>(step));
-}
-
-/// The increment that counts, from the minimum on; null if none does. Without a minimum, integers are counted from the
-/// least of all, and real numbers not at all.
-const LimitRow* StepOf(const FeatureRow& feature)
-{
-    return feature.type == "Float" && LimitOf(feature, "Min") == nullptr ? nullptr : LimitOf(feature, "Inc");
-}
-
-Effect BreakingIf(bool breaks)
-{
-    return breaks ? Effect::Breaking : Effect::Compatible;
-}
-
-/// Whether the steps of \a after leave out values of \a before, since they are counted from another minimum.
-Effect EffectOfSteps(const FeatureRow& before, const FeatureRow& after)
-{
-    const LimitRow* const inc = StepOf(after);
-    if (inc == nullptr)
-        return Effect::Compatible;
-    const std::optional<long double> was = NumberOf(before, "Min");
-    const std::optional<long double> is = NumberOf(after, "Min");
-    const std::optional<long double> step = inc->Number();
-    return !was || !is || !step ? Effect::Unclear : BreakingIf(!IsReached(after, *was, *is, *step));
-}
-
-/// Whether the camera may refuse a value now that it took before.
-Effect EffectOfLimit(const std::string& limit, const FeatureRow& before, const FeatureRow& after)
-{
-    const bool isNew = LimitOf(before, limit) == nullptr;
-    const bool isGone = LimitOf(after, limit) == nullptr;
-    if (!before.writable)
-        return Effect::Compatible;
-    const std::optional<long double> was = NumberOf(before, limit);
-    const std::optional<long double> is = NumberOf(after, limit);
-    const bool isKnown = was && is;
-    if (limit == "Min")
-        return std::max(isGone    ? Effect::Compatible
-                        : isKnown ? BreakingIf(*is > *was)
-                                  : Effect::Unclear,
-            isNew ? Effect::Compatible : EffectOfSteps(before, after));
-    if (isGone || (limit == "Inc" && StepOf(after) == nullptr))
-        return Effect::Compatible;
-    if (!isKnown)
-        return Effect::Unclear;
-    return BreakingIf(limit == "Max" ? *is < *was : !IsReached(after, *was, 0, *is));
-}
-
 /// What stands in a row; nothing if there is no row.
 template <class Row>
 std::optional<std::string> ValueIn(const Row* row)
@@ -165,50 +87,6 @@ void Resolve(Side& side)
                                        : std::to_chars(text, std::end(text), number->AsInteger()).ptr;
         limit.value.assign(text, end);
     }
-}
-
-/// The register that a value lies in.
-struct Storage
-{
-    std::optional<long double> bits; ///< Nothing if that varies.
-    bool isSigned = false;
-
-    std::string Text(bool isNumber) const
-    {
-        if (!bits)
-            return "of varying length";
-        return std::to_string(static_cast<long long>(isNumber ? *bits : *bits / 8)) + (isNumber ? " bits" : " bytes") +
-               (isSigned ? ", signed" : "");
-    }
-
-    long double Least() const { return isSigned ? -std::exp2(*bits - 1) : 0; }
-    long double Largest() const { return std::exp2(*bits - (isSigned ? 1 : 0)) - 1; }
-};
-
-std::optional<long double> IntegerOf(const Element* element)
-{
-    const DescriptionNumber number(element == nullptr ? std::string_view() : element->Text(), true);
-    return number.comparable ? std::optional<long double>(number.Value()) : std::nullopt;
-}
-
-/// Nothing if the value does not lie in a register.
-std::optional<Storage> StorageOf(const Side& side)
-{
-    if (side.node == nullptr || !side.chain.back()->node->Is(Trait::Register | Trait::Masked))
-        return std::nullopt;
-    const Element& node = *side.chain.back();
-    const Element& whole = side.structure.WholeOf(node);
-    const Element* const sign = node.Child("Sign") == nullptr ? whole.Child("Sign") : node.Child("Sign");
-    Storage storage = {IntegerOf(whole.Child("Length")), sign != nullptr && sign->Text() == "Signed"};
-    if (storage.bits)
-        storage.bits = *storage.bits * 8;
-    const std::optional<long double> first = IntegerOf(node.Child("LSB"));
-    const std::optional<long double> last = IntegerOf(node.Child("MSB"));
-    if (node.Child("Bit") != nullptr)
-        storage.bits = 1;
-    else if (first && last)
-        storage.bits = std::fabs(*first - *last) + 1;
-    return storage;
 }
 
 class Comparison
@@ -250,9 +128,8 @@ private:
     void Add(
         std::string_view id, const std::string& property, const std::string& entry, const Value& was, const Value& is)
     {
-        const auto kind = std::find_if(
-            ChangeKinds().begin(), ChangeKinds().end(), [id](const ChangeKind& any) { return any.id == id; });
-        m_changes.push_back({&*kind, kind->effect, m_feature, property, entry, was, is});
+        const ChangeKind& kind = ChangeKindOf(id);
+        m_changes.push_back({&kind, kind.effect, m_feature, property, entry, was, is});
     }
 
     /// If the values are not the same.
@@ -388,24 +265,15 @@ private:
     {
         const std::string& type = before.row.type;
         const bool isNumber = type == "Int";
-        const std::optional<Storage> was = StorageOf(before);
-        const std::optional<Storage> is = StorageOf(after);
+        const std::optional<Storage> was = StorageOf(*before.chain.back(), before.structure);
+        const std::optional<Storage> is = StorageOf(*after.chain.back(), after.structure);
         if (!was || !is || (!isNumber && type != "Float" && type != "String" && type != "Raw") ||
             (was->bits == is->bits && was->isSigned == is->isSigned))
             return;
-        Effect effect = !was->bits || !is->bits ? Effect::Unclear : BreakingIf(*is->bits < *was->bits);
-        if (isNumber && effect != Effect::Unclear)
-        {
-            // Where a formula lies between, the limits are not those of the register.
-            const bool isPlain = std::none_of(before.chain.begin(), before.chain.end(),
-                [](const Element* node) { return node->node->Is(Trait::Formula); });
-            const auto limit = [&](const char* name, long double natural) {
-                return isPlain && LimitOf(before.row, name) != nullptr ? NumberOf(before.row, name).value_or(natural)
-                                                                       : natural;
-            };
-            effect = BreakingIf(std::max(limit("Min", was->Least()), was->Least()) < is->Least() ||
-                                std::min(limit("Max", was->Largest()), was->Largest()) > is->Largest());
-        }
+        // Where a formula lies between, the limits are not those of the register.
+        const bool isPlain = std::none_of(before.chain.begin(), before.chain.end(),
+            [](const Element* node) { return node->node->Is(Trait::Formula); });
+        const Effect effect = EffectOfStorage(*was, *is, before.row, isPlain);
         Add(RangeId(effect), "register", "", was->Text(isNumber), is->Text(isNumber));
     }
 
@@ -500,44 +368,6 @@ private:
 };
 
 } // namespace
-
-const std::vector<ChangeKind>& ChangeKinds()
-{
-    static const std::vector<ChangeKind> kinds = {
-        {"condition-added", Effect::Breaking,
-            "A feature can be unavailable, not implemented or locked that could not."},
-        {"entry-removed", Effect::Breaking, "An entry of an enumeration is gone.", "entries removed"},
-        {"entry-renumbered", Effect::Breaking, "An entry of an enumeration has another value.", "entries renumbered"},
-        {"feature-removed", Effect::Breaking, "A feature is gone."},
-        {"less-access", Effect::Breaking, "A feature cannot be read or written any more."},
-        {"narrower-range", Effect::Breaking, "Values are refused that were allowed."},
-        {"other-type", Effect::Breaking, "A feature has another type."},
-        {"other-unit", Effect::Breaking, "A feature has another unit."},
-        {"other-value", Effect::Breaking, "A value is worked out by another formula, so it means something else."},
-        {"selection-added", Effect::Breaking, "A selector selects a feature that it did not.",
-            "features selected in addition"},
-        {"selection-lost", Effect::Breaking, "A selector does not select a feature any more.",
-            "features selected no more"},
-        {"unclear-condition", Effect::Unclear, "When a feature can be used is worked out in another way."},
-        {"unclear-range", Effect::Unclear, "A limit is worked out in another way, while the camera runs."},
-        {"unclear-value", Effect::Unclear,
-            "The formula of a value is the same, but not the registers that have a part in it."},
-        {"condition-removed", Effect::Compatible,
-            "A feature is available, implemented or unlocked all the time, or need not be."},
-        {"deprecated", Effect::Compatible, "A feature is deprecated now, or no more."},
-        {"entry-added", Effect::Compatible, "An entry of an enumeration is new.", "entries added"},
-        {"feature-added", Effect::Compatible, "A feature is new."},
-        {"harmless-range", Effect::Compatible, "The limits have changed, but no value is refused that was allowed."},
-        {"more-access", Effect::Compatible, "A feature can be read or written that could not."},
-        {"other-category", Effect::Compatible, "A feature is in another category."},
-        {"other-model", Effect::Compatible, "The description is of another model."},
-        {"other-version", Effect::Compatible, "The description has another version."},
-        {"text", Effect::Compatible,
-            "A name, a text or a visibility for people has changed. Told with --verbose only."},
-        {"unit-named", Effect::Compatible, "A unit is named that was not, or no more."},
-    };
-    return kinds;
-}
 
 std::string FeatureChange::Place() const
 {

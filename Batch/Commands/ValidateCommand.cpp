@@ -2,7 +2,7 @@
 
 #include "Base/Json.h"
 #include "Base/Messages.h"
-#include "Cameras/FeatureChanges.h"
+#include "Cameras/ChangeKinds.h"
 #include "CppNames.h"
 #include "Lint/DescriptionCheck.h"
 

@@ -1,6 +1,6 @@
 #include "Program/ManualPage.h"
 
-#include "Cameras/FeatureChanges.h"
+#include "Cameras/ChangeKinds.h"
 #include "Lint/Rules.h"
 
 #include <CLI/CLI.hpp>
