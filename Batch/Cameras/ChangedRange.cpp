@@ -135,9 +135,8 @@ Effect EffectOfStorage(const Storage& was, const Storage& is, const FeatureRow& 
         return Effect::Unclear;
     if (before.type != "Int")
         return BreakingIf(*is.bits < *was.bits);
-    const auto limit = [&](const char* name, long double natural) {
-        return isPlain && LimitOf(before, name) != nullptr ? NumberOf(before, name).value_or(natural) : natural;
-    };
+    const auto limit = [&](const char* name, long double natural)
+    { return isPlain && LimitOf(before, name) != nullptr ? NumberOf(before, name).value_or(natural) : natural; };
     return BreakingIf(std::max(limit("Min", was.Least()), was.Least()) < is.Least() ||
                       std::min(limit("Max", was.Largest()), was.Largest()) > is.Largest());
 }
