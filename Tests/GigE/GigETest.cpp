@@ -1,6 +1,7 @@
 // With cameras in the network. To be run in a network namespace of its own, see in-own-network.
 
 #include "PlayedCamera.h"
+#include "RangeProperty.h"
 #include "SdkFixture.h"
 
 #include <arv.h>
@@ -212,6 +213,23 @@ TEST_F(GigE, ADescriptionIsReadOrRefusedWhateverTheCameraSaysOfIt)
         EXPECT_EQ(m_camera->Close(), 0);
         EXPECT_EQ(played.Register(ControlRegister), 0u);
     }
+}
+
+TEST_F(GigE, RangesAreWhatCanBeSet)
+{
+    PlayedCamera played("127.0.0.1", "Ranged");
+    m_camera = Await("Ranged");
+    int tried = 0;
+    for (const char* folder : {CAMERAS, SHIPPED_CAMERAS})
+        for (const auto& file : std::filesystem::directory_iterator(folder))
+        {
+            played.Play({"", "", Content(file)});
+            if (m_camera->Open(1) != 0)
+                continue;
+            tried += CheckRanges(Features(), file.path().filename());
+            EXPECT_EQ(m_camera->Close(), 0);
+        }
+    EXPECT_GT(tried, 1000);
 }
 
 TEST_F(GigE, NoCallTakesTenSecondsWhateverTheCameraDoes)
