@@ -121,13 +121,20 @@ std::string XmlOf(const CameraFeatures& camera, const std::string& file, Extent 
                                                      : camera.description->Xml();
 }
 
-CameraFeatures Read(const CameraChoice& choice, Extent extent)
+CameraFeatures Read(const CameraChoice& choice, Extent extent, const std::function<void(CameraFeatures&)>& ask)
 {
     CameraFeatures read;
     read.label = choice.Text();
     const auto use = [&read](Camera& camera) { return ReadOpenCamera(camera, read); };
     if (choice.descriptionFile.empty())
-        WithOpenCamera(choice.serialNumber, use);
+        WithOpenCamera(choice.serialNumber,
+            [&](Camera& camera)
+            {
+                const KltErrorType result = use(camera);
+                if (result == KltErrorSuccess && ask)
+                    ask(read);
+                return result;
+            });
     else
     {
         RequireDescriptions();
@@ -154,7 +161,8 @@ const NodeNames& CameraFeatures::Names() const
     return *m_names;
 }
 
-std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices, Extent extent)
+std::vector<CameraFeatures> ReadFeatures(
+    const std::vector<CameraChoice>& choices, Extent extent, const std::function<void(CameraFeatures&)>& ask)
 {
     std::vector<std::future<CameraFeatures>> reads;
     // With one core, threads only cost: each has memory of its own, which grows page by page.
@@ -163,8 +171,8 @@ std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choice
     {
         // A camera may be given twice, but not opened twice at the same time.
         const bool isApart = areApart && !choice.descriptionFile.empty() && reads.size() < MostThreads;
-        reads.push_back(
-            std::async(isApart ? std::launch::async : std::launch::deferred, Read, std::cref(choice), extent));
+        reads.push_back(std::async(
+            isApart ? std::launch::async : std::launch::deferred, Read, std::cref(choice), extent, std::cref(ask)));
     }
     std::vector<CameraFeatures> cameras;
     cameras.reserve(choices.size());

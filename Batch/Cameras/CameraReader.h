@@ -3,10 +3,13 @@
 
 #include "Base/CameraChoice.h"
 #include "Base/ExitCodes.h"
+#include "Cameras/PresentState.h"
 #include "Document/Document.h"
 #include "Document/NodeNames.h"
 #include "FeatureInfos.h"
 
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
@@ -18,6 +21,9 @@ struct CameraFeatures
     std::string name;
     std::vector<FeatureInfo> features;
     std::shared_ptr<const OPX::KltAPI::Document> description; ///< Never null; it may have a problem.
+
+    /// What was asked of features while the camera was open, by their names.
+    std::map<std::string, PresentState> present;
 
     /// Those of the description.
     const OPX::KltAPI::NodeNames& Names() const;
@@ -35,7 +41,9 @@ enum class Extent
 
 /// Finds the cameras, opens them and reads their features; those of files at the same time, on threads of their own.
 /// Cameras of files stay open until the program ends, the others are closed. Throws CommandError if that fails.
-std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices, Extent extent = Extent::All);
+/// \param ask gets what was read of each camera that is not a file, before it is closed
+std::vector<CameraFeatures> ReadFeatures(const std::vector<CameraChoice>& choices, Extent extent = Extent::All,
+    const std::function<void(CameraFeatures&)>& ask = nullptr);
 
 /// What to say of a description that cannot be used.
 CommandError CannotBeUsed(const CameraChoice& choice, const OPX::KltAPI::Problem& problem);

@@ -7,8 +7,6 @@
 #include "SdkReads.h"
 
 #include <algorithm>
-#include <charconv>
-#include <iterator>
 #include <map>
 #include <set>
 #include <utility>
@@ -69,24 +67,6 @@ template <class Row>
 std::optional<std::string> ValueIn(const Row* row)
 {
     return row == nullptr ? std::nullopt : std::optional<std::string>(row->value);
-}
-
-/// A limit that a formula makes of constants is a constant.
-void Resolve(Side& side)
-{
-    for (LimitRow& limit : side.row.limits)
-    {
-        const Element* const node = limit.varies ? side.structure.Find(limit.value) : nullptr;
-        const std::optional<Number> number = node == nullptr ? std::nullopt : side.structure.ConstantOf(*node);
-        if (!number)
-            continue;
-        limit.varies = false;
-        limit.isReal = number->IsReal();
-        char text[32];
-        char* const end = limit.isReal ? std::to_chars(text, std::end(text), number->AsReal()).ptr
-                                       : std::to_chars(text, std::end(text), number->AsInteger()).ptr;
-        limit.value.assign(text, end);
-    }
 }
 
 class Comparison
@@ -199,8 +179,8 @@ private:
                     : rows.second == nullptr ? "entry-removed"
                                              : "entry-renumbered",
                     "entry", std::string(name), ValueIn(rows.first), ValueIn(rows.second));
-        Resolve(before);
-        Resolve(after);
+        Resolve(before.row.limits, before.structure);
+        Resolve(after.row.limits, after.structure);
         for (const char* const name : LimitNames)
             CompareLimit(name, before, after);
         if (before.node == nullptr || after.node == nullptr)

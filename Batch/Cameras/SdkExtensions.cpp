@@ -5,6 +5,8 @@
 
 #if __has_include(<KoltaCPP/Extensions.h>)
 
+#include "Schema/Number.h"
+
 #include <KoltaCPP/Extensions.h>
 
 using namespace OPX::KltAPI;
@@ -47,6 +49,21 @@ std::string AddressOf(const Camera& camera)
     return Delivered(camera, &GetAddress);
 }
 
+std::vector<Limit> PresentLimits(const Feature& feature)
+{
+    KltInt64_t whole[3];
+    double real[3];
+    if (GetRange(feature, whole[0], whole[1], whole[2]) == KltErrorSuccess)
+        return {
+            {"Min", std::to_string(whole[0])}, {"Max", std::to_string(whole[1])}, {"Inc", std::to_string(whole[2])}};
+    if (GetRange(feature, real[0], real[1], real[2]) == KltErrorSuccess)
+        return {{"Min", DecimalText(real[0]), true}, {"Max", DecimalText(real[1]), true},
+            {"Inc", DecimalText(real[2]), true}};
+    if (GetLength(feature, whole[0]) == KltErrorSuccess)
+        return {{"Length", std::to_string(whole[0])}};
+    return {};
+}
+
 #else
 
 using namespace OPX::KltAPI;
@@ -75,6 +92,11 @@ std::string TransportOf(const Camera&)
 std::string AddressOf(const Camera&)
 {
     return std::string();
+}
+
+std::vector<Limit> PresentLimits(const Feature&)
+{
+    return {};
 }
 
 #endif

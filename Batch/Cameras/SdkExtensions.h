@@ -4,9 +4,12 @@
 /// \file
 /// What only our own SDK has. The front end uses it nowhere else, and is built without it for an SDK that lacks it.
 
+#include "Document/Limits.h"
+
 #include <KoltaCPP/Camera.h>
 
 #include <string>
+#include <vector>
 
 /// Throws CommandError if the SDK has nothing to do with descriptions.
 void RequireDescriptions();
@@ -21,5 +24,9 @@ std::string DescriptionOf(const OPX::KltAPI::Camera& camera);
 /// Empty if the SDK does not tell.
 std::string TransportOf(const OPX::KltAPI::Camera& camera);
 std::string AddressOf(const OPX::KltAPI::Camera& camera);
+
+/// The limits that a feature of an open camera has at this moment, with its "Length" if it is a text or bytes; none if
+/// the SDK does not tell.
+std::vector<OPX::KltAPI::Limit> PresentLimits(const OPX::KltAPI::Feature& feature);
 
 #endif

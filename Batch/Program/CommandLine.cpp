@@ -223,14 +223,23 @@ void CommandLine::AddLookups()
     list->callback([this] { ListCameras(m_json); });
 
     CLI::App* features =
-        Add("features", "List the features of a camera: category, name, type, access, entries or limits",
+        Add("features", "List the features of a camera: category, name, type, access, entries or limits, what they are",
             "features --camera Sim1-Mono --match 'Exposure*'",
-            "With several cameras, the last column names those that have the feature.");
+            "A limit that depends on the camera 'varies'. With --camera the camera is asked for it, and for what else\n"
+            "limits the feature: such a number stands before 'now'. With several cameras, the last column names those\n"
+            "that have the feature.");
     AddCameras(features);
     features->add_option("--match", m_glob, "Only features whose names match")->type_name("GLOB");
+    features->add_flag("--values", m_values, "Also ask for the present values; only with --camera");
     features->add_flag("--json", m_json, "Print JSON");
     features->callback(
-        [this] { ListFeatures(m_options.cameras, m_options.features, m_glob, m_options.acceptFile, m_json); });
+        [this]
+        {
+            if (m_values && std::none_of(m_options.cameras.begin(), m_options.cameras.end(),
+                                [](const CameraChoice& camera) { return camera.descriptionFile.empty(); }))
+                throw CommandError(ExitUsage, "Only a camera has values. Give one with --camera.");
+            ListFeatures(m_options.cameras, m_options.features, m_glob, m_options.acceptFile, m_values, m_json);
+        });
 
     CLI::App* dump = Add("dump-xml", "Save the description of a camera, to generate from later",
         "dump-xml --camera Sim1-Mono --output Camera.xml");

@@ -50,6 +50,7 @@ private:
     GenerateOptions m_options;
     ReviewOptions m_review;
     bool m_json = false;
+    bool m_values = false;
     std::string m_glob;
     std::string m_file;
     std::string m_before;

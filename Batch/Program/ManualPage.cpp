@@ -5,6 +5,9 @@
 
 #include <CLI/CLI.hpp>
 
+#include <array>
+#include <vector>
+
 namespace
 {
 
@@ -65,6 +68,70 @@ std::string ManualIdentifiers()
            "Lines that begin with #\nare comments.\n";
 }
 
+/// What a command prints with --json.
+struct JsonShape
+{
+    const char* command;
+    const char* what;
+    std::vector<std::array<const char*, 2>> keys; ///< What is behind each of them.
+};
+
+const std::vector<JsonShape>& JsonShapes()
+{
+    static const std::vector<JsonShape> shapes = {
+        {"list", "An array of cameras:",
+            {{"model", "its name"}, {"serialNumber", "what --camera takes"},
+                {"transport", "simulated, gige or usb3; empty if the SDK does not tell"},
+                {"address", "in the network or on the bus, or the file of a simulated camera; empty likewise"}}},
+        {"features", "An array of features. With several cameras, texts are those on which they agree:",
+            {{"category", "its path"}, {"name", "what the camera knows it by"},
+                {"type",
+                    "Int, Float, Enum, String, Bool, Command, Raw, None or Unknown; of several cameras that do not "
+                    "agree, all with the cameras"},
+                {"access", "RO, WO, RW or --"}, {"displayName?", "its name for people"},
+                {"toolTip?", "what it is; the description, if there is no tool tip"},
+                {"visibility?", "Beginner, Expert, Guru or Invisible"},
+                {"selectedBy?", "array of the features whose values select what it stands for"},
+                {"entries?", "array of objects with name, value and toolTip?"},
+                {"limits?",
+                    "array of objects with name (Min, Max, Inc, Unit, Length) and value?. If varies is true, the limit "
+                    "depends on the camera: node is the name of the node that decides, and there is a value only if "
+                    "the "
+                    "camera was asked. If present is true, the value is what counts at the moment."},
+                {"values?",
+                    "with --values, array of an object with the present value, or with error: why there is none"},
+                {"cameras?", "with several cameras, array of those that have it; also in entries, limits and values"}}},
+        {"diff", "An object:",
+            {{"breaking", "how many changes break code: a number"}, {"unclear", "a number"}, {"compatible", "a number"},
+                {"changes",
+                    "array of objects with effect (breaking, unclear, compatible), feature, identifier (CHANGES), "
+                    "property? (category, access, type, entry, Min and others), entry?, before? and after?. Without "
+                    "before and after, something is worked out in another way."},
+                {"unused?", "array of what the file for --accept has too much, as validate tells it"}}},
+        {"validate", "An array of mistakes:",
+            {{"file", "what was given"}, {"identifier", "see MISTAKES"},
+                {"error, warning, note", "one of them: the mistake as a sentence"},
+                {"place?", "the node or, behind a dot, its element: what a file for --accept takes"},
+                {"line?", "a number, from 1 on"}, {"column?", "a number, from 1 on"}}},
+    };
+    return shapes;
+}
+
+std::string ManualJson()
+{
+    std::string text =
+        ".SH JSON\nWhat\n.B \\-\\-json\nprints. All values are texts, since a number in JSON does not hold "
+        "64 bits, unless it says something else.\nWhat has a question mark is there only if there is "
+        "something to tell.\n";
+    for (const JsonShape& shape : JsonShapes())
+    {
+        text += ".SS " + std::string(shape.command) + "\n" + shape.what + "\n";
+        for (const auto& [key, what] : shape.keys)
+            text += ".TP\n.B " + Escaped(key) + "\n" + Escaped(what) + "\n";
+    }
+    return text;
+}
+
 /// The options of a command except for its help, including those in groups.
 std::vector<const CLI::Option*> OptionsOf(const CLI::App& command)
 {
@@ -90,7 +157,7 @@ std::string ManualPage(const CLI::App& program)
     for (const CLI::App* command : program.get_subcommands(&IsShown))
         page += ".SS " + Escaped(command->get_name()) + "\n" + Escaped(command->get_description()) + ".\n.PP\n" +
                 Escaped(command->get_footer()) + "\n" + ManualOptions(OptionsOf(*command));
-    return page + ManualIdentifiers() +
+    return page + ManualIdentifiers() + ManualJson() +
            ".SH ENVIRONMENT\n.TP\n.B KOLTA_TRANSPORTS\nAny of simulated, gige and usb3, separated by commas: where "
            "cameras are looked for.\nAll of them if it is not set or empty.\n"
            ".TP\n.B KOLTA_CAMERA_PATH\nFiles and folders, separated by colons, with descriptions (.xml or .zip) of "

@@ -145,6 +145,15 @@ KltErrorType Feature::GetEntries(EnumEntry* entries, unsigned int& count)
         [](const EntryData& entry) { return EnumEntry(new EnumEntry::Impl{entry}); });
 }
 
+// It has no values.
+// clang-format off
+KltErrorType Feature::GetValue(KltInt64_t& /*value*/) const { return KltErrorNotSupported; }
+KltErrorType Feature::GetValue(double& /*value*/) const { return KltErrorNotSupported; }
+KltErrorType Feature::GetValue(std::string& /*value*/) const { return KltErrorNotSupported; }
+KltErrorType Feature::GetValue(bool& /*value*/) const { return KltErrorNotSupported; }
+KltErrorType Feature::GetValue(UcharVector& /*value*/) const { return KltErrorNotSupported; }
+// clang-format on
+
 struct FeatureContainer::Impl
 {
     CameraData data;

@@ -89,6 +89,14 @@ std::optional<long double> Limit::Number() const
     return number.comparable ? std::optional<long double>(number.Value()) : std::nullopt;
 }
 
+std::string Limit::Decimal() const
+{
+    const DescriptionNumber number(value, !isReal);
+    if (varies || name == "Unit" || !number.comparable || !number.problem.empty())
+        return value;
+    return isReal ? DecimalText(static_cast<double>(number.Value())) : std::to_string(number.Integer());
+}
+
 bool Limit::IsSame(const Limit& other) const
 {
     if (value == other.value && varies == other.varies)

@@ -27,6 +27,9 @@ struct Limit
     /// As a number, in a type that holds integers of 64 bits, too; nothing if it is none, or varies.
     std::optional<long double> Number() const;
 
+    /// The number in decimal digits, or the value as it stands if it is none, or not only one.
+    std::string Decimal() const;
+
     /// Whether both say the same, in whatever spelling.
     bool IsSame(const Limit& other) const;
 };

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <sstream>
 
 namespace OPX::KltAPI
 {
@@ -63,6 +64,15 @@ std::string WithoutControls(const std::string& text)
             cleaned += '_';
     }
     return cleaned;
+}
+
+std::string InOneLine(std::string_view text)
+{
+    std::istringstream words{std::string(text)};
+    std::string line;
+    for (std::string word; words >> word;)
+        line += (line.empty() ? "" : " ") + WithoutControls(word);
+    return line;
 }
 
 std::string WithoutLineEnd(std::string text)

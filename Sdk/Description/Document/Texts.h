@@ -11,6 +11,9 @@ namespace OPX::KltAPI
 /// change how others are shown. All texts from cameras and of files go through here.
 std::string WithoutControls(const std::string& text);
 
+/// \a text in one line, its words with one blank between them: in XML a text is broken into lines anywhere.
+std::string InOneLine(std::string_view text);
+
 /// \a text without a backslash at its end, in either spelling: in a comment of generated code it would make the next
 /// line part of the comment.
 std::string WithoutLineEnd(std::string text);

@@ -90,6 +90,16 @@ void DescriptionNumber::Judge(std::string_view text, const char* end, bool fits)
     comparable = end != nullptr && fits;
 }
 
+std::string DecimalText(double number)
+{
+    // Very large and very small numbers would have hundreds of digits.
+    const bool isUsual = number == 0 || (std::fabs(number) >= 1e-6 && std::fabs(number) < 1e16);
+    char text[64];
+    const auto written = isUsual ? std::to_chars(text, text + sizeof text, number, std::chars_format::fixed)
+                                 : std::to_chars(text, text + sizeof text, number);
+    return std::string(text, written.ptr);
+}
+
 bool IsOnIncrement(std::int64_t value, std::int64_t minimum, std::int64_t increment)
 {
     // As unsigned numbers: the distance can be larger than a signed number can be.

@@ -33,6 +33,9 @@ private:
     double m_real = 0;
 };
 
+/// \a number in decimal digits, as few as it takes to read the same number again.
+std::string DecimalText(double number);
+
 /// Whether \a value is a whole number of increments away from \a minimum.
 bool IsOnIncrement(std::int64_t value, std::int64_t minimum, std::int64_t increment);
 

@@ -7,7 +7,6 @@
 #include "Nodes/NodeValues.h"
 
 #include <algorithm>
-#include <sstream>
 #include <string>
 #include <vector>
 
@@ -53,10 +52,7 @@ KltErrorType AskText(const Feature& feature, char* buffer, unsigned int& length,
         [&](ArvGcFeatureNode* node, const Connection&) -> Failure
         {
             const char* const found = textOf(node);
-            // In XML a text is broken into lines anywhere.
-            std::istringstream words(found == nullptr ? "" : found);
-            for (std::string word; words >> word;)
-                text += (text.empty() ? "" : " ") + WithoutControls(word);
+            text = InOneLine(found == nullptr ? "" : found);
             return KltErrorSuccess;
         });
     return result == KltErrorSuccess ? DeliverText(text, buffer, length) : result;

@@ -109,10 +109,8 @@ Failure ReadCapacity(ArvGcFeatureNode* node, guint64& length)
     ArvGcFeatureNode* const last = ValueChain(node).back();
     if (ARV_IS_GC_REGISTER(last))
         return ReadLength(ARV_GC_REGISTER(last), length);
-    CallError error;
-    const gint64 maximum = ARV_IS_GC_STRING(node) ? arv_gc_string_get_max_length(ARV_GC_STRING(node), error.Out()) : 0;
-    length = maximum > 0 ? static_cast<guint64>(maximum) : 0;
-    return error.Code();
+    length = 0;
+    return KltErrorSuccess;
 }
 
 Failure ReadText(ArvGcString* node, std::string& value)
