@@ -2,7 +2,8 @@
 #     [OUTPUT_DIRECTORY <folder>] [HEADER <name>] [SOURCE <name>]
 #     [HEADER_TEMPLATE <file>] [SOURCE_TEMPLATE <file>]
 #     [GETTER_PREFIX <text>] [GETTER_SUFFIX <text>] [SETTER_PREFIX <text>] [SETTER_SUFFIX <text>]
-#     [ONLY <glob>...] [EXCLUDE <glob>...] [CONFLICTS handle] [ACCEPT <file>] [FORCE] [HEADER_VARIABLE <variable>])
+#     [ONLY <glob>...] [EXCLUDE <glob>...] [CONFLICTS handle] [COMMENTS] [ACCEPT <file>] [FORCE]
+#     [HEADER_VARIABLE <variable>])
 #
 # Generates a camera's class from its description and adds it to an executable or a library of this folder; users of the
 # library can include the header. Several descriptions give one class for all of these cameras. The class is generated
@@ -13,7 +14,7 @@
 function(kolta_add_camera_class target)
     set(names OUTPUT_DIRECTORY HEADER SOURCE HEADER_TEMPLATE SOURCE_TEMPLATE ACCEPT)
     set(texts GETTER_PREFIX GETTER_SUFFIX SETTER_PREFIX SETTER_SUFFIX CONFLICTS)
-    cmake_parse_arguments(PARSE_ARGV 1 arg "FORCE" "CLASS;HEADER_VARIABLE;${names};${texts}" "XML;ONLY;EXCLUDE")
+    cmake_parse_arguments(PARSE_ARGV 1 arg "FORCE;COMMENTS" "CLASS;HEADER_VARIABLE;${names};${texts}" "XML;ONLY;EXCLUDE")
     set(call "kolta_add_camera_class(${target})")
     # A misspelled keyword after the files is taken for one of them.
     set(unknown ${arg_XML})
@@ -63,9 +64,12 @@ function(kolta_add_camera_class target)
             list(APPEND options "--${choice}=${glob}")
         endforeach()
     endforeach()
-    if(arg_FORCE)
-        list(APPEND options --force)
-    endif()
+    foreach(flag IN ITEMS FORCE COMMENTS)
+        if(arg_${flag})
+            string(TOLOWER ${flag} option)
+            list(APPEND options --${option})
+        endif()
+    endforeach()
     if(NOT arg_HEADER)
         set(arg_HEADER ${arg_CLASS}.h)
     endif()

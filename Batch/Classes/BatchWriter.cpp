@@ -117,6 +117,11 @@ void BatchWriter::Process(QTextStream& output, QString line, const FeatureInfos&
     CppClassWriter::Process(output, line, features);
 }
 
+QStringList BatchWriter::LinesBefore(const QString& declared, int column) const
+{
+    return CommentLines(m_comments.value(declared), column);
+}
+
 QByteArray BatchWriter::Expand(
     const char* kind, const QString& templatePath, const QString& outputPath, const FeatureInfos& features)
 {

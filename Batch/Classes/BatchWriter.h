@@ -1,6 +1,7 @@
 #ifndef BATCHWRITER_H
 #define BATCHWRITER_H
 
+#include "Classes/ClassComments.h"
 #include "CppClassWriter.h"
 
 #include <QByteArray>
@@ -14,6 +15,7 @@ public:
 
     CppOptions Options() const override { return m_options; }
     void SetOptions(const CppOptions& options) { m_options = options; }
+    void SetComments(const ClassComments& comments) { m_comments = comments; }
     void Report(const QString& message) override;
 
     /// Also reports what is wrong with the line.
@@ -25,8 +27,12 @@ public:
     QByteArray Expand(
         const char* kind, const QString& templatePath, const QString& outputPath, const FeatureInfos& features);
 
+protected:
+    QStringList LinesBefore(const QString& declared, int column) const override;
+
 private:
     CppOptions m_options;
+    ClassComments m_comments;
     const bool m_aloud;
     QString m_templatePath; ///< The template that is being expanded,
     int m_line = 0;         ///< and how many of its lines have been.

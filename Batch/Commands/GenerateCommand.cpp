@@ -2,7 +2,7 @@
 
 #include "Base/Messages.h"
 #include "Base/OutputFiles.h"
-#include "Cameras/CameraFamily.h"
+#include "Cameras/SdkExtensions.h"
 #include "Classes/BatchWriter.h"
 #include "Classes/NameCheck.h"
 #include "Classes/UnifiedDiff.h"
@@ -128,10 +128,13 @@ FeatureInfos Prepare(BatchWriter& writer, const GenerateOptions& wanted)
         throw CommandError(ExitUsage, "The name of the output folder is empty.");
     if (wanted.outputFolder == "-" || IsStandardOutput(wanted.outputFolder))
         throw CommandError(ExitUsage, "A class is two files, so it cannot go to the standard output. Name a folder.");
+    if (wanted.comments)
+        RequireDescriptions();
     std::vector<CameraFeatures> cameras = ReadFeatures(wanted.cameras);
     WarnOfMistakes(cameras, wanted.acceptFile);
     Select(cameras, wanted.features);
     const std::string name = cameras.front().name;
+    const FamilyNotes notes = wanted.comments ? NotesOf(cameras) : FamilyNotes();
     CameraFamily family = Unite(std::move(cameras));
     const QSet<QString> handles = wanted.conflictsAreHandles ? KeepHandles(family) : QSet<QString>();
     FeatureInfos features;
@@ -143,6 +146,7 @@ FeatureInfos Prepare(BatchWriter& writer, const GenerateOptions& wanted)
     CheckOptions(options);
     CheckClass(options, features, family.contradictions, wanted.force);
     writer.SetOptions(options);
+    writer.SetComments(CommentsOf(notes, features, options));
     return features;
 }
 

@@ -18,6 +18,7 @@ struct GenerateOptions
     CppOptions given; ///< A null text was not given: the window's default applies.
     std::string depfile;
     std::string acceptFile; ///< Mistakes of the descriptions that nobody need hear of; empty if there is none.
+    bool comments = false;  ///< Whether the class says what the descriptions say.
     bool conflictsAreHandles = false; ///< What the cameras do not agree on has no methods but the one for its handle.
     bool force = false;               ///< Generate even what has no features or will not compile.
     bool verbose = false;             ///< Report every step.

@@ -191,6 +191,8 @@ void CommandLine::AddGeneration(CLI::App* command)
             },
             "With handle, features that the cameras do not agree on have their handle, but neither getter nor setter")
         ->type_name("HOW");
+    command->add_flag("--comments", m_options.comments,
+        "Write what the description says of a feature into a comment before its methods");
     command->add_flag("--force", m_options.force,
         "Accept the class even if it has no features, does not compile or does not fit all cameras");
 }

@@ -75,6 +75,11 @@ public:
     /// @}
 
 protected:
+    /// What stands before a declaration: nothing, unless who derives from this knows more about it.
+    /// \param declared a method with its arguments, or an enumerator
+    /// \param column how far the lines will be indented
+    virtual QStringList LinesBefore(const QString& declared, int column) const;
+
     /// \name Messages about files, for those who read and write them
     /// \param kind "header" or "source"
     /// @{
@@ -101,6 +106,9 @@ private:
         QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& names);
     void WriteImplementation(
         QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& names);
+    void WriteEntries(QTextStream& scratch, const QString& indent, const QString& feature,
+        const std::vector<OPX::KltAPI::EnumEntry>& entries);
+    void WriteLinesBefore(QTextStream& scratch, const QString& indent, const QString& declared) const;
 };
 
 #endif

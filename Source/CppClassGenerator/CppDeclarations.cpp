@@ -11,26 +11,6 @@
 
 using namespace OPX::KltAPI;
 
-namespace
-{
-
-void WriteEntries(QTextStream& scratch, const QString& indent, const CppNames& names, const QString& feature,
-    const std::vector<EnumEntry>& entries)
-{
-    std::size_t left = entries.size();
-    for (const EnumEntry& entry : entries)
-    {
-        const std::string name = TextOf(entry, &EnumEntry::GetName);
-        scratch << indent << QLatin1String("    ") << names.EnumEntry(feature, CppClassWriter::tr(name.c_str()))
-                << QLatin1String(" = ") << ValueOf(entry);
-        if (--left > 0)
-            scratch << ',';
-        scratch << Qt::endl;
-    }
-}
-
-} // namespace
-
 int CppClassWriter::WriteMethodDeclarations(QTextStream& output, int column, const FeatureInfos& features)
 {
     return WriteMethods(output, column, features, &CppClassWriter::WriteDeclaration);
@@ -78,7 +58,20 @@ bool CppClassWriter::WriteMethodsOf(
 void CppClassWriter::WriteDeclaration(
     QTextStream& scratch, const QString& indent, const CppMethod& method, const CppFeatureNames& /*names*/)
 {
+    WriteLinesBefore(scratch, indent, method.name + method.arguments);
     scratch << indent << QLatin1String("KltErrorType ") << method.name << method.arguments << ';' << Qt::endl;
+}
+
+QStringList CppClassWriter::LinesBefore(const QString& /*declared*/, int /*column*/) const
+{
+    return QStringList();
+}
+
+void CppClassWriter::WriteLinesBefore(QTextStream& scratch, const QString& indent, const QString& declared) const
+{
+    const QStringList lines = LinesBefore(declared, static_cast<int>(indent.size()));
+    for (const QString& line : lines)
+        scratch << indent << line << Qt::endl;
 }
 
 int CppClassWriter::WriteVariableDeclarations(QTextStream& output, int column, const FeatureInfos& features)
@@ -113,7 +106,7 @@ int CppClassWriter::WriteEnumDeclarations(QTextStream& output, int column, const
         const QString typeName = names.EnumType(feature);
         scratch << indent << QLatin1String("typedef enum _") << typeName << Qt::endl;
         scratch << indent << '{' << Qt::endl;
-        WriteEntries(scratch, indent, names, feature, enumeration.second);
+        WriteEntries(scratch, indent + QLatin1String("    "), feature, enumeration.second);
         scratch << indent << QLatin1String("} ") << typeName << ';' << Qt::endl;
         scratch << Qt::endl;
         if (!enumeration.second.empty())
@@ -121,4 +114,20 @@ int CppClassWriter::WriteEnumDeclarations(QTextStream& output, int column, const
         count += static_cast<int>(enumeration.second.size());
     }
     return count;
+}
+
+void CppClassWriter::WriteEntries(
+    QTextStream& scratch, const QString& indent, const QString& feature, const std::vector<EnumEntry>& entries)
+{
+    const CppNames names = Names();
+    std::size_t left = entries.size();
+    for (const EnumEntry& entry : entries)
+    {
+        const QString name = names.EnumEntry(feature, tr(TextOf(entry, &EnumEntry::GetName).c_str()));
+        WriteLinesBefore(scratch, indent, name);
+        scratch << indent << name << QLatin1String(" = ") << ValueOf(entry);
+        if (--left > 0)
+            scratch << ',';
+        scratch << Qt::endl;
+    }
 }
