@@ -142,24 +142,26 @@ QStringList CommentOf(const FeatureRow& row, const std::map<std::string, std::st
 /// Whether Doxygen would take the character at this place for something else than itself.
 bool IsMarkup(const QString& text, int place)
 {
-    const QChar before = place == 0 ? QChar() : text.at(place - 1);
-    const QChar next = place + 1 < text.size() ? text.at(place + 1) : QChar();
-    const bool beginsWord = !before.isLetterOrNumber();
+    const auto at = [&text](int any) { return any >= 0 && any < text.size() ? text.at(any) : QChar(QLatin1Char(' ')); };
+    const QChar before = at(place - 1);
+    const QChar next = at(place + 1);
     switch (text.at(place).unicode())
     {
     case '@':
     case '<':
-    case '[':
         return true;
+    case '[':
+        return text.contains(QLatin1String("](")) || text.contains(QLatin1String("]:"));
     case '#':
-    case '&':
     case '%':
-        return next.isLetterOrNumber() || next == QLatin1Char('#') || next == QLatin1Char('_');
+    case '&':
+        return !next.isSpace() && !next.isDigit() && !QStringLiteral(".,;:)").contains(next);
     case '*':
-    case '_':
-        return beginsWord && !next.isSpace();
+        return !before.isLetterOrNumber() && !next.isSpace();
+    case '_': // With a brace behind it, Doxygen takes the escaped one for a command.
+        return !before.isLetterOrNumber() && !text.contains(QLatin1Char('{'));
     case ':':
-        return beginsWord && before != QLatin1Char(':') && next == QLatin1Char(':');
+        return next == QLatin1Char(':') && at(place + 2) != QLatin1Char(':');
     default:
         return false;
     }
@@ -186,7 +188,7 @@ QString Harmless(QString text)
 QString WithoutMark(const QString& line)
 {
     static const QRegularExpression number(QStringLiteral("^([0-9]+)\\."));
-    if (QStringLiteral("-+>=|").contains(line.at(0)) || line.at(0) == QLatin1Char('*') ||
+    if (QStringLiteral("-+>=|.").contains(line.at(0)) || line.at(0) == QLatin1Char('*') ||
         line.at(0) == QLatin1Char('#'))
         return QLatin1Char('\\') + line;
     return QString(line).replace(number, QStringLiteral("\\1\\."));
