@@ -1,31 +1,15 @@
 #ifndef REGISTERDEVICE_H
 #define REGISTERDEVICE_H
 
-#include "Base/Failure.h"
 #include "Base/GlibPtr.h"
+#include "Transport/RegisterAccess.h"
 
 #include <arv.h>
 
-#include <cstdint>
 #include <memory>
 
 namespace OPX::KltAPI
 {
-
-/// The registers and the memory of a camera. One thread at a time.
-class RegisterAccess
-{
-public:
-    RegisterAccess() = default;
-    RegisterAccess(const RegisterAccess&) = delete;
-    RegisterAccess& operator=(const RegisterAccess&) = delete;
-    virtual ~RegisterAccess() = default;
-
-    virtual Failure ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer) = 0;
-    virtual Failure WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer) = 0;
-    virtual Failure ReadRegister(std::uint64_t address, std::uint32_t& value) = 0;
-    virtual Failure WriteRegister(std::uint64_t address, std::uint32_t value) = 0;
-};
 
 enum class DeviceKind
 {
