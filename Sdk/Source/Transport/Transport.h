@@ -3,6 +3,7 @@
 
 #include "Transport/Connection.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -35,6 +36,9 @@ public:
 
     /// Whether a scan is a matter of milliseconds.
     virtual bool IsQuick() const = 0;
+
+    /// From now on, has \a notify called whenever it is time for a scan, by any thread, if the transport hears of it.
+    virtual void Watch(const std::function<void()>& /*notify*/) {}
 };
 
 typedef std::vector<std::unique_ptr<Transport>> Transports;
