@@ -1,6 +1,6 @@
 #include "System/CameraList.h"
 #include "SdkFixture.h"
-#include "Transport/AravisTransport.h"
+#include "Transport/GigeTransport.h"
 #include "Transport/RegisterDevice.h"
 #include "Transport/SparseMemory.h"
 
@@ -68,7 +68,7 @@ protected:
 
 TEST_F(CameraLists, TellThatAnOpenCameraIsLostBeforeItGoes)
 {
-    const AravisTransport network(true, true);
+    const GigeTransport network;
     for (const bool isCalled : {false, true, false, true})
     {
         EXPECT_EQ(Tell(network, "a"), "+a");
@@ -93,7 +93,7 @@ TEST_F(CameraLists, TellThatAnOpenCameraIsLostBeforeItGoes)
 
 TEST_F(CameraLists, ForgiveALostReplyButNotTwo)
 {
-    const AravisTransport network(true, true);
+    const GigeTransport network;
     const Files files;
     EXPECT_EQ(Tell(network, "aba"), "+a+b");
     const CameraPtr first = m_list.Cameras()[0];

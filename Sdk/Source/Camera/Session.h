@@ -17,7 +17,6 @@ namespace OPX::KltAPI
 /// thread at a time per device.
 ///
 /// No call takes longer than ten seconds, whatever the camera and other threads do; it fails with KltErrorTimeout then.
-/// Aravis' USB devices do not know the deadline: they can take longer over one access to a register.
 ///
 /// A session that has lost its camera stays open, but has ended: all calls fail with KltErrorDeviceNotOpen until it is
 /// closed and opened again.
