@@ -50,7 +50,8 @@ Failure FetchFrom(GvcpChannel& camera, std::uint32_t addressRegister, SafeDescri
     std::string text(TextSize, '\0');
     if (Failure failure = ReadBytes(camera, addressRegister, text))
         return failure;
-    std::uint64_t address = 0, size = 0;
+    std::uint64_t address = 0;
+    std::uint64_t size = 0;
     if (!ReadPlace(text.c_str(), address, size))
         return {KltErrorOther, {"it is not in the camera"}};
     return FetchDescriptionAt(camera, address, size, description);

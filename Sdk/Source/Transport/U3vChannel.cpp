@@ -115,7 +115,10 @@ Failure U3vChannel::Open()
 
 Failure U3vChannel::ReadAbilities()
 {
-    std::uint64_t responseTime = 0, registers = 0, command = 0, answer = 0;
+    std::uint64_t responseTime = 0;
+    std::uint64_t registers = 0;
+    std::uint64_t command = 0;
+    std::uint64_t answer = 0;
     if (Failure failure = ReadNumber(ResponseTimeRegister, 4, responseTime))
         return failure;
     if (Failure failure = ReadNumber(MoreRegisters, 8, registers))
@@ -179,7 +182,7 @@ Failure U3vChannel::Ask(std::uint16_t command, const Bytes& question, std::uint3
 
 bool U3vChannel::Await(const Bytes& packet, std::uint32_t size, Clock::time_point& giveUp, Bytes& answer)
 {
-    const std::size_t packetSize = static_cast<std::size_t>(m_control->packetSize);
+    const std::size_t packetSize = m_control->packetSize;
     const std::size_t room = (PrologueSize + std::max<std::size_t>(size, 4) + packetSize - 1) / packetSize * packetSize;
     Clock::time_point until = std::min(Clock::now() + m_responseTime, giveUp);
     while (!m_isLost && Clock::now() < std::min(until, *m_deadline))
@@ -212,7 +215,8 @@ Failure U3vChannel::ReadMemory(std::uint64_t address, std::uint32_t size, std::u
     for (std::uint32_t done = 0, length = 0; done < size; done += length)
     {
         length = std::min(size - done, m_longestRead);
-        Bytes question, answer;
+        Bytes question;
+        Bytes answer;
         Append(question, address + done, AddressSize);
         Append(question, 0, 2);
         Append(question, length, 2);
@@ -230,7 +234,8 @@ Failure U3vChannel::WriteMemory(std::uint64_t address, std::uint32_t size, const
     for (std::uint32_t done = 0, length = 0; done < size; done += length)
     {
         length = std::min(size - done, m_longestWrite);
-        Bytes question, answer;
+        Bytes question;
+        Bytes answer;
         Append(question, address + done, AddressSize);
         question.insert(question.end(), buffer + done, buffer + done + length);
         if (Failure failure = Ask(WriteCommand, question, 0, answer))

@@ -27,7 +27,8 @@ struct ListEntry
 Failure ReadEntry(U3vChannel& camera, std::uint64_t address, std::vector<ListEntry>& entries)
 {
     ListEntry entry;
-    std::uint64_t fileVersion = 0, kind = 0;
+    std::uint64_t fileVersion = 0;
+    std::uint64_t kind = 0;
     if (Failure failure = camera.ReadNumber(address, 4, fileVersion))
         return failure;
     if (Failure failure = camera.ReadNumber(address + 4, 4, kind))
@@ -47,7 +48,8 @@ Failure ReadEntry(U3vChannel& camera, std::uint64_t address, std::vector<ListEnt
 
 Failure ReadList(U3vChannel& camera, std::vector<ListEntry>& entries)
 {
-    std::uint64_t address = 0, count = 0;
+    std::uint64_t address = 0;
+    std::uint64_t count = 0;
     if (Failure failure = camera.ReadNumber(ListRegister, 8, address))
         return failure;
     if (Failure failure = camera.ReadNumber(address, 8, count))

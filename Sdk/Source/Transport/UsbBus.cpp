@@ -23,7 +23,7 @@ std::optional<ControlInterface> ReadSetting(const libusb_interface_descriptor& s
             continue;
         (isIn ? control.in : control.out) = endpoint.bEndpointAddress;
         if (isIn)
-            control.packetSize = std::max(endpoint.wMaxPacketSize & 0x7FF, 8);
+            control.packetSize = std::max<std::size_t>(endpoint.wMaxPacketSize & 0x7FFU, 8);
     }
     if (setting.extra_length > 11)
         control.guidDescriptor = setting.extra[11];

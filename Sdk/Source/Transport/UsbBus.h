@@ -6,6 +6,7 @@
 #include <libusb.h>
 
 #include <atomic>
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -31,7 +32,7 @@ struct ControlInterface
     int number = 0;
     std::uint8_t in = 0; ///< Where it answers.
     std::uint8_t out = 0;
-    int packetSize = 0;              ///< Of its answers.
+    std::size_t packetSize = 0;      ///< Of its answers.
     std::uint8_t guidDescriptor = 0; ///< Of the text that tells the camera from all others; 0 if there is none.
 };
 
