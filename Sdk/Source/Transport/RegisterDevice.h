@@ -13,7 +13,8 @@ namespace OPX::KltAPI
 
 enum class DeviceKind
 {
-    Plain,
+    Plain, ///< Memory.
+    Usb3Vision,
     /// Aravis reads values of old cameras of this kind differently, and all of them read and write whole words only:
     /// the device turns what is shorter, or lies at another address, into the words around it.
     GigEVision
@@ -27,8 +28,8 @@ enum class DeviceKind
 /// code runs, and begins and ends as a plain device does.
 ObjectPtr<ArvDevice> NewRegisterDevice(std::unique_ptr<RegisterAccess> registers, DeviceKind kind);
 
-/// While it lives, no word of a GigE Vision device is read twice, unless something was written in between: one call
-/// asks for a register once, however many limits, conditions and formulas need it. Does nothing for other devices.
+/// While it lives, nothing is read twice from a camera, unless something was written in between: one call asks for a
+/// register once, however many limits, conditions and formulas need it. Does nothing for plain devices.
 class ReadOnce
 {
 public:

@@ -55,7 +55,7 @@ Failure ConnectUsb(const std::string& id, const std::shared_ptr<Places<UsbDevice
         return failure.code == KltErrorDeviceNotOpen ? KltErrorNotFound : failure;
     // Whoever plugs it in again gets another device.
     connection.isThere = [=, known = camera.get()] { return !known->IsLost() && devices->Of(id) == device; };
-    connection.device = NewRegisterDevice(std::move(camera), DeviceKind::Plain);
+    connection.device = NewRegisterDevice(std::move(camera), DeviceKind::Usb3Vision);
     return connection.Use(description);
 }
 
