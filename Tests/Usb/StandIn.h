@@ -3,34 +3,24 @@
 
 #include <string>
 
-/// Plays these cameras from now on: their manners are words, and a comma is between two cameras. Their serial numbers
-/// are "USB1", "USB2" and so on; one that is there already only gets other manners. At first, it is what KOLTA_USB
-/// says.
+/// Only these cameras are plugged in from now on: the manners of each, with a comma between two cameras. The first is
+/// "USB1", the second "USB2" and so on; those that are there already change their manners. At first, KOLTA_USB says it.
 ///
-///   plain           no special manners
-///   xml=PATH        its description; one that begins with "PK" is said to be zipped
-///   huge            says that its description has 2^40 bytes
-///   entries=N       says that its manifest has so many entries
-///   several         its manifest has entries that nobody can use, before and after the one for its description
-///   busy            another program uses it
-///   denied          may not be opened
-///   webcam          is another device
-///   scanned         the system does not tell that it comes and goes
-///   later=MS        is plugged in that much later
-///   pulled=N        is gone after so many transfers
-///   silent          answers nothing
-///   slow=MS         every answer takes that long
-///   response=MS     says that no answer takes longer
-///   pending=MS      asks for that much patience before every answer, and takes half as long
-///   patience        asks for a second of patience, again and again
-///   late            before every answer comes one to the question before, and one of another kind
-///   foreign         every answer is for another question
-///   short           the second half of every answer is missing
-///   refuses=STATUS  every answer has this status
-///   stall=N         every Nth transfer stalls
-///   stalls          everything does
-///   transfer=N      no command and no answer has more bytes, and it says so
-///   ADDRESS=VALUE   a register (of four bytes, the highest first)
+///   plain                      no special manners
+///   xml=PATH                   its description; one that begins with "PK" is said to be zipped
+///   huge, entries=N            says that its description has 2^40 bytes, and its manifest so many entries
+///   several                    its manifest has entries that nobody can use around the one for its description
+///   silent, foreign, short     answers nothing, or something else; the second half of every answer is missing
+///   late                       before every answer comes one to the question before, and one of another kind
+///   refuses=STATUS             every answer has this status
+///   slow=MS, response=MS       every answer takes that long; says that none takes longer
+///   pending=MS                 asks for so much patience before every answer, and takes half as long
+///   patience                   asks for a second of it, again and again
+///   transfer=N                 no command and no answer has more bytes, and it says so; 0 says nothing
+///   stall=N, stalls            every Nth transfer stalls; all of them do
+///   pulled=N, later=MS         is gone after so many transfers; is plugged in that much later
+///   busy, denied, webcam       another program uses it; may not be opened; is another device
+///   scanned                    the system does not tell that it comes and goes
 void PlayUsb(const std::string& cameras);
 
 #endif
