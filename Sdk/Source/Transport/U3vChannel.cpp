@@ -25,8 +25,8 @@ const std::uint32_t AddressSize = 8;
 // Where the camera says how long its answers take and, behind the address of more registers, how long packets may be.
 const std::uint64_t ResponseTimeRegister = 0x1CC;
 const std::uint64_t MoreRegisters = 0x1D8;
-const std::uint64_t LongestCommand = 0x14;
-const std::uint64_t LongestAnswer = 0x18;
+const std::uint64_t CommandRegister = 0x14;
+const std::uint64_t AnswerRegister = 0x18;
 
 /// For cameras that say nothing sensible.
 const std::uint32_t SureBlock = 64;
@@ -123,9 +123,9 @@ Failure U3vChannel::ReadAbilities()
         return failure;
     if (Failure failure = ReadNumber(MoreRegisters, 8, registers))
         return failure;
-    if (Failure failure = ReadNumber(registers + LongestCommand, 4, command))
+    if (Failure failure = ReadNumber(registers + CommandRegister, 4, command))
         return failure;
-    if (Failure failure = ReadNumber(registers + LongestAnswer, 4, answer))
+    if (Failure failure = ReadNumber(registers + AnswerRegister, 4, answer))
         return failure;
     m_responseTime = std::max(milliseconds(responseTime), ShortestResponseTime);
     m_longestWrite = BlockOf(command, PrologueSize + AddressSize);
