@@ -30,15 +30,13 @@ using std::chrono::milliseconds;
 const std::uint8_t Out = 0x01;
 const std::uint8_t In = 0x81;
 
-const std::uint64_t Prefix = 0x43563355;
-const std::uint64_t AnswerWanted = 0x4000;
+const std::string Prefix = "U3VC";
+const std::string AnswerWanted = {0, 0x40};
 // The answer to each has the next number.
 const std::uint64_t ReadMemory = 0x0800;
 const std::uint64_t WriteMemory = 0x0802;
 const std::uint64_t Patience = 0x0804; ///< There is only the answer, which asks for it.
 const std::size_t HeaderSize = 12;
-const std::size_t WriteSize = HeaderSize + 8; ///< Without what is written.
-const std::size_t ReadSize = HeaderSize + 12;
 
 const std::uint64_t StartRegister = 0x9100; ///< The next one counts what is written to it.
 const std::uint64_t SpecificRegisters = 0x18000;
@@ -68,14 +66,6 @@ std::string Entry(std::uint64_t fileVersion, std::uint64_t schema, std::uint64_t
     return Bytes(fileVersion, 4) + Bytes(schema, 4) + Bytes(address, 8) + Bytes(size, 8) + std::string(40, '\0');
 }
 
-bool IsWholeCommand(const std::string& question)
-{
-    return question.size() >= WriteSize && NumberAt(question, 0, 4) == Prefix &&
-           NumberAt(question, 4, 2) == AnswerWanted && NumberAt(question, 8, 2) == question.size() - HeaderSize &&
-           (NumberAt(question, 6, 2) == WriteMemory ||
-               (NumberAt(question, 6, 2) == ReadMemory && question.size() == ReadSize));
-}
-
 /// What is not given back ends the program.
 void Require(bool condition, const char* message)
 {
@@ -99,12 +89,9 @@ struct libusb_device
     bool IsThere() const { return !isPulled && plugged <= Clock::now(); }
 
     /// Forgets what was written to it.
-    void Behave(const std::string& words);
+    void Behave(const std::string& words, int number);
 
     void Take(const std::string& question);
-
-    /// Whether there is an answer now. It may be one that asks for patience.
-    bool Answer(std::string& answer);
 
     std::string serialNumber;
     Clock::time_point plugged; ///< When.
@@ -114,6 +101,7 @@ struct libusb_device
     int references = 0;
     std::uint64_t transfers = 0;
     std::map<std::string, std::string> manners;
+    std::deque<std::pair<Clock::time_point, std::string>> answers; ///< And when they are due.
 
 private:
     void Store(std::uint64_t address, const std::string& bytes) { registers.replace(address, bytes.size(), bytes); }
@@ -122,7 +110,6 @@ private:
     std::string registers;
     std::string description;
     std::uint64_t questionBefore = 0;
-    std::deque<std::pair<Clock::time_point, std::string>> answers; ///< And when they are due.
 };
 
 struct libusb_device_handle
@@ -137,8 +124,9 @@ struct libusb_context
     bool isInterrupted = false;
 };
 
-void libusb_device::Behave(const std::string& words)
+void libusb_device::Behave(const std::string& words, int number)
 {
+    serialNumber = "USB" + std::to_string(number);
     manners = {{"xml", CAMERA_DESCRIPTION}};
     std::istringstream stream(words);
     for (std::string word; stream >> word;)
@@ -167,7 +155,8 @@ std::string libusb_device::Perform(const std::string& question, std::uint64_t& s
 {
     const bool isReading = NumberAt(question, 6, 2) == ReadMemory;
     const std::uint64_t address = NumberAt(question, HeaderSize, 8);
-    const std::uint64_t size = isReading ? NumberAt(question, HeaderSize + 10, 2) : question.size() - WriteSize;
+    const std::string bytes = question.substr(HeaderSize + 8); // To be written.
+    const std::uint64_t size = isReading ? NumberAt(bytes, 2, 2) : bytes.size();
     std::string& memory = address < RegistersEnd ? registers : description;
     const std::uint64_t from = address < RegistersEnd ? address : address - DescriptionAddress;
     const std::uint64_t longest = Number("transfer", 1024);
@@ -180,7 +169,7 @@ std::string libusb_device::Perform(const std::string& question, std::uint64_t& s
         return std::string();
     if (isReading)
         return memory.substr(from, size);
-    memory.replace(from, size, question, WriteSize);
+    memory.replace(from, size, bytes);
     if (address == StartRegister)
         ++memory[StartRegister + 4];
     return Bytes(size << 16, 4);
@@ -188,7 +177,8 @@ std::string libusb_device::Perform(const std::string& question, std::uint64_t& s
 
 void libusb_device::Take(const std::string& question)
 {
-    if (!IsWholeCommand(question) || Is("silent"))
+    if (question.compare(0, 6, Prefix + AnswerWanted) != 0 || question.size() < HeaderSize + 8 ||
+        question.size() != HeaderSize + NumberAt(question, 8, 2) || Is("silent"))
         return;
     const std::uint64_t command = NumberAt(question, 6, 2);
     const std::uint64_t id = NumberAt(question, 10, 2);
@@ -197,7 +187,7 @@ void libusb_device::Take(const std::string& question)
     const auto send = [&](std::uint64_t kind, std::uint64_t number, const std::string& text, std::uint64_t delay)
     {
         std::string answer =
-            Bytes(Prefix, 4) + Bytes(status, 2) + Bytes(kind + 1, 2) + Bytes(text.size(), 2) + Bytes(number, 2) + text;
+            Prefix + Bytes(status, 2) + Bytes(kind + 1, 2) + Bytes(text.size(), 2) + Bytes(number, 2) + text;
         answer.resize(answer.size() / (Is("short") ? 2 : 1));
         answers.emplace_back(Clock::now() + milliseconds(delay), answer);
     };
@@ -207,23 +197,12 @@ void libusb_device::Take(const std::string& question)
         send(command == ReadMemory ? WriteMemory : ReadMemory, id, std::string(content.size(), '?'), 0);
     }
     questionBefore = id;
-    const std::uint64_t pending = Number("pending", Is("patience") ? 1000 : 0);
+    const std::uint64_t pending = Number("pending", 0);
     if (pending != 0)
         send(Patience, id, Bytes(pending << 16, 4), 0);
-    if (!Is("patience"))
-        send(command, Is("foreign") ? id + 1 : id, content, Number("slow", pending / 2));
-}
-
-bool libusb_device::Answer(std::string& answer)
-{
-    if (answers.empty() || answers.front().first > Clock::now())
-        return false;
-    answer = answers.front().second;
-    if (Is("patience"))
-        answers.front().first = Clock::now() + milliseconds(500);
-    else
-        answers.pop_front();
-    return true;
+    for (std::uint64_t delay = 0; Is("patience") && delay < 20000; delay += 500)
+        send(Patience, id, Bytes(1000 << 16, 4), delay);
+    send(command, Is("foreign") ? id + 1 : id, content, Number("slow", Is("patience") ? 20000 : pending / 2));
 }
 
 namespace
@@ -232,16 +211,6 @@ namespace
 std::recursive_mutex g_mutex; ///< Around everything.
 std::vector<std::unique_ptr<libusb_device>> g_devices;
 int g_contexts = 0;
-
-libusb_device& Device(const std::string& serialNumber)
-{
-    for (const auto& device : g_devices)
-        if (device->serialNumber == serialNumber && !device->isPulled)
-            return *device;
-    g_devices.push_back(std::make_unique<libusb_device>());
-    g_devices.back()->serialNumber = serialNumber;
-    return *g_devices.back();
-}
 
 /// What has come and gone since the last time.
 std::vector<std::pair<libusb_device*, libusb_hotplug_event>> Changes(libusb_context& context)
@@ -255,12 +224,8 @@ std::vector<std::pair<libusb_device*, libusb_hotplug_event>> Changes(libusb_cont
     return changes;
 }
 
-const bool g_isPlayed = []
-{
-    const char* cameras = std::getenv("KOLTA_USB");
-    PlayUsb(cameras == nullptr ? "" : cameras);
-    return true;
-}();
+const char* const g_first = std::getenv("KOLTA_USB");
+const bool g_isPlayed = (PlayUsb(g_first == nullptr ? "" : g_first), true);
 
 } // namespace
 
@@ -268,15 +233,15 @@ void PlayUsb(const std::string& cameras)
 {
     const Lock lock(g_mutex);
     std::istringstream stream(cameras);
-    std::set<libusb_device*> played;
-    for (std::string manners; std::getline(stream, manners, ',');)
-    {
-        libusb_device& device = Device("USB" + std::to_string(played.size() + 1));
-        device.Behave(manners);
-        played.insert(&device);
-    }
+    std::string manners;
+    int number = 1;
     for (const auto& device : g_devices)
-        device->isPulled = played.count(device.get()) == 0;
+        if (!device->isPulled && std::getline(stream, manners, ','))
+            device->Behave(manners, number++);
+        else
+            device->isPulled = true;
+    for (; std::getline(stream, manners, ','); g_devices.back()->Behave(manners, number++))
+        g_devices.push_back(std::make_unique<libusb_device>());
 }
 
 int libusb_init(libusb_context** context)
@@ -426,11 +391,9 @@ int libusb_bulk_transfer(libusb_device_handle* handle, unsigned char endpoint, u
     ++device.transfers;
     device.isStalled =
         device.isStalled || device.Is("stalls") || device.transfers % device.Number("stall", UINT64_MAX) == 0;
-    std::string packet(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length));
-    if (endpoint == Out && device.IsThere() && !device.isStalled)
-        device.Take(packet);
+    const auto isQuiet = [&] { return device.answers.empty() || device.answers.front().first > Clock::now(); };
     const auto end = Clock::now() + milliseconds(timeout);
-    while (endpoint == In && device.IsThere() && !device.isStalled && !device.Answer(packet))
+    while (endpoint == In && device.IsThere() && !device.isStalled && isQuiet())
     {
         if (Clock::now() >= end)
             return LIBUSB_ERROR_TIMEOUT;
@@ -440,9 +403,16 @@ int libusb_bulk_transfer(libusb_device_handle* handle, unsigned char endpoint, u
     }
     if (!device.IsThere() || device.isStalled)
         return device.IsThere() ? LIBUSB_ERROR_PIPE : LIBUSB_ERROR_NO_DEVICE;
-    *transferred = std::min(static_cast<int>(packet.size()), length);
-    std::copy_n(packet.begin(), *transferred, bytes);
-    return static_cast<int>(packet.size()) > length ? LIBUSB_ERROR_OVERFLOW : 0;
+    *transferred = length;
+    if (endpoint == Out)
+    {
+        device.Take(std::string(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(length)));
+        return 0;
+    }
+    const std::string answer = device.answers.front().second;
+    device.answers.pop_front();
+    *transferred = static_cast<int>(answer.copy(reinterpret_cast<char*>(bytes), static_cast<std::size_t>(length)));
+    return answer.size() > static_cast<std::size_t>(length) ? LIBUSB_ERROR_OVERFLOW : 0;
 }
 
 int libusb_has_capability(std::uint32_t)

@@ -1,20 +1,7 @@
 // What Aravis needs of libusb so that it can be loaded. Nobody calls it.
-
-#include <cstdlib>
-
-#define UNUSED(function)                                                                                               \
-    extern "C" void function()                                                                                         \
-    {                                                                                                                  \
-        std::abort();                                                                                                  \
-    }
-
-UNUSED(libusb_alloc_transfer)
-UNUSED(libusb_cancel_transfer)
-UNUSED(libusb_control_transfer)
-UNUSED(libusb_error_name)
-UNUSED(libusb_free_transfer)
-UNUSED(libusb_get_config_descriptor)
-UNUSED(libusb_get_device)
-UNUSED(libusb_handle_events_timeout)
-UNUSED(libusb_set_auto_detach_kernel_driver)
-UNUSED(libusb_submit_transfer)
+extern "C"
+{
+    char libusb_alloc_transfer, libusb_cancel_transfer, libusb_control_transfer, libusb_error_name,
+        libusb_free_transfer, libusb_get_config_descriptor, libusb_get_device, libusb_handle_events_timeout,
+        libusb_set_auto_detach_kernel_driver, libusb_submit_transfer;
+}
