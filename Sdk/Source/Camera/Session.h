@@ -48,8 +48,7 @@ public:
     };
 
     /// Looks whether the camera has been lost, without waiting for the calls of others.
-    /// \param isMissing whether scans no longer find the camera
-    Life Look(bool isMissing);
+    Life Look();
 
     /// Calls \a access with the node of this name, which it must not keep, and the connection; returns its code. No
     /// exception leaves it, and no register is read twice in it.
