@@ -142,12 +142,19 @@ void libusb_device::Behave(const std::string& words, int number)
     Store(0x1CC, Bytes(Number("response", 200), 4));
     Store(0x1D0, Bytes(Manifest, 8) + Bytes(SpecificRegisters, 8));
     Store(SpecificRegisters + 0x14, Bytes(Number("transfer", 1024), 4) + Bytes(Number("transfer", 1024), 4));
+    const std::uint64_t size = description.size();
     std::string entries = Entry(0x01000000, 0x01010000 | (description.compare(0, 2, "PK") == 0 ? 1 << 10 : 0),
-        DescriptionAddress, Is("huge") ? std::uint64_t(1) << 40 : description.size());
-    // An older schema, an unknown format, other content.
+        DescriptionAddress, Is("huge") ? std::uint64_t(1) << 40 : size);
     if (Is("several"))
-        entries = Entry(0x02000000, 0x01000000, 4, 64) + Entry(0x02000000, 0x01020000 | 5 << 10, 4, 64) + entries +
-                  Entry(0x02000000, 0x01020001, 4, 64);
+    {
+        // Of an older schema, in an unknown format, of other content.
+        const auto other = [&](std::uint64_t schema)
+        { return Entry(0x02000000, schema, DescriptionAddress + size, size); };
+        entries = other(0x01000000) + other(0x01020000 | 5 << 10) + entries + other(0x01020001);
+        description += description;
+        for (std::size_t at = size; (at = description.find("Width", at)) != std::string::npos;)
+            description.replace(at, 5, "Other");
+    }
     Store(Manifest, Bytes(Number("entries", entries.size() / 64), 8) + entries);
 }
 

@@ -9,7 +9,7 @@
 ///   plain                      no special manners
 ///   xml=PATH                   its description; one that begins with "PK" is said to be zipped
 ///   huge, entries=N            says that its description has 2^40 bytes, and its manifest so many entries
-///   several                    its manifest has entries that nobody can use around the one for its description
+///   several                    its manifest has entries that are not meant around the one for its description
 ///   silent, foreign, short     answers nothing, or something else; the second half of every answer is missing
 ///   late                       before every answer comes one to the question before, and one of another kind
 ///   refuses=STATUS             every answer has this status

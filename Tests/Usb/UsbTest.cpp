@@ -61,7 +61,7 @@ TEST_F(Usb, WhatACameraDoesWhileItIsOpenEndsInACode)
         const char* manners;
         KltErrorType code;
         seconds limit;
-    } rows[] = {{"slow=300", 0, seconds(2)}, {"silent", KltErrorTimeout, seconds(5)},
+    } rows[] = {{"slow=300", 0, seconds(2)}, {"pending=1200", 0, seconds(2)}, {"silent", KltErrorTimeout, seconds(5)},
         {"refuses=0x8006", KltErrorInvalidAccess, seconds(2)}, {"pulled=0", KltErrorDeviceNotOpen, seconds(2)}};
     for (const auto& row : rows)
     {
