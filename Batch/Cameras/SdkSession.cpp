@@ -19,10 +19,11 @@ namespace
 const std::chrono::milliseconds TimeToAppear(4000);
 const std::chrono::milliseconds TimeBetweenLooks(50);
 
-bool OnlySimulated()
+/// All others are found at once.
+bool LooksInNetwork()
 {
     const char* transports = std::getenv("KOLTA_TRANSPORTS");
-    return transports != nullptr && std::string(transports) == "simulated";
+    return transports == nullptr || *transports == '\0' || std::string(transports).find("gige") != std::string::npos;
 }
 
 } // namespace
@@ -55,7 +56,7 @@ std::vector<CameraPtr> SdkSession::Cameras() const
 
 std::vector<CameraPtr> SdkSession::AllCameras() const
 {
-    if (!OnlySimulated())
+    if (LooksInNetwork())
         std::this_thread::sleep_for(TimeToAppear);
     return Cameras();
 }
@@ -68,7 +69,7 @@ CameraPtr SdkSession::Find(const std::string& serialNumber) const
         for (const CameraPtr& camera : Cameras())
             if (TextOf(*camera, &Camera::GetSerialNumber) == serialNumber)
                 return camera;
-        if (OnlySimulated())
+        if (!LooksInNetwork())
             break;
         std::this_thread::sleep_for(TimeBetweenLooks);
     } while (std::chrono::steady_clock::now() < end);

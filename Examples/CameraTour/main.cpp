@@ -13,7 +13,7 @@
 
 using namespace OPX::KltAPI;
 
-/// Cameras in a network and on USB take a second or two to appear.
+/// Cameras in a network take a second or two to appear.
 static std::vector<CameraPtr> AllCameras()
 {
     unsigned int count = 0;

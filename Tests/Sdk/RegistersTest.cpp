@@ -12,11 +12,11 @@ class Registers : public SdkTest
 {
 protected:
     /// Opens a camera over WordMemory.
-    void OpenWords(const std::filesystem::path& file)
+    void OpenWords(const std::filesystem::path& file, DeviceKind kind = DeviceKind::GigEVision)
     {
-        const auto connect = [this, file](Connection& connection)
+        const auto connect = [this, file, kind](Connection& connection)
         {
-            connection.device = NewRegisterDevice(std::make_unique<WordMemory>(m_log), DeviceKind::GigEVision);
+            connection.device = NewRegisterDevice(std::make_unique<WordMemory>(m_log), kind);
             EXPECT_FALSE(connection.Use(std::make_shared<const SafeDescription>(ReadDescription(file.string()))));
             m_nodes = connection.nodeMap.get();
             return KltErrorSuccess;
@@ -82,14 +82,17 @@ TEST_F(Registers, OfOtherSizesAreInTheWordsAroundThem)
 
 TEST_F(Registers, AreReadOnceInACall)
 {
-    OpenWords(CAMERAS "/Words.xml");
-    Expect({"Limits = 6553610: 0", "State = 1: 0"});
-    m_log.reads.clear();
-    Expect({"Width = 60: 0"});
-    EXPECT_EQ(m_log.reads.size(), 3u);
-    for (const auto& read : m_log.reads)
-        EXPECT_EQ(read.second, 1) << read.first;
-    Expect({"Width: 60", "Width = 101: -11", "Limits = 655370: 0", "Width = 60: -11"});
+    for (const auto kind : {DeviceKind::Usb3Vision, DeviceKind::GigEVision})
+    {
+        OpenWords(CAMERAS "/Words.xml", kind);
+        Expect({"Limits = 6553610: 0", "State = 1: 0"});
+        m_log.reads.clear();
+        Expect({"Width = 60: 0"});
+        EXPECT_EQ(m_log.reads.size(), 3u);
+        for (const auto& read : m_log.reads)
+            EXPECT_EQ(read.second, 1) << read.first;
+        Expect({"Width: 60", "Width = 101: -11", "Limits = 655370: 0", "Width = 60: -11"});
+    }
 }
 
 TEST_F(Registers, StayAsTheyAreWhenWhatTheySayIsWritten)

@@ -52,14 +52,13 @@ protected:
 /// One camera.
 ///
 /// Calls may come from any thread; a call that needs the connection waits for those before it. After ten seconds at the
-/// latest it gives up with `KltErrorTimeout`. Only with a USB camera can it take longer: there the limit covers waiting
-/// for other threads and listing the features, but opening, and every access to a register, ends when the driver gives
-/// up. With a simulated camera, calls also look whether its file is still the same, which takes as long as the file
-/// system does. The camera is closed and destroyed with its last handle; its features may live longer.
+/// latest it gives up with `KltErrorTimeout`. With a simulated camera, calls also look whether its file is still the
+/// same, which takes as long as the file system does. The camera is closed and destroyed with its last handle; its
+/// features may live longer.
 ///
-/// An open camera is lost when it is restarted or unplugged, when a camera in a network cannot be reached for three
-/// seconds or is controlled by another program, and when the file of a simulated camera changes. This is noticed within
-/// a few seconds, or earlier by a call that gets no answer. From then on all calls that need the connection give
+/// An open camera is lost when it is restarted or unplugged, when it is out of reach for three seconds, when a camera
+/// in a network is controlled by another program, and when the file of a simulated camera changes. This is noticed
+/// within a few seconds, or earlier by a call that gets no answer. From then on all calls that need the connection give
 /// `KltErrorDeviceNotOpen` at once, also if the camera is back: its settings may be gone, and nothing is done about
 /// that behind the program's back. Observers are told once, with `UpdateTriggerOpenStateChanged`. `Close` and `Open`
 /// connect again, and the features of before can be used again.
@@ -84,14 +83,12 @@ public:
     /// Opens the camera and reads its description, which may take up to ten seconds.
     /// \return
     ///  - `KltErrorBadParameter`: an access mode that is not `KltAccessModeFull`
-    ///  - `KltErrorInvalidAccess`: it is open already, even if it has been lost, or, in a network, another program
-    ///    controls it
-    ///  - `KltErrorNotFound`: it is gone; a simulated camera: its file was removed or replaced; on USB also: you may
-    ///    not open the device, or it delivers no description that can be read
-    ///  - `KltErrorTimeout`: it does not answer (in a network), or other threads kept it busy
-    ///  - `KltErrorInternalFault`: on USB: another program uses it, or it does not answer
+    ///  - `KltErrorInvalidAccess`: it is open already, even if it has been lost; another program uses it; or, on USB,
+    ///    you may not
+    ///  - `KltErrorNotFound`: it is gone; a simulated camera: its file was removed or replaced
+    ///  - `KltErrorTimeout`: it does not answer, or other threads kept it busy
     ///  - `KltErrorOther`: its description cannot be used; the reason is reported on standard error
-    ///  - in a network also what `KltErrorCode` names for a connection that fails
+    ///  - in a network and on USB also what `KltErrorCode` names for a connection that fails
     virtual KltErrorType Open(KltAccessModeType accessMode);
 
     /// Closes the camera. Its features can still be asked for name, category, type, flags and entries. Waits for the

@@ -27,8 +27,8 @@ public:
     /// the first one are only counted.
     ///
     /// All descriptions of simulated cameras are read and checked before this returns, which can take a while if they
-    /// are large, and as long as the file system does; these cameras are listed at once. Those in a network and on USB
-    /// follow when they are found.
+    /// are large, and as long as the file system does; these cameras are listed at once, and so are those on USB. Those
+    /// in a network follow when they are found.
     ///
     /// Two environment variables are read here. KOLTA_TRANSPORTS says how cameras are reached: any of `simulated`,
     /// `gige` and `usb3`, separated by commas; all three if it is not set or empty. KOLTA_CAMERA_PATH lists files and
@@ -49,8 +49,8 @@ public:
     /// \return `KltErrorApiNotStarted` before `Startup`, `KltErrorBadParameter` for an empty handle
     KltErrorType RegisterCameraListObserver(const shared_ptr<ICameraListObserver>& observer);
 
-    /// The cameras that the last scan found. Does not wait for a scan: after `Startup`, cameras in a network and on USB
-    /// take a second or two to appear.
+    /// The cameras that the last scan found. Does not wait for a scan: after `Startup`, cameras in a network take a
+    /// second or two to appear.
     /// \param cameras room for \a count handles. With a null pointer, as from `data()` of an empty vector, the call
     ///     only stores how many there are; the same thread's next call with room for them sees the same list.
     /// \param count the length of \a cameras; afterwards the number of cameras

@@ -13,27 +13,6 @@ struct Row
     KltErrorType code;
 };
 
-const Row DeviceErrors[] = {
-    {ARV_DEVICE_ERROR_WRONG_FEATURE, KltErrorWrongType},
-    {ARV_DEVICE_ERROR_FEATURE_NOT_FOUND, KltErrorNotFound},
-    {ARV_DEVICE_ERROR_NOT_CONNECTED, KltErrorDeviceNotOpen},
-    {ARV_DEVICE_ERROR_PROTOCOL_ERROR, KltErrorInternalFault},
-    {ARV_DEVICE_ERROR_TRANSFER_ERROR, KltErrorInternalFault},
-    {ARV_DEVICE_ERROR_TIMEOUT, KltErrorTimeout},
-    {ARV_DEVICE_ERROR_NOT_FOUND, KltErrorNotFound},
-    {ARV_DEVICE_ERROR_INVALID_PARAMETER, KltErrorBadParameter},
-    {ARV_DEVICE_ERROR_GENICAM_NOT_FOUND, KltErrorNotFound},
-    {ARV_DEVICE_ERROR_NO_STREAM_CHANNEL, KltErrorResources},
-    {ARV_DEVICE_ERROR_NOT_CONTROLLER, KltErrorInvalidAccess},
-    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_NOT_IMPLEMENTED, KltErrorNotImplemented},
-    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_PARAMETER, KltErrorBadParameter},
-    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_INVALID_ADDRESS, KltErrorInternalFault},
-    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_WRITE_PROTECT, KltErrorInvalidAccess},
-    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_BAD_ALIGNMENT, KltErrorInternalFault},
-    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_ACCESS_DENIED, KltErrorInvalidAccess},
-    {ARV_DEVICE_ERROR_PROTOCOL_ERROR_BUSY, KltErrorInvalidAccess},
-};
-
 const Row NodeErrors[] = {
     {ARV_GC_ERROR_EMPTY_ENUMERATION, KltErrorInvalidValue},
     {ARV_GC_ERROR_OUT_OF_RANGE, KltErrorInvalidValue},
@@ -70,8 +49,6 @@ KltErrorType CallError::Code() const
 {
     if (m_error == nullptr)
         return KltErrorSuccess;
-    if (m_error->domain == ARV_DEVICE_ERROR)
-        return Find(DeviceErrors, m_error->code);
     if (m_error->domain == ARV_GC_ERROR)
         return Find(NodeErrors, m_error->code);
     if (m_error->domain == OwnErrorDomain())

@@ -96,15 +96,13 @@ KltErrorType Session::GetDescription(std::string& xml)
     return refusal;
 }
 
-Session::Life Session::Look(bool isMissing)
+Session::Life Session::Look()
 {
     const Call call(*this, Connection::Clock::duration::zero());
     if (!call.HasLock())
         return Life::GoesOn;
     if (!IsOpen())
         return Life::IsOver;
-    if (isMissing && !m_connection.isThere)
-        m_connection.hasEnded = true;
     if (!HasEnded())
         return Life::GoesOn;
     return std::exchange(m_connection.isEndTold, true) ? Life::IsOver : Life::HasJustEnded;
@@ -112,7 +110,7 @@ Session::Life Session::Look(bool isMissing)
 
 bool Session::HasEnded()
 {
-    if (m_connection.isThere && !m_connection.isThere())
+    if (!m_connection.isThere())
         m_connection.hasEnded = true;
     return m_connection.hasEnded;
 }

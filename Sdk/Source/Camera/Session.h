@@ -17,7 +17,6 @@ namespace OPX::KltAPI
 /// thread at a time per device.
 ///
 /// No call takes longer than ten seconds, whatever the camera and other threads do; it fails with KltErrorTimeout then.
-/// Aravis' USB devices do not know the deadline: they can take longer over one access to a register.
 ///
 /// A session that has lost its camera stays open, but has ended: all calls fail with KltErrorDeviceNotOpen until it is
 /// closed and opened again.
@@ -49,8 +48,7 @@ public:
     };
 
     /// Looks whether the camera has been lost, without waiting for the calls of others.
-    /// \param isMissing whether scans no longer find the camera
-    Life Look(bool isMissing);
+    Life Look();
 
     /// Calls \a access with the node of this name, which it must not keep, and the connection; returns its code. No
     /// exception leaves it, and no register is read twice in it.

@@ -24,7 +24,7 @@ CameraList::Changes CameraList::Update(const Transport& transport, const std::ve
         }
         known.misses = ids.erase(known.id) != 0 ? 0 : known.misses + 1;
         const bool isMissing = known.misses > transport.ToleratedMisses();
-        const Session::Life life = FeatureContainer::Impl::Of(*known.camera).session->Look(isMissing);
+        const Session::Life life = FeatureContainer::Impl::Of(*known.camera).session->Look();
         if (life == Session::Life::HasJustEnded)
             changes.emplace_back(known.camera, UpdateTriggerOpenStateChanged);
         if (isMissing && life != Session::Life::GoesOn)

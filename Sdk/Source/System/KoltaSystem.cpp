@@ -5,8 +5,9 @@
 #include "Document/Texts.h"
 #include "System/CameraList.h"
 #include "System/Scanner.h"
-#include "Transport/AravisTransport.h"
+#include "Transport/GigeTransport.h"
 #include "Transport/SimulatedTransport.h"
+#include "Transport/UsbTransport.h"
 
 #include <cstdlib>
 #include <exception>
@@ -45,8 +46,10 @@ Transports ChosenTransports()
     Transports transports;
     if (isChosen["simulated"])
         transports.push_back(std::make_unique<SimulatedTransport>());
-    if (isChosen["gige"] || isChosen["usb3"])
-        transports.push_back(std::make_unique<AravisTransport>(isChosen["gige"], isChosen["usb3"]));
+    if (isChosen["gige"])
+        transports.push_back(std::make_unique<GigeTransport>());
+    if (isChosen["usb3"])
+        transports.push_back(std::make_unique<UsbTransport>());
     return transports;
 }
 

@@ -2,6 +2,7 @@
 
 #include "Base/Report.h"
 
+#include <chrono>
 #include <exception>
 #include <utility>
 
@@ -21,15 +22,39 @@ Scanner::Scanner(Transports transports, CameraList& list, Notify notify)
       m_notify(std::move(notify))
 {
     for (const std::unique_ptr<Transport>& transport : m_transports)
+    {
+        transport->Watch([this] { Wake(m_isWoken); });
         if (transport->IsQuick())
             Scan(*transport);
+    }
     m_thread = std::thread([this] { Loop(); });
 }
 
 Scanner::~Scanner()
 {
-    m_stop.set_value();
+    Wake(m_isStopped);
     m_thread.join();
+}
+
+void Scanner::Wake(bool& reason)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    reason = true;
+    m_changed.notify_all();
+}
+
+bool Scanner::IsStopped()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    return m_isStopped;
+}
+
+bool Scanner::Await()
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    m_changed.wait_for(lock, Pause, [this] { return m_isWoken || m_isStopped; });
+    m_isWoken = false;
+    return !m_isStopped;
 }
 
 void Scanner::Loop()
@@ -44,7 +69,7 @@ void Scanner::Loop()
             if (!changes.empty() && !IsStopped())
                 Guarded([&] { m_notify(changes); });
         }
-    } while (!IsStopped(Pause));
+    } while (Await());
 }
 
 CameraList::Changes Scanner::Scan(Transport& transport)

@@ -4,9 +4,9 @@
 #include "System/CameraList.h"
 #include "Transport/Transport.h"
 
-#include <chrono>
+#include <condition_variable>
 #include <functional>
-#include <future>
+#include <mutex>
 #include <set>
 #include <string>
 #include <thread>
@@ -29,24 +29,29 @@ public:
     ~Scanner();
 
 private:
+    /// Ends the pause after a scan.
+    void Wake(bool& reason);
+
     void Loop();
     CameraList::Changes Scan(Transport& transport);
 
     /// No exception leaves the thread: that would end the program. Each is reported once.
     void Guarded(const std::function<void()>& work);
 
-    /// Waits for it for some time.
-    bool IsStopped(std::chrono::milliseconds wait = {}) const
-    {
-        return m_stopped.wait_for(wait) == std::future_status::ready;
-    }
+    bool IsStopped();
+
+    /// Waits for the next scan. \return false if there is none
+    bool Await();
+
+    std::mutex m_mutex; ///< Around what follows, which outlives the transports: they set it.
+    std::condition_variable m_changed;
+    bool m_isWoken = false;
+    bool m_isStopped = false;
 
     const Transports m_transports;
     CameraList& m_list;
     const Notify m_notify;
     std::set<std::string> m_reported;
-    std::promise<void> m_stop;
-    const std::future<void> m_stopped = m_stop.get_future();
     std::thread m_thread;
 };
 

@@ -31,8 +31,8 @@ struct Connection
 
     TakeUnknown takeUnknown; ///< For simulated cameras.
 
-    /// Whether the camera is still there, and still ours. Empty for cameras of which only a scan can tell.
-    std::function<bool()> isThere;
+    /// Whether the camera is still there, and still ours.
+    std::function<bool()> isThere = [] { return true; };
 
     bool hasEnded = false; ///< The camera was gone; whether it is back does not matter.
     bool isEndTold = false;

@@ -38,19 +38,7 @@ const milliseconds ShortestPauseOfWriting(200);
 /// In the ids of questions that nobody waits for.
 const std::uint16_t TouchFlag = 0x8000;
 
-const std::uint16_t NotImplemented = 0x8001;
 const std::uint16_t AccessDenied = 0x8006;
-
-/// For the states from NotImplemented on.
-const KltErrorType Refusals[] = {
-    KltErrorNotImplemented,
-    KltErrorBadParameter,  // The parameter is invalid,
-    KltErrorInternalFault, // the address is,
-    KltErrorInvalidAccess, // it cannot be written,
-    KltErrorInternalFault, // it is not aligned;
-    KltErrorInvalidAccess, // the access is denied,
-    KltErrorInvalidAccess, // or the camera is busy.
-};
 
 /// Each in 32 bits.
 std::vector<std::uint8_t> BytesOf(std::initializer_list<std::uint64_t> longWords)
@@ -254,12 +242,8 @@ Failure GvcpChannel::Ask(std::uint16_t command, const Bytes& question, std::size
     }
     if (m_isLost)
         return KltErrorDeviceNotOpen;
-    if (const std::uint16_t status = Word(answer.data()))
-    {
-        const std::size_t refusal = status - std::size_t(NotImplemented);
-        const bool known = status >= NotImplemented && refusal < std::size(Refusals);
-        return known ? Refusals[refusal] : static_cast<KltErrorType>(KltErrorInternalFault);
-    }
+    if (Failure failure = CodeOfState(Word(answer.data())))
+        return failure;
     answer.erase(answer.begin(), answer.begin() + HeaderSize);
     return KltErrorSuccess;
 }

@@ -1,10 +1,11 @@
 #ifndef GVCPCHANNEL_H
 #define GVCPCHANNEL_H
 
-#include "Transport/RegisterDevice.h"
+#include "Transport/RegisterAccess.h"
 
 #include <atomic>
 #include <chrono>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>

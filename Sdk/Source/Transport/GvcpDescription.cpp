@@ -1,12 +1,12 @@
 #include "Transport/GvcpDescription.h"
 
-#include "Document/DocumentLimits.h"
-#include "Document/Unzip.h"
+#include "Document/Texts.h"
+#include "Transport/CameraDescription.h"
 
-#include <cstring>
-#include <regex>
+#include <charconv>
 #include <string>
-#include <utility>
+#include <string_view>
+#include <system_error>
 
 namespace OPX::KltAPI
 {
@@ -15,57 +15,54 @@ namespace
 
 /// Where the two addresses of the description are.
 const std::uint32_t AddressRegisters[] = {0x200, 0x400};
-const std::uint32_t AddressSize = 512;
+const std::uint32_t TextSize = 512;
 
-Failure ReadText(GvcpChannel& camera, std::uint64_t address, std::string& text)
+/// Takes a number of up to eight hexadecimal digits from the front of \a text, and the white space around it.
+bool TakeNumber(std::string_view& text, std::uint64_t& number)
 {
-    Failure failure =
-        camera.ReadMemory(address, static_cast<std::uint32_t>(text.size()), reinterpret_cast<std::uint8_t*>(&text[0]));
-    if (!failure || failure.code == KltErrorTimeout)
-        return failure;
-    return {KltErrorOther, {"the camera does not let us read it"}};
+    text = Trimmed(text);
+    if (text.size() > 2 && text[0] == '0' && (text[1] == 'x' || text[1] == 'X'))
+        text.remove_prefix(2);
+    const std::string_view digits = text.substr(0, 8);
+    const auto read = std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
+    text = Trimmed(text.substr(static_cast<std::size_t>(read.ptr - digits.data())));
+    return read.ec == std::errc();
+}
+
+/// Reads an address in the camera, which is like "Local:Camera.zip;F0F00000;2A3B". A question mark may follow, and
+/// more.
+bool ReadPlace(std::string_view text, std::uint64_t& address, std::uint64_t& size)
+{
+    text = Trimmed(text);
+    const std::size_t nameEnd = text.find(';');
+    if (!HasExtension(text.substr(0, 6), "local:") || nameEnd == std::string_view::npos)
+        return false;
+    text.remove_prefix(nameEnd + 1);
+    if (!TakeNumber(text, address) || text.empty() || text[0] != ';')
+        return false;
+    text.remove_prefix(1);
+    return TakeNumber(text, size) && (text.empty() || text[0] == '?');
 }
 
 /// Reads the description whose address is in this register.
 Failure FetchFrom(GvcpChannel& camera, std::uint32_t addressRegister, SafeDescription& description)
 {
-    std::string address(AddressSize, '\0');
-    if (Failure failure = ReadText(camera, addressRegister, address))
+    std::string text(TextSize, '\0');
+    if (Failure failure = ReadBytes(camera, addressRegister, text))
         return failure;
-    address.resize(std::strlen(address.c_str()));
-    // An address in the camera is like "Local:Camera.zip;F0F00000;2A3B".
-    static const std::regex local(
-        R"(\s*local:[^;]*;\s*(0x)?([0-9a-f]{1,8})\s*;\s*(0x)?([0-9a-f]{1,8})\s*([?].*)?)", std::regex::icase);
-    std::smatch found;
-    if (!std::regex_match(address, found, local))
+    std::uint64_t address = 0;
+    std::uint64_t size = 0;
+    if (!ReadPlace(text.c_str(), address, size))
         return {KltErrorOther, {"it is not in the camera"}};
-    const std::uint64_t size = std::stoull(found[4], nullptr, 16);
-    if (size > MaximumDocumentSize)
-        return {KltErrorOther, {"it is too large"}};
-    std::string content(size, '\0');
-    if (Failure failure = ReadText(camera, std::stoull(found[2], nullptr, 16), content))
-        return failure;
-    // The size can be that of the memory around it, which holds zeros or was never written. An archive may end so.
-    if (!IsZip(content))
-        content.erase(content.find_last_not_of(std::string("\0\xFF", 2)) + 1);
-    description = CheckDescription(std::move(content), std::string());
-    return description.problem ? Failure(KltErrorOther, description.problem) : Failure();
+    return FetchDescriptionAt(camera, address, size, description);
 }
 
 } // namespace
 
 Failure FetchDescription(GvcpChannel& camera, SafeDescription& description)
 {
-    Failure first;
-    for (const std::uint32_t addressRegister : AddressRegisters)
-    {
-        Failure failure = FetchFrom(camera, addressRegister, description);
-        if (!failure || failure.code == KltErrorTimeout)
-            return failure;
-        if (!first)
-            first = std::move(failure);
-    }
-    return first;
+    return FetchFirst(AddressRegisters,
+        [&](std::uint32_t addressRegister) { return FetchFrom(camera, addressRegister, description); });
 }
 
 } // namespace OPX::KltAPI

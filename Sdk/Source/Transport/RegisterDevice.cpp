@@ -1,7 +1,6 @@
 #include "Transport/RegisterDevice.h"
 
 #include <algorithm>
-#include <cstring>
 #include <map>
 #include <utility>
 #include <vector>
@@ -16,18 +15,77 @@ const char RegistersKey[] = "kolta-registers";
 /// Long registers are not worth the memory.
 const std::size_t LongestRemembered = 64;
 
-/// What a camera in a network asks of those who use its registers: it reads and writes whole words only. While it is
-/// told to remember, no word is read twice, unless something was written in between.
-class WordRegisters : public RegisterAccess
+/// The registers of a camera that is slower than memory. While it is told to remember, nothing is read twice, unless
+/// something was written in between.
+class KnownRegisters : public RegisterAccess
 {
 public:
-    explicit WordRegisters(std::unique_ptr<RegisterAccess> camera) : m_camera(std::move(camera)) {}
+    explicit KnownRegisters(std::unique_ptr<RegisterAccess> camera) : m_camera(std::move(camera)) {}
 
     void Remember(bool remember)
     {
         m_remembers = remember;
         m_known.clear();
     }
+
+    Failure ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer) override
+    {
+        return Read(address, size, buffer, [&] { return m_camera->ReadMemory(address, size, buffer); });
+    }
+
+    Failure WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer) override
+    {
+        m_known.clear();
+        return m_camera->WriteMemory(address, size, buffer);
+    }
+
+    Failure ReadRegister(std::uint64_t address, std::uint32_t& value) override
+    {
+        std::uint32_t bytes = 0;
+        Failure failure = Read(address, sizeof bytes, reinterpret_cast<std::uint8_t*>(&bytes),
+            [&]
+            {
+                Failure asked = m_camera->ReadRegister(address, value);
+                bytes = GUINT32_TO_BE(value);
+                return asked;
+            });
+        value = GUINT32_FROM_BE(bytes);
+        return failure;
+    }
+
+    Failure WriteRegister(std::uint64_t address, std::uint32_t value) override
+    {
+        m_known.clear();
+        return m_camera->WriteRegister(address, value);
+    }
+
+private:
+    typedef std::vector<std::uint8_t> Bytes;
+
+    /// \param ask fills the buffer
+    template <class Ask>
+    Failure Read(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer, Ask ask)
+    {
+        const auto place = std::make_pair(address, size);
+        const auto known = m_known.find(place);
+        if (known != m_known.end())
+            return std::copy(known->second.begin(), known->second.end(), buffer), KltErrorSuccess;
+        Failure failure = ask();
+        if (!failure && m_remembers && size <= LongestRemembered)
+            m_known[place] = Bytes(buffer, buffer + size);
+        return failure;
+    }
+
+    const std::unique_ptr<RegisterAccess> m_camera;
+    bool m_remembers = false;
+    std::map<std::pair<std::uint64_t, std::uint32_t>, Bytes> m_known; ///< By address and size.
+};
+
+/// What a camera in a network asks of those who use its registers: it reads and writes whole words only.
+class WordRegisters : public KnownRegisters
+{
+public:
+    using KnownRegisters::KnownRegisters;
 
     Failure ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer) override
     {
@@ -46,30 +104,7 @@ public:
             if (Failure failure = ReadWords(begin, words))
                 return failure;
         std::copy_n(buffer, size, words.data() + address % 4);
-        m_known.clear();
-        return m_camera->WriteMemory(begin, static_cast<std::uint32_t>(words.size()), words.data());
-    }
-
-    Failure ReadRegister(std::uint64_t address, std::uint32_t& value) override
-    {
-        Bytes word(sizeof value);
-        Failure failure = Remembered(address, word,
-            [&]
-            {
-                Failure asked = m_camera->ReadRegister(address, value);
-                value = GUINT32_TO_BE(value);
-                std::memcpy(word.data(), &value, sizeof value);
-                return asked;
-            });
-        std::memcpy(&value, word.data(), sizeof value);
-        value = GUINT32_FROM_BE(value);
-        return failure;
-    }
-
-    Failure WriteRegister(std::uint64_t address, std::uint32_t value) override
-    {
-        m_known.clear();
-        return m_camera->WriteRegister(address, value);
+        return KnownRegisters::WriteMemory(begin, static_cast<std::uint32_t>(words.size()), words.data());
     }
 
 private:
@@ -82,26 +117,8 @@ private:
 
     Failure ReadWords(std::uint64_t address, Bytes& words)
     {
-        return Remembered(address, words,
-            [&] { return m_camera->ReadMemory(address, static_cast<std::uint32_t>(words.size()), words.data()); });
+        return KnownRegisters::ReadMemory(address, static_cast<std::uint32_t>(words.size()), words.data());
     }
-
-    template <class Ask>
-    Failure Remembered(std::uint64_t address, Bytes& words, Ask ask)
-    {
-        const auto place = std::make_pair(address, words.size());
-        const auto known = m_known.find(place);
-        if (known != m_known.end())
-            return words = known->second, KltErrorSuccess;
-        Failure failure = ask();
-        if (!failure && m_remembers && words.size() <= LongestRemembered)
-            m_known[place] = words;
-        return failure;
-    }
-
-    const std::unique_ptr<RegisterAccess> m_camera;
-    bool m_remembers = false;
-    std::map<std::pair<std::uint64_t, std::size_t>, Bytes> m_known; ///< By address and size.
 };
 
 RegisterAccess& RegistersOf(ArvDevice* device)
@@ -181,6 +198,8 @@ ObjectPtr<ArvDevice> NewRegisterDevice(std::unique_ptr<RegisterAccess> registers
 {
     if (kind == DeviceKind::GigEVision)
         registers = std::make_unique<WordRegisters>(std::move(registers));
+    else if (kind == DeviceKind::Usb3Vision)
+        registers = std::make_unique<KnownRegisters>(std::move(registers));
     static const GType plain = NewType(ARV_TYPE_DEVICE, "KoltaDevice");
     static const GType gigEVision = NewType(ARV_TYPE_GV_DEVICE, "KoltaGigEVisionDevice");
     ObjectPtr<ArvDevice> device(ARV_DEVICE(g_object_new(kind == DeviceKind::GigEVision ? gigEVision : plain, nullptr)));
@@ -202,8 +221,8 @@ ReadOnce::~ReadOnce()
 void ReadOnce::Remember(bool remember) const
 {
     auto* const registers = static_cast<RegisterAccess*>(g_object_get_data(G_OBJECT(m_device), RegistersKey));
-    if (auto* const words = dynamic_cast<WordRegisters*>(registers))
-        words->Remember(remember);
+    if (auto* const known = dynamic_cast<KnownRegisters*>(registers))
+        known->Remember(remember);
 }
 
 } // namespace OPX::KltAPI

@@ -1,35 +1,20 @@
 #ifndef REGISTERDEVICE_H
 #define REGISTERDEVICE_H
 
-#include "Base/Failure.h"
 #include "Base/GlibPtr.h"
+#include "Transport/RegisterAccess.h"
 
 #include <arv.h>
 
-#include <cstdint>
 #include <memory>
 
 namespace OPX::KltAPI
 {
 
-/// The registers and the memory of a camera. One thread at a time.
-class RegisterAccess
-{
-public:
-    RegisterAccess() = default;
-    RegisterAccess(const RegisterAccess&) = delete;
-    RegisterAccess& operator=(const RegisterAccess&) = delete;
-    virtual ~RegisterAccess() = default;
-
-    virtual Failure ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer) = 0;
-    virtual Failure WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer) = 0;
-    virtual Failure ReadRegister(std::uint64_t address, std::uint32_t& value) = 0;
-    virtual Failure WriteRegister(std::uint64_t address, std::uint32_t value) = 0;
-};
-
 enum class DeviceKind
 {
-    Plain,
+    Plain, ///< Memory.
+    Usb3Vision,
     /// Aravis reads values of old cameras of this kind differently, and all of them read and write whole words only:
     /// the device turns what is shorter, or lies at another address, into the words around it.
     GigEVision
@@ -43,8 +28,8 @@ enum class DeviceKind
 /// code runs, and begins and ends as a plain device does.
 ObjectPtr<ArvDevice> NewRegisterDevice(std::unique_ptr<RegisterAccess> registers, DeviceKind kind);
 
-/// While it lives, no word of a GigE Vision device is read twice, unless something was written in between: one call
-/// asks for a register once, however many limits, conditions and formulas need it. Does nothing for other devices.
+/// While it lives, nothing is read twice from a camera, unless something was written in between: one call asks for a
+/// register once, however many limits, conditions and formulas need it. Does nothing for plain devices.
 class ReadOnce
 {
 public:

@@ -1,7 +1,5 @@
 #include "Transport/SparseMemory.h"
 
-#include <glib.h>
-
 #include <algorithm>
 #include <utility>
 
@@ -47,19 +45,6 @@ Failure SparseMemory::WriteMemory(std::uint64_t address, std::uint32_t size, con
             std::fill_n(page.written.begin() + offset, length, true);
         });
     return KltErrorSuccess;
-}
-
-Failure SparseMemory::ReadRegister(std::uint64_t address, std::uint32_t& value)
-{
-    Failure failure = ReadMemory(address, sizeof value, reinterpret_cast<std::uint8_t*>(&value));
-    value = GUINT32_FROM_BE(value);
-    return failure;
-}
-
-Failure SparseMemory::WriteRegister(std::uint64_t address, std::uint32_t value)
-{
-    const std::uint32_t bigEndian = GUINT32_TO_BE(value);
-    return WriteMemory(address, sizeof bigEndian, reinterpret_cast<const std::uint8_t*>(&bigEndian));
 }
 
 bool SparseMemory::TakeUnknown()

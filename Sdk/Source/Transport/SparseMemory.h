@@ -1,7 +1,7 @@
 #ifndef SPARSEMEMORY_H
 #define SPARSEMEMORY_H
 
-#include "Transport/RegisterDevice.h"
+#include "Transport/RegisterAccess.h"
 
 #include <array>
 #include <map>
@@ -19,8 +19,6 @@ class SparseMemory : public RegisterAccess
 public:
     Failure ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer) override;
     Failure WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer) override;
-    Failure ReadRegister(std::uint64_t address, std::uint32_t& value) override;
-    Failure WriteRegister(std::uint64_t address, std::uint32_t value) override;
 
     /// Whether memory that was never written was read since the last call.
     bool TakeUnknown();
