@@ -62,21 +62,14 @@ std::uint32_t BlockOf(std::uint64_t packetLength, std::uint32_t rest)
     return block == 0 ? SureBlock : static_cast<std::uint32_t>(std::min<std::uint64_t>(block, LongestBlock));
 }
 
-/// Whether it is a whole packet, and the answer to this question or a request for patience with it.
+/// Whether it is the answer to this question or a request for patience with it.
 bool IsAnswerTo(const std::vector<std::uint8_t>& packet, const std::vector<std::uint8_t>& answer)
 {
     if (answer.size() < PrologueSize || NumberAt(answer.data(), 4) != Prefix ||
-        NumberAt(answer.data() + 8, 2) != answer.size() - PrologueSize ||
         !std::equal(packet.begin() + 10, packet.begin() + 12, answer.begin() + 10))
         return false;
     return KindOf(answer) == KindOf(packet) + 1 ||
            (KindOf(answer) == PatienceAnswer && answer.size() >= PrologueSize + 4);
-}
-
-/// \a size bytes from \a address on have to be within 64 bits.
-bool IsInReach(std::uint64_t address, std::uint32_t size)
-{
-    return size == 0 || address + (size - 1) >= address;
 }
 
 } // namespace
@@ -210,8 +203,6 @@ bool U3vChannel::Await(const Bytes& packet, std::uint32_t size, Clock::time_poin
 
 Failure U3vChannel::ReadMemory(std::uint64_t address, std::uint32_t size, std::uint8_t* buffer)
 {
-    if (!IsInReach(address, size))
-        return KltErrorInternalFault;
     for (std::uint32_t done = 0, length = 0; done < size; done += length)
     {
         length = std::min(size - done, m_longestRead);
@@ -229,8 +220,6 @@ Failure U3vChannel::ReadMemory(std::uint64_t address, std::uint32_t size, std::u
 
 Failure U3vChannel::WriteMemory(std::uint64_t address, std::uint32_t size, const std::uint8_t* buffer)
 {
-    if (!IsInReach(address, size))
-        return KltErrorInternalFault;
     for (std::uint32_t done = 0, length = 0; done < size; done += length)
     {
         length = std::min(size - done, m_longestWrite);
