@@ -147,10 +147,10 @@ void libusb_device::Behave(const std::string& words, int number)
         DescriptionAddress, Is("huge") ? std::uint64_t(1) << 40 : size);
     if (Is("several"))
     {
-        // Of an older schema, in an unknown format, of other content.
+        // Of an older schema and a later one, in an unknown format, of other content.
         const auto other = [&](std::uint64_t schema)
         { return Entry(0x02000000, schema, DescriptionAddress + size, size); };
-        entries = other(0x01000000) + other(0x01020000 | 5 << 10) + entries + other(0x01020001);
+        entries = other(0x01000000) + other(0x02000000) + entries + other(0x01020000 | 5 << 10) + other(0x01020001);
         description += description;
         for (std::size_t at = size; (at = description.find("Width", at)) != std::string::npos;)
             description.replace(at, 5, "Other");
@@ -179,7 +179,7 @@ std::string libusb_device::Perform(const std::string& question, std::uint64_t& s
     memory.replace(from, size, bytes);
     if (address == StartRegister)
         ++memory[StartRegister + 4];
-    return Bytes(size << 16, 4);
+    return Bytes(size / (Is("half") ? 2 : 1) << 16, 4);
 }
 
 void libusb_device::Take(const std::string& question)

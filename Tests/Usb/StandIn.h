@@ -11,6 +11,7 @@
 ///   huge, entries=N            says that its description has 2^40 bytes, and its manifest so many entries
 ///   several                    its manifest has entries that are not meant around the one for its description
 ///   silent, foreign, short     answers nothing, or something else; the second half of every answer is missing
+///   half                       writes half of what it is told
 ///   late                       before every answer comes one to the question before, and one of another kind
 ///   refuses=STATUS             every answer has this status
 ///   slow=MS, response=MS       every answer takes that long; says that none takes longer

@@ -13,6 +13,37 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 using std::chrono::steady_clock;
 
+namespace
+{
+
+/// Remembers which cameras came (+), went (-) or were lost (!).
+class Teller : public ICameraListObserver
+{
+public:
+    void CameraListChanged(CameraPtr camera, UpdateTriggerType reason) override
+    {
+        std::string serialNumber;
+        ReadString(*camera, &Camera::GetSerialNumber, serialNumber);
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        m_told += {"+-!"[reason], serialNumber.back()};
+    }
+
+    /// Whether this has been told since the last time.
+    bool HasTold(const std::string& changes)
+    {
+        const std::lock_guard<std::mutex> lock(m_mutex);
+        const bool hasTold = m_told == changes;
+        m_told = hasTold ? std::string() : m_told;
+        return hasTold;
+    }
+
+private:
+    std::mutex m_mutex;
+    std::string m_told;
+};
+
+} // namespace
+
 class Usb : public SdkTest
 {
 protected:
@@ -61,8 +92,9 @@ TEST_F(Usb, WhatACameraDoesWhileItIsOpenEndsInACode)
         const char* manners;
         KltErrorType code;
         seconds limit;
-    } rows[] = {{"slow=300", 0, seconds(2)}, {"pending=1200", 0, seconds(2)}, {"silent", KltErrorTimeout, seconds(5)},
-        {"refuses=0x8006", KltErrorInvalidAccess, seconds(2)}, {"pulled=0", KltErrorDeviceNotOpen, seconds(2)}};
+    } rows[] = {{"slow=300", 0, seconds(2)}, {"pending=1200", 0, seconds(2)}, {"pending=7000", 0, seconds(5)},
+        {"silent", KltErrorTimeout, seconds(5)}, {"refuses=0x8006", KltErrorInvalidAccess, seconds(2)},
+        {"pulled=0", KltErrorDeviceNotOpen, seconds(2)}};
     for (const auto& row : rows)
     {
         SCOPED_TRACE(row.manners);
@@ -71,34 +103,45 @@ TEST_F(Usb, WhatACameraDoesWhileItIsOpenEndsInACode)
         const FeaturePtr width = Feature("Width");
         PlayUsb(row.manners);
         EXPECT_EQ(Read(width, row.limit), row.code);
+        const bool isLost = row.code == KltErrorTimeout || row.code == KltErrorDeviceNotOpen;
+        EXPECT_EQ(isLost ? Read(width, seconds(1)) : KltErrorDeviceNotOpen, KltErrorDeviceNotOpen);
         // What is slow does not do it twice.
-        if (row.code == 0)
+        if (row.code == 0 && row.limit == seconds(2))
             Expect({"Start = : 0", "Started: 1"});
         EXPECT_EQ(m_camera->Close() + System().Shutdown(), 0);
     }
+    PlayUsb("half");
+    Open("USB1");
+    EXPECT_EQ(Set("Label", "half"), KltErrorIncomplete);
+    EXPECT_EQ(m_camera->Close(), 0);
+    PlayUsb("denied");
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(m_camera->Open(1), KltErrorInvalidAccess);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("70-kolta-cameras.rules"), std::string::npos);
 }
 
-TEST_F(Usb, CamerasComeAndGoAtOnce)
+TEST_F(Usb, CamerasComeAndGoAtOnceAndAreLostBefore)
 {
-    std::atomic<int> came(0), went(0), lost(0);
+    Teller* const teller = new Teller;
     PlayUsb("");
     ASSERT_EQ(System().Startup(), 0);
-    ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(new Counter(came, went, lost))), 0);
+    ASSERT_EQ(System().RegisterCameraListObserver(ICameraListObserverPtr(teller)), 0);
     const auto start = steady_clock::now();
-    for (int i = 1; i <= 4; ++i)
+    for (const bool isCalled : {false, true, false, true})
     {
         PlayUsb("plain,plain");
-        EXPECT_TRUE(WaitFor([&] { return came == 2 * i; }));
+        EXPECT_TRUE(WaitFor([&] { return teller->HasTold("+1+2"); }));
         m_camera = Find("USB1");
         const CameraPtr other = Find("USB2");
         ASSERT_EQ(m_camera->Open(1), 0);
         const FeaturePtr width = Feature("Width");
-        std::thread reader(
-            [&] { EXPECT_TRUE(WaitFor([&] { return Read(width, seconds(2)) == KltErrorDeviceNotOpen; })); });
+        std::thread reader([&]
+            { EXPECT_TRUE(!isCalled || WaitFor([&] { return Read(width, seconds(2)) == KltErrorDeviceNotOpen; })); });
         PlayUsb("");
         EXPECT_EQ(other->Open(1), KltErrorNotFound);
+        EXPECT_TRUE(WaitFor([&] { return teller->HasTold("!1-1-2"); }));
         reader.join();
-        EXPECT_TRUE(WaitFor([&] { return lost == i && went == 2 * i; }));
+        EXPECT_EQ(Read(width, seconds(1)), KltErrorDeviceNotOpen);
         EXPECT_EQ(m_camera->Open(1), KltErrorInvalidAccess);
         EXPECT_EQ(m_camera->Close(), 0);
     }

@@ -115,14 +115,6 @@ bool Session::HasEnded()
     return m_connection.hasEnded;
 }
 
-/// Of an access: its code can be that the camera has been lost.
-KltErrorType Session::Notice(KltErrorType code)
-{
-    if (code == KltErrorDeviceNotOpen)
-        m_connection.hasEnded = true;
-    return code;
-}
-
 KltErrorType Session::EnsureListed(const Call& call)
 {
     const KltErrorType refusal = call.Refusal();
@@ -130,7 +122,7 @@ KltErrorType Session::EnsureListed(const Call& call)
         return refusal;
     std::vector<FeatureData> read;
     if (Failure failure = FeatureReader(m_connection).Read(read))
-        return Notice(failure.code);
+        return failure.code;
     for (FeatureData& data : read)
     {
         m_indices.emplace(data.name, m_features.size());

@@ -69,7 +69,7 @@ private:
         if (!ARV_IS_GC_FEATURE_NODE(node))
             return KltErrorNotFound;
         const ReadOnce readOnce(m_connection.device.get());
-        return Notice(access(ARV_GC_FEATURE_NODE(node), static_cast<const Connection&>(m_connection)).code);
+        return access(ARV_GC_FEATURE_NODE(node), static_cast<const Connection&>(m_connection)).code;
     }
 
     /// One call, from its beginning: the lock, and the deadline of what is done under it.
@@ -100,7 +100,6 @@ private:
 
     bool IsOpen() const { return m_connection.nodeMap != nullptr; }
     bool HasEnded();
-    KltErrorType Notice(KltErrorType code);
     KltErrorType EnsureListed(const Call& call);
 
     const Connector m_connect;
