@@ -3,6 +3,7 @@
 #include "Document/Texts.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 using namespace OPX::KltAPI;
 
@@ -33,15 +34,22 @@ std::string VisibilityOf(const Element& node)
 
 DescriptionNotes::DescriptionNotes(const Element& root, const NodeNames& names) : m_names(names)
 {
+    std::unordered_set<std::string_view> listed;
     for (const Element& node : root)
         for (const Element& child : node)
-            if (child.tag == "pSelected" && names.Find(node.name) == &node)
-            {
-                std::vector<std::string>& selectors = m_selectors[child.Target()];
-                const std::string selector = WithoutControls(std::string(node.name));
-                if (std::count(selectors.begin(), selectors.end(), selector) == 0)
-                    selectors.push_back(selector);
-            }
+            if (child.tag == "pFeature")
+                listed.insert(child.Target());
+    for (const Element& node : root)
+        for (const Element& child : node)
+            if (child.tag == "pSelected" && listed.count(node.name) > 0)
+                AddSelector(std::string(child.Target()), WithoutControls(std::string(node.name)));
+}
+
+void DescriptionNotes::AddSelector(const std::string& feature, const std::string& selector)
+{
+    std::vector<std::string>& selectors = m_selectors[feature];
+    if (std::count(selectors.begin(), selectors.end(), selector) == 0)
+        selectors.push_back(selector);
 }
 
 FeatureNotes DescriptionNotes::Of(const std::string& feature) const

@@ -4,7 +4,6 @@
 #include "Document/NodeNames.h"
 
 #include <string>
-#include <string_view>
 #include <unordered_map>
 #include <vector>
 
@@ -14,7 +13,7 @@ struct FeatureNotes
     std::string displayName;
     std::string toolTip; ///< Or what there is instead.
     std::string visibility;
-    std::vector<std::string> selectors;                    ///< Nodes on whose value the feature's value depends.
+    std::vector<std::string> selectors;                    ///< Features on whose value this one's depends.
     std::unordered_map<std::string, std::string> toolTips; ///< Of entries, by their names.
 };
 
@@ -27,8 +26,10 @@ public:
     FeatureNotes Of(const std::string& feature) const;
 
 private:
+    void AddSelector(const std::string& feature, const std::string& selector);
+
     const OPX::KltAPI::NodeNames& m_names;
-    std::unordered_map<std::string_view, std::vector<std::string>> m_selectors; ///< By what they select.
+    std::unordered_map<std::string, std::vector<std::string>> m_selectors; ///< By what they select.
 };
 
 #endif

@@ -9,7 +9,6 @@
 #include <map>
 #include <optional>
 #include <unordered_map>
-#include <unordered_set>
 #include <utility>
 
 using namespace OPX::KltAPI;
@@ -122,8 +121,6 @@ public:
           m_structure(camera.description->Root(), camera.Names()),
           m_notes(camera.description->Root(), camera.Names())
     {
-        for (const FeatureInfo& feature : camera.features)
-            m_names.insert(feature.name);
     }
 
     void AddTo(FeatureRow& row, const FeatureInfo& feature)
@@ -161,8 +158,7 @@ private:
         row.toolTip.Add(notes.toolTip);
         row.visibility.Add(notes.visibility);
         for (const std::string& selector : notes.selectors)
-            if (m_names.count(selector) > 0)
-                AddName(row.selectors, selector, m_camera.label);
+            AddName(row.selectors, selector, m_camera.label);
         for (ValueRow& entry : row.entries)
             entry.toolTip.Add(notes.toolTips[entry.name]);
     }
@@ -170,7 +166,6 @@ private:
     const CameraFeatures& m_camera;
     NodeStructure m_structure;
     const DescriptionNotes m_notes;
-    std::unordered_set<std::string> m_names; ///< Of its features.
 };
 
 /// A row as one text.
