@@ -6,6 +6,7 @@
 #include <libusb.h>
 
 #include <fnmatch.h>
+#include <map>
 #include <numeric>
 
 using namespace OPX::KltAPI;
@@ -25,21 +26,22 @@ public:
         std::string serialNumber;
         ReadString(*camera, &Camera::GetSerialNumber, serialNumber);
         const std::lock_guard<std::mutex> lock(m_mutex);
-        m_told += {"+-!"[reason], serialNumber.back()};
+        m_told[serialNumber] += "+-!"[reason];
     }
 
-    /// Whether this has been told since the last time.
-    bool HasTold(const std::string& changes)
+    /// Whether this has been told of the two since the last time. A camera that is being called is told of later.
+    bool HasTold(const std::string& first, const std::string& second)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
-        const bool hasTold = m_told == changes;
-        m_told = hasTold ? std::string() : m_told;
+        const bool hasTold = m_told["USB1"] == first && m_told["USB2"] == second;
+        if (hasTold)
+            m_told.clear();
         return hasTold;
     }
 
 private:
     std::mutex m_mutex;
-    std::string m_told;
+    std::map<std::string, std::string> m_told; ///< By serial numbers.
 };
 
 } // namespace
@@ -130,7 +132,7 @@ TEST_F(Usb, CamerasComeAndGoAtOnceAndAreLostBefore)
     for (const bool isCalled : {false, true, false, true})
     {
         PlayUsb("plain,plain");
-        EXPECT_TRUE(WaitFor([&] { return teller->HasTold("+1+2"); }));
+        EXPECT_TRUE(WaitFor([&] { return teller->HasTold("+", "+"); }));
         m_camera = Find("USB1");
         const CameraPtr other = Find("USB2");
         ASSERT_EQ(m_camera->Open(1), 0);
@@ -139,7 +141,7 @@ TEST_F(Usb, CamerasComeAndGoAtOnceAndAreLostBefore)
             { EXPECT_TRUE(!isCalled || WaitFor([&] { return Read(width, seconds(2)) == KltErrorDeviceNotOpen; })); });
         PlayUsb("");
         EXPECT_EQ(other->Open(1), KltErrorNotFound);
-        EXPECT_TRUE(WaitFor([&] { return teller->HasTold("!1-1-2"); }));
+        EXPECT_TRUE(WaitFor([&] { return teller->HasTold("!-", "-"); }));
         reader.join();
         EXPECT_EQ(Read(width, seconds(1)), KltErrorDeviceNotOpen);
         EXPECT_EQ(m_camera->Open(1), KltErrorInvalidAccess);
