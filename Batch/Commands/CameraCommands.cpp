@@ -160,7 +160,8 @@ void ListFeatures(const std::vector<CameraChoice>& cameras, const FeatureChoice&
     for (const std::string& contradiction : InWords(family.contradictions))
         TellWarning(contradiction);
     const bool several = cameras.size() > 1;
-    for (const FeatureRow& row : TableOf(read, std::move(family)))
+    const std::vector<FeatureRow> rows = TableOf(read, std::move(family));
+    for (const FeatureRow& row : rows)
     {
         if (!matches(row.name))
             continue;

@@ -54,7 +54,8 @@ Failure ConnectUsb(const std::string& id, const std::shared_ptr<Places<UsbDevice
     if (failure)
         return failure.code == KltErrorDeviceNotOpen ? KltErrorNotFound : failure;
     // Whoever plugs it in again gets another device.
-    connection.isThere = [=, known = camera.get()] { return !known->IsLost() && devices->Of(id) == device; };
+    connection.isThere = [devices, id, used = device, known = camera.get()]
+    { return !known->IsLost() && devices->Of(id) == used; };
     connection.device = NewRegisterDevice(std::move(camera), DeviceKind::Usb3Vision);
     return connection.Use(description);
 }
