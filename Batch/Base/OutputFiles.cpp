@@ -95,6 +95,7 @@ public:
     /// Writes the new content, unless it is there already.
     void Prepare()
     {
+        RemoveLeftOvers(m_path);
         if (m_file.IsThere())
             return;
         std::error_code error;
@@ -102,7 +103,6 @@ public:
         if (fs::exists(m_path, error) && !fs::is_regular_file(m_path, error))
             Fail(fs::is_directory(m_path, error) ? std::make_error_code(std::errc::is_a_directory)
                                                  : std::make_error_code(std::errc::invalid_argument));
-        RemoveLeftOvers(m_path);
         const std::string beside = "." + m_path.filename().string() + Mark + std::to_string(getpid());
         m_new = m_path.parent_path() / beside;
         m_old = m_path.parent_path() / (beside + ".old");

@@ -95,9 +95,8 @@ const std::vector<JsonShape>& JsonShapes()
                 {"entries?", "array of objects with name, value and toolTip?"},
                 {"limits?",
                     "array of objects with name (Min, Max, Inc, Unit, Length) and value?. If varies is true, the limit "
-                    "depends on the camera: node is the name of the node that decides, and there is a value only if "
-                    "the "
-                    "camera was asked. If present is true, the value is what counts at the moment."},
+                    "depends on the camera: node is the name of the node that decides, and the value is there only if "
+                    "the camera was asked. If present is true, the value is what counts at the moment."},
                 {"values?",
                     "with --values, array of an object with the present value, or with error: why there is none"},
                 {"cameras?", "with several cameras, array of those that have it; also in entries, limits and values"}}},
