@@ -357,6 +357,8 @@ int libusb_get_string_descriptor_ascii(
     const std::vector<std::string> texts = {"OPX", "Played", serialNumber, "00010000" + serialNumber};
     if (!handle->device->IsThere())
         return LIBUSB_ERROR_NO_DEVICE;
+    if (handle->device->Is("mute"))
+        return LIBUSB_ERROR_TIMEOUT;
     return std::snprintf(
         reinterpret_cast<char*>(text), static_cast<std::size_t>(length), "%s", texts.at(index - 1u).c_str());
 }

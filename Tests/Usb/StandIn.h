@@ -21,6 +21,7 @@
 ///   stall=N, stalls            every Nth transfer stalls; all of them do
 ///   pulled=N, later=MS         is gone after so many transfers; is plugged in that much later
 ///   busy, denied, webcam       another program uses it; may not be opened; is another device
+///   mute                       does not say who it is
 ///   scanned                    the system does not tell that it comes and goes
 void PlayUsb(const std::string& cameras);
 

@@ -20,16 +20,24 @@ void ReportDenial()
            "/etc/udev/rules.d and plug it in again.");
 }
 
-/// Empty if the device has no such text. \param isWhole becomes false if it has one, but does not say it
-std::string TextOf(const UsbHandle& handle, std::uint8_t descriptor, bool& isWhole)
+/// Whether a device can be asked for more. One that stalls has no such text, or not yet; each further question to one
+/// that does not answer would take a second.
+bool Answers(int error)
+{
+    return error == LIBUSB_SUCCESS || error == LIBUSB_ERROR_PIPE;
+}
+
+/// Empty if the device has no such text, or does not say it.
+std::string TextOf(const UsbHandle& handle, std::uint8_t descriptor, int& error)
 {
     std::array<unsigned char, 256> text = {};
-    if (descriptor == 0)
+    if (descriptor == 0 || !Answers(error))
         return std::string();
-    const bool isRead =
-        libusb_get_string_descriptor_ascii(handle.get(), descriptor, text.data(), static_cast<int>(text.size())) >= 0;
-    isWhole = isWhole && isRead;
-    return isRead ? WithoutControls(reinterpret_cast<const char*>(text.data())) : std::string();
+    const int result =
+        libusb_get_string_descriptor_ascii(handle.get(), descriptor, text.data(), static_cast<int>(text.size()));
+    if (result < 0)
+        error = result;
+    return result < 0 ? std::string() : WithoutControls(reinterpret_cast<const char*>(text.data()));
 }
 
 Failure OpenChannel(const UsbDevice& device, U3vChannel& channel)
@@ -80,12 +88,12 @@ std::vector<CameraRecord> UsbTransport::Scan()
     {
         const auto before = m_known.find(device);
         CameraRecord record;
-        bool isWhole = true;
+        int error = 0;
         if (before != m_known.end())
             record = before->second;
-        else if (!Read(device, record, isWhole))
+        else if (!Read(device, record, error))
             continue;
-        if (isWhole)
+        if (error == 0)
             known.emplace(device, record);
         devices.emplace(record.id, device);
         records.push_back(std::move(record));
@@ -95,30 +103,29 @@ std::vector<CameraRecord> UsbTransport::Scan()
     return records;
 }
 
-/// \return whether it is a camera, and lets us ask
-bool UsbTransport::Read(const UsbDevice& device, CameraRecord& record, bool& isWhole)
+/// \return whether it is a camera that says who it is
+bool UsbTransport::Read(const UsbDevice& device, CameraRecord& record, int& error)
 {
     const std::optional<ControlInterface> control = ControlInterfaceOf(device);
     libusb_device_descriptor descriptor = {};
     if (!control || libusb_get_device_descriptor(device.get(), &descriptor) != 0)
         return false;
-    int error = 0;
     const UsbHandle handle = OpenUsb(device, error);
     if (error == LIBUSB_ERROR_ACCESS && !std::exchange(m_hasWarned, true))
         ReportDenial();
     if (!handle)
         return false;
-    const std::string guid = TextOf(handle, control->guidDescriptor, isWhole);
-    const std::string serialNumber = TextOf(handle, descriptor.iSerialNumber, isWhole);
-    record.id = TextOf(handle, descriptor.iManufacturer, isWhole) + "-" + guid + "-" + serialNumber;
-    const std::string product = TextOf(handle, descriptor.iProduct, isWhole);
+    const std::string guid = TextOf(handle, control->guidDescriptor, error);
+    const std::string serialNumber = TextOf(handle, descriptor.iSerialNumber, error);
+    record.id = TextOf(handle, descriptor.iManufacturer, error) + "-" + guid + "-" + serialNumber;
+    const std::string product = TextOf(handle, descriptor.iProduct, error);
     record.name = product.empty() ? record.id : product;
     record.serialNumber = !serialNumber.empty() ? serialNumber : (!guid.empty() ? guid : record.id);
     record.transport = "usb3";
     record.address = "USB3";
     record.connect = [id = record.id, devices = m_devices](Connection& connection)
     { return ConnectUsb(id, devices, connection); };
-    return true;
+    return Answers(error);
 }
 
 } // namespace OPX::KltAPI

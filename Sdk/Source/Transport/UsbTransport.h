@@ -22,7 +22,7 @@ public:
     void Watch(const std::function<void()>& notify) override { m_bus->Watch(notify); }
 
 private:
-    bool Read(const UsbDevice& device, CameraRecord& record, bool& isWhole);
+    bool Read(const UsbDevice& device, CameraRecord& record, int& error);
 
     const std::shared_ptr<UsbBus> m_bus;
     const std::shared_ptr<Places<UsbDevice>> m_devices;
