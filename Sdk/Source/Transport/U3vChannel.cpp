@@ -36,6 +36,9 @@ const milliseconds ShortestResponseTime(100);
 
 const milliseconds LongestSilence(3000);
 
+/// As long as the system tries to clear a stall of a camera that is dead.
+const milliseconds LongestClearing(5000);
+
 void Append(std::vector<std::uint8_t>& bytes, std::uint64_t number, int size)
 {
     for (int i = 0; i < size; ++i)
@@ -135,7 +138,8 @@ std::size_t U3vChannel::Transfer(
         static_cast<int>(size), &done, static_cast<unsigned int>(std::max<decltype(wait)>(wait, 1)));
     if (error == LIBUSB_ERROR_NO_DEVICE)
         m_isLost = true;
-    else if (error == LIBUSB_ERROR_PIPE && !std::exchange(m_isCleared, true))
+    else if (error == LIBUSB_ERROR_PIPE && Clock::now() + LongestClearing < *m_deadline &&
+             !std::exchange(m_isCleared, true))
         libusb_clear_halt(m_handle.get(), endpoint);
     else if (error != 0 && error != LIBUSB_ERROR_TIMEOUT && error != LIBUSB_ERROR_OVERFLOW)
         std::this_thread::sleep_until(until); // What is broken is not asked in a hurry.
