@@ -6,6 +6,7 @@
 #include "Schema/Number.h"
 #include "SdkReads.h"
 
+#include <QByteArray>
 #include <QString>
 
 #include <algorithm>
@@ -44,10 +45,8 @@ std::string PresentText(const FeatureInfo& feature, KltInt64_t value)
 std::string PresentText(const FeatureInfo& /*feature*/, const UcharVector& value)
 {
     const std::size_t most = 32;
-    const char* const digits = "0123456789abcdef";
-    std::string text;
-    for (std::size_t i = 0; i < std::min(most, value.size()); ++i)
-        text.append(i == 0 ? "" : " ").append({digits[value[i] >> 4U], digits[value[i] & 15U]});
+    const QByteArray begin(reinterpret_cast<const char*>(value.data()), static_cast<int>(std::min(most, value.size())));
+    const std::string text = begin.toHex(' ').toStdString();
     return text + (value.size() > most ? " ... (" + std::to_string(value.size()) + " bytes)" : "");
 }
 
